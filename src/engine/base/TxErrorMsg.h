@@ -1,0 +1,31 @@
+#pragma once
+
+#include "engine/base/TxExport.h"
+
+#include <QString>
+
+/// The engine's last error.
+///
+/// Every engine operation that fails says here what failed and why, in one or more sentences for people. A success does
+/// not clear it. What the libraries beneath the engine report (GDAL, PROJ, SQLite) is caught, never printed, and joins
+/// the text.
+class TX_EXPORT CTxErrorMsg
+{
+public:
+    /// The text of the last error; empty when there was none since Clear().
+    QString GetErrorMessage() const { return m_message; }
+    /// How many errors were stored since the program began; lets a caller see whether an operation stored one.
+    int GetErrorCount() const { return m_count; }
+
+    /// Stores @p message as the last error and records it in the log.
+    void SetErrorMessage(const QString &message);
+    /// Forgets the last error.
+    void Clear() { m_message.clear(); }
+
+private:
+    QString m_message;
+    int m_count = 0;
+};
+
+/// The engine's one error object.
+TX_EXPORT CTxErrorMsg &TxGetErrorMsgObj();

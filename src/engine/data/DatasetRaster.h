@@ -1,0 +1,65 @@
+#pragma once
+
+#include "engine/data/TxDataset.h"
+
+#include <QImage>
+#include <QSize>
+
+#include <functional>
+#include <optional>
+
+/// An image or grid dataset.
+class TX_EXPORT CDatasetRaster : public CTxDataset
+{
+public:
+    /// Kinds of image files that Append() takes. Do not change the values.
+    enum FileType : qint32 {
+        AutoDetect = 0, ///< by content
+        TIFF = 1,
+        PNG = 2,
+        JPEG = 3,
+        BMP = 4,
+        AsciiGrid = 5
+    };
+
+    ~CDatasetRaster() override;
+
+    bool IsVector() const override { return false; }
+    bool IsOpen() const override;
+    bool Open() override;
+    bool Close() override;
+    CRect2D GetBounds() const override;
+    void GetProjection(CTxPJCoordSys &coordSys) const override;
+
+    /// Width and height in cells; empty when it cannot be told. Opens the file for a moment when it is closed.
+    QSize GetSize() const;
+    /// How many bands there are, 0 when it cannot be told.
+    int GetBandCount() const;
+    /// The pixel format's text as GDAL names it ("Byte", "Float32", …), empty when it cannot be told.
+    QString GetPixelFormat() const;
+    /// The value of the cell that holds the point (@p x, @p y), of the 1-based @p band. Nothing where there is no cell,
+    /// where the cell has no data, and while the dataset is closed.
+    std::optional<double> GetValue(double x, double y, int band = 1) const;
+    /// Smallest and largest value of a band, quickly estimated. Nothing when there are none.
+    std::optional<std::pair<double, double>> GetValueRange(int band = 1) const;
+
+    /// Paints the part of the dataset that lies in @p bounds (in its coordinate system) into an image of @p size.
+    ///
+    /// Cells without data and places beyond the dataset stay transparent. Images show their colours; grids show
+    /// their value range through @p ramp (256 colours, low to high; grey when empty). Overviews are used where the file
+    /// has them. The dataset must be open; a null image tells a failure.
+    QImage Render(const CRect2D &bounds, const QSize &size, const QList<QRgb> &ramp = {}) const;
+
+    /// Mosaics @p source into this dataset: cells of the source that hold data replace what was there; nearest cell
+    /// where the resolution or the coordinate system differs. With @p flag false only cells without data are filled.
+    /// @return false when either is closed, this is read-only, or the two do not overlap.
+    bool Append(CDatasetRaster *source, bool flag = true);
+    /// Mosaics an image file, laid into @p bounds (void: the file's own georeference), into this dataset.
+    bool Append(const QString &path, const CRect2D &bounds, FileType type = AutoDetect, bool flag = true);
+
+private:
+    friend class TxDataSourcePrivate;
+    CDatasetRaster(CTxDataSource *dataSource, const QString &name, CElemDatasetInfo::Type type);
+
+    const std::unique_ptr<class TxRasterPrivate> d;
+};

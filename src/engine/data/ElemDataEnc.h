@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// Encodings of a dataset's content.
+struct CElemDataEnc
+{
+    /// The encoding's code, as files and callers know it. Do not change the values.
+    enum encType : qint32 {
+        NONE = 0,
+        SBC = 1,
+        SWC = 2,
+        STC = 3,
+        SDC = 4,
+        SFC = 5,
+        SPC = 7,
+        DCT = 8,
+        SGL = 9,
+        LZW = 11
+    };
+};

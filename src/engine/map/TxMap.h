@@ -1,0 +1,37 @@
+#pragma once
+
+#include "engine/base/TxExport.h"
+#include "engine/geometry/Rect2D.h"
+#include "engine/map/TxLayers.h"
+
+#include <QColor>
+#include <QString>
+
+/// A map: a name, layers and the view it was left with. Belongs to the workspace's CTxMaps.
+class TX_EXPORT CTxMap
+{
+public:
+    const QString &GetName() const { return m_name; }
+    CTxLayers &GetLayers() { return m_layers; }
+    const CTxLayers &GetLayers() const { return m_layers; }
+
+    /// The rectangle that holds the content of all layers that can be read.
+    CRect2D GetBounds() const;
+    /// What part of the plane was last shown; void when the map was never shown.
+    const CRect2D &GetViewBounds() const { return m_viewBounds; }
+    void SetViewBounds(const CRect2D &bounds) { m_viewBounds = bounds; }
+    /// The paper's colour; an invalid colour stands for the window's own.
+    const QColor &GetBackground() const { return m_background; }
+    void SetBackground(const QColor &colour) { m_background = colour; }
+
+private:
+    friend class CTxMaps;
+    friend class TxWorkspaceFile;
+    CTxMap() = default;
+
+    QString m_name;
+    CTxLayers m_layers;
+    CRect2D m_viewBounds;
+    QColor m_background;
+    QString m_unknownXml; // elements of the workspace file that this version does not know, kept as they were
+};

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "engine/base/TxExport.h"
+#include "engine/geometry/Rect2D.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class CTxDataset;
+class CTxMap;
+
+/// A map canvas: draws the layers of a map; the user pans by dragging or the arrow keys and zooms by the wheel, + and
+/// -.
+///
+/// Drawing goes on in slices of some milliseconds between which events are handled, so it never blocks; a new view
+/// begins it anew. Layers in another coordinate system than the map's first layer are reprojected while they are drawn.
+class TX_EXPORT CTxMapWnd : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit CTxMapWnd(QWidget *parent = nullptr);
+    ~CTxMapWnd() override;
+
+    /// Shows @p map (not owned, may be null): the view it was left with, or all of it.
+    void SetMap(CTxMap *map);
+    CTxMap *GetMap() const;
+    /// Draws anew after a layer, a flag or a dataset changed. @return false when no map is shown.
+    bool Refresh();
+    /// Lets go of @p dataset at once: no record of it is read after this call, until the next Refresh().
+    void ReleaseDataset(const CTxDataset *dataset);
+
+    /// The part of the plane that is shown.
+    CRect2D GetViewBounds() const;
+    void SetViewBounds(const CRect2D &bounds);
+    /// Shows everything.
+    void FitAll();
+    /// Zooms by @p factor (above 1: closer) about a place of the window; the middle when none is given.
+    void Zoom(double factor, const QPointF &about);
+    void Zoom(double factor);
+    /// Moves the picture by some pixels.
+    void Pan(const QPointF &pixels);
+    /// True while drawing is not complete.
+    bool IsDrawing() const;
+    /// Draws all that is left to draw now; for pictures and tests.
+    void FinishDrawing();
+
+    CPoint2D PixelToMap(const QPointF &pixel) const;
+    QPointF MapToPixel(const CPoint2D &point) const;
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// The pointer is above (@p x, @p y) of the map.
+    void pointerMoved(double x, double y);
+    void viewChanged();
+    /// Drawing is complete (100) or has come so far (0 to 99).
+    void drawingProgress(int percent);
+    /// A layer could not be drawn.
+    void drawingFailed(const QString &layer, const QString &reason);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    const std::unique_ptr<class TxMapWndPrivate> d;
+};
