@@ -44,11 +44,13 @@ public:
 
 private:
     friend class CTxLayers;
+    friend class TxWorkspaceFile;
 
     const CTxDataSources *m_dataSources; // not owned
     QString m_alias;
     QString m_datasetName;
     QString m_name;
+    QString m_unknownXml; // what the workspace file held of it that this version does not know
     TxLayerStyle m_style;
     bool m_visible = true;
     bool m_selectable = true;

@@ -14,10 +14,12 @@ public:
 
 private:
     friend class CTxLytStorages;
+    friend class TxWorkspaceFile;
     CTxLytStorage() = default;
 
     QString m_name;
     QString m_content;
+    QString m_unknownXml; // what the workspace file held of it that this version does not know
 };
 
 /// The layouts of a workspace by name.

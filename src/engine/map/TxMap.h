@@ -33,5 +33,5 @@ private:
     CTxLayers m_layers;
     CRect2D m_viewBounds;
     QColor m_background;
-    QString m_unknownXml; // elements of the workspace file that this version does not know, kept as they were
+    QString m_unknownXml; // what the workspace file held of it that this version does not know
 };

@@ -18,10 +18,12 @@ public:
 
 private:
     friend class CTxScenes;
+    friend class TxWorkspaceFile;
     CTxSceneStorage() = default;
 
     QString m_name;
     QString m_content;
+    QString m_unknownXml; // what the workspace file held of it that this version does not know
 };
 
 /// The scenes of a workspace, by index.
