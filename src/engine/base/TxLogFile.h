@@ -8,7 +8,7 @@
 ///
 /// One line an entry, UTF-8: local time with milliseconds, level, text, and the source position where it is known. Line
 /// ends inside a text are written as "\n". The file stands in the platform's folder for application data
-/// ("terravox/log/terravox.log" below QStandardPaths::AppLocalDataLocation of the user) unless the environment variable
+/// ("terravox/log/terravox.log" below QStandardPaths::GenericDataLocation) unless the environment variable
 /// TERRAVOX_LOG_DIR or SetFolder() names another. It is rotated at 1 MB: terravox.log.1 to terravox.log.3 keep what was
 /// before. A folder that cannot be written makes every call answer false; nothing else happens.
 class TX_EXPORT CTxLogFile

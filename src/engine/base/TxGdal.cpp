@@ -1,0 +1,132 @@
+#include "engine/base/TxGdal.h"
+
+#include "engine/base/TxErrorMsg.h"
+#include "engine/base/TxLogFile.h"
+
+#include <cpl_conv.h>
+#include <cpl_error.h>
+
+#include <QLoggingCategory>
+
+namespace TxGdal {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "terravox.engine.gdal", QtWarningMsg)
+
+thread_local ErrorCollector *innermost = nullptr;
+
+} // namespace
+
+/// What the error handler does to a collector.
+struct ErrorCollectorAccess
+{
+    static void add(ErrorCollector &collector, bool failure, const QString &message)
+    {
+        QStringList &messages = failure ? collector.m_failures : collector.m_warnings;
+        // A corrupt file can repeat one message for every record: a few distinct ones tell as much.
+        constexpr qsizetype enough = 8;
+        if (messages.size() < enough && !messages.contains(message))
+            messages.append(message);
+    }
+};
+
+namespace {
+
+/// The handler of every message of GDAL, and of PROJ and SQLite through it. Must not throw, print, or call GDAL.
+void CPL_STDCALL handleMessage(CPLErr grade, CPLErrorNum, const char *text)
+{
+    const QString message = QString::fromUtf8(text).trimmed();
+    if (grade == CE_None || message.isEmpty())
+        return;
+    if (grade == CE_Debug) {
+        qCDebug(log).noquote() << message;
+        return;
+    }
+    const bool failure = grade >= CE_Failure;
+    if (innermost) {
+        ErrorCollectorAccess::add(*innermost, failure, message);
+        CTxLogFile::RecordLog(CTxLogFile::Debug, message);
+    } else if (failure) {
+        TxGetErrorMsgObj().SetErrorMessage(message); // this logs it too
+    } else {
+        CTxLogFile::RecordLog(CTxLogFile::Warning, message);
+    }
+}
+
+bool setUp()
+{
+    CPLSetErrorHandler(handleMessage);
+    // Nothing that is merely opened may reach for the network.
+    CPLSetConfigOption("PROJ_NETWORK", "OFF");
+    GDALAllRegister();
+    return true;
+}
+
+} // namespace
+
+void initialize()
+{
+    static const bool done = setUp();
+    Q_UNUSED(done)
+}
+
+ErrorCollector::ErrorCollector()
+{
+    initialize();
+    m_outer = innermost;
+    innermost = this;
+}
+
+ErrorCollector::~ErrorCollector()
+{
+    innermost = m_outer;
+}
+
+QString ErrorCollector::text() const
+{
+    return (m_failures.isEmpty() ? m_warnings : m_failures).join(QStringLiteral("; "));
+}
+
+bool ErrorCollector::fail(const QString &what) const
+{
+    const QString details = text();
+    return TxGdal::fail(details.isEmpty() ? what : what + QStringLiteral(": ") + details);
+}
+
+void ErrorCollector::clear()
+{
+    m_failures.clear();
+    m_warnings.clear();
+}
+
+bool fail(const QString &message)
+{
+    TxGetErrorMsgObj().SetErrorMessage(message);
+    return false;
+}
+
+DatasetPtr open(const QByteArray &name, unsigned flags, const QStringList &openOptions, const QStringList &drivers)
+{
+    initialize();
+    CPLStringList optionList;
+    for (const QString &option : openOptions)
+        optionList.AddString(option.toUtf8().constData());
+    CPLStringList driverList;
+    for (const QString &driver : drivers)
+        driverList.AddString(driver.toUtf8().constData());
+    return DatasetPtr(GDALDataset::Open(name.constData(), flags | GDAL_OF_VERBOSE_ERROR,
+                                        drivers.isEmpty() ? nullptr : driverList.List(), optionList.List()));
+}
+
+QString quoteIdentifier(const QString &name)
+{
+    return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+QString quoteText(const QString &text)
+{
+    return u'\'' + QString(text).replace(u'\'', QStringLiteral("''")) + u'\'';
+}
+
+} // namespace TxGdal

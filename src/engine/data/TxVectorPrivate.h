@@ -1,0 +1,51 @@
+#pragma once
+
+#include "engine/data/DatasetVector.h"
+#include "engine/data/TxDataSourcePrivate.h"
+#include "engine/data/TxRecordset.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// A field of a vector dataset and where OGR keeps it.
+struct TxVectorField
+{
+    CTxFieldInfo info;
+    int ogrIndex; ///< index in the layer's definition; -1 for TxID, which is the feature identifier
+};
+
+/// The inside of a vector dataset.
+class TxVectorPrivate
+{
+public:
+    TxVectorPrivate(CDatasetVector *owner, const QByteArray &layerName) : q(owner), source(layerName) {}
+
+    static TxVectorPrivate &of(const CDatasetVector &dataset) { return *dataset.d; }
+
+    TxDataSourcePrivate &dataSource() const { return TxDataSourcePrivate::of(*q->GetDataSource()); }
+    /// The layer in the datasource as it is open now, null when it has gone. Not owned; never kept by callers.
+    OGRLayer *layer();
+    /// The fields, system fields first. Read at the first call and after schemaChanged().
+    const std::vector<TxVectorField> &fields();
+    /// To be called after the layer's fields were changed.
+    void schemaChanged();
+    /// To be called after records were changed: bounds and count are then looked up anew.
+    void contentChanged() { bounds.reset(); }
+    /// Puts every recordset to its end and lets go of the statements behind them; the objects stay.
+    void endRecordsets();
+    /// Takes a recordset in and gives it out again as the pointer that callers get.
+    CTxRecordset *adopt(std::unique_ptr<class TxRecordsetPrivate> recordset);
+
+    CDatasetVector *const q;
+    QByteArray source; ///< the OGR layer's name
+    QString tileIndex; ///< name of the tile index dataset of a library dataset
+    bool isOpen = false;
+    std::optional<CRect2D> bounds;
+    std::vector<std::unique_ptr<CTxRecordset>> recordsets;
+
+private:
+    OGRLayer *m_layer = nullptr;
+    int m_generation = -1; // of the datasource, when m_layer was looked up
+    std::vector<TxVectorField> m_fields;
+};
