@@ -15,7 +15,7 @@ function(configure_with links expectation)
     td_add_folder(workspace SOURCES empty.cpp LINKS common)
     ${links}
     td_check_layers()")
-  execute_process(COMMAND ${CMAKE_COMMAND} -S "${WORK_DIR}" -B "${WORK_DIR}/build"
+  execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S "${WORK_DIR}" -B "${WORK_DIR}/build"
                   RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE errors)
   string(REGEX REPLACE "[ \n]+" " " errors "${errors}")
   if(expectation STREQUAL "passes")
