@@ -1,0 +1,3 @@
+#include "engine/geometry/ElemGeometry.h"
+
+CElemGeometry::~CElemGeometry() = default;
