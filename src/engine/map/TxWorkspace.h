@@ -54,7 +54,9 @@ public:
     bool Open(const QString &path);
     /// Writes the workspace to its file. @return false when it has none, or on failure; the old file is then whole.
     bool Save();
-    /// Writes the workspace to @p path, which becomes its file. The old file is replaced only by a complete new one.
+    /// Writes the workspace to @p path, which becomes its file. The old file is replaced only by a complete new one. A
+    /// file that is one of the workspace's datasources is refused. Passwords in connection strings are left out, unless
+    /// the file that was opened held them.
     bool SaveAs(const QString &path);
     /// Closes everything and forgets name and file. A transaction that is open is taken back.
     void Close();
@@ -62,7 +64,12 @@ public:
     /// True when saving would write something else than what the file holds.
     bool IsModified() const;
 
-    /// Datasources of the file that could not be opened.
+    /// Gives a datasource another alias, in the layers of all maps too. @return false when there is none called
+    /// @p alias, or the new alias is empty or taken.
+    bool RenameDataSource(const QString &alias, const QString &newAlias);
+
+    /// Datasources of the file that could not be opened. One whose alias is in use again is no longer listed: what was
+    /// opened under its alias takes its place in the file.
     const QList<TxMissingDataSource> &GetMissingDataSources() const;
     /// Tries to open a missing datasource again, at @p path when that is not empty. @return false when it fails again.
     bool RetryMissingDataSource(const QString &alias, const QString &path = QString());

@@ -1,0 +1,138 @@
+#include "engine/map/TxWorkspaceWriter.h"
+
+#include "engine/base/TxNumberText.h"
+#include "engine/map/TxUnknownXml.h"
+#include "engine/map/TxXmlText.h"
+
+#include <QXmlStreamWriter>
+
+namespace {
+
+class Writer
+{
+public:
+    explicit Writer(QByteArray &bytes) : m_xml(&bytes)
+    {
+        m_xml.setAutoFormatting(true);
+        m_xml.setAutoFormattingIndent(2);
+    }
+
+    void writeWorkspace(const TxWorkspaceDocument &document)
+    {
+        m_xml.writeStartDocument();
+        m_xml.writeStartElement(QStringLiteral("terravox-workspace"));
+        m_xml.writeAttribute(QStringLiteral("version"), QString::number(TxWorkspaceDocument::version));
+        if (!document.name.isEmpty())
+            writeText(u"name", document.name);
+        TxUnknownXml::writeAttributes(document.unknown, m_xml);
+        for (const TxDataSourceRecord &record : document.dataSources)
+            writeDataSource(record);
+        for (const TxMapRecord &record : document.maps)
+            writeMap(record);
+        for (const TxContentRecord &record : document.layouts)
+            writeContent(u"layout", record);
+        for (const TxContentRecord &record : document.scenes)
+            writeContent(u"scene", record);
+        TxUnknownXml::writeElements(document.unknown, m_xml);
+        m_xml.writeEndDocument();
+    }
+
+private:
+    void writeText(QStringView name, const QString &value)
+    {
+        m_xml.writeAttribute(name.toString(), TxXmlText::encode(value));
+    }
+    void writeNumber(QStringView name, double value)
+    {
+        m_xml.writeAttribute(name.toString(), TxNumberText::shortest(value));
+    }
+    void writeFlag(QStringView name, bool value)
+    {
+        m_xml.writeAttribute(name.toString(), value ? QStringLiteral("true") : QStringLiteral("false"));
+    }
+    void writeColour(QStringView name, const QColor &value)
+    {
+        m_xml.writeAttribute(name.toString(), value.name(value.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb));
+    }
+
+    void writeDataSource(const TxDataSourceRecord &record)
+    {
+        m_xml.writeStartElement(QStringLiteral("datasource"));
+        writeText(u"alias", record.alias);
+        writeText(u"path", record.path);
+        m_xml.writeAttribute(QStringLiteral("type"), QString::number(record.engineType));
+        m_xml.writeAttribute(QStringLiteral("options"), QString::number(record.options));
+        finish(record.unknown);
+    }
+
+    void writeMap(const TxMapRecord &record)
+    {
+        m_xml.writeStartElement(QStringLiteral("map"));
+        writeText(u"name", record.name);
+        if (record.background.isValid())
+            writeColour(u"background", record.background);
+        if (!record.view.IsVoid()) {
+            writeNumber(u"left", record.view.left);
+            writeNumber(u"bottom", record.view.bottom);
+            writeNumber(u"right", record.view.right);
+            writeNumber(u"top", record.view.top);
+        }
+        TxUnknownXml::writeAttributes(record.unknown, m_xml);
+        for (const TxLayerRecord &layer : record.layers)
+            writeLayer(layer);
+        TxUnknownXml::writeElements(record.unknown, m_xml);
+        m_xml.writeEndElement();
+    }
+
+    void writeLayer(const TxLayerRecord &record)
+    {
+        m_xml.writeStartElement(QStringLiteral("layer"));
+        if (!record.name.isEmpty())
+            writeText(u"name", record.name);
+        writeText(u"alias", record.alias);
+        writeText(u"dataset", record.dataset);
+        writeFlag(u"visible", record.visible);
+        writeFlag(u"selectable", record.selectable);
+        writeFlag(u"snapable", record.snapable);
+        writeFlag(u"editable", record.editable);
+        writeFlag(u"locked", record.editableLock);
+        writeColour(u"line", record.style.line);
+        writeColour(u"fill", record.style.fill);
+        writeNumber(u"lineWidth", record.style.lineWidth);
+        writeNumber(u"symbolSize", record.style.symbolSize);
+        if (!record.style.labelField.isEmpty())
+            writeText(u"label", record.style.labelField);
+        writeNumber(u"opacity", record.style.opacity);
+        finish(record.unknown);
+    }
+
+    void writeContent(QStringView element, const TxContentRecord &record)
+    {
+        m_xml.writeStartElement(element.toString());
+        writeText(u"name", record.name);
+        TxUnknownXml::writeAttributes(record.unknown, m_xml);
+        // Content before elements: it keeps the writer from adding white space between them, which would join it.
+        if (!record.content.isEmpty() || !record.unknown.isEmpty())
+            m_xml.writeCharacters(TxXmlText::encode(record.content));
+        TxUnknownXml::writeElements(record.unknown, m_xml);
+        m_xml.writeEndElement();
+    }
+
+    void finish(const QString &unknown)
+    {
+        TxUnknownXml::writeAttributes(unknown, m_xml);
+        TxUnknownXml::writeElements(unknown, m_xml);
+        m_xml.writeEndElement();
+    }
+
+    QXmlStreamWriter m_xml;
+};
+
+} // namespace
+
+QByteArray TxWorkspaceWriter::write(const TxWorkspaceDocument &document)
+{
+    QByteArray bytes;
+    Writer(bytes).writeWorkspace(document);
+    return bytes;
+}
