@@ -353,5 +353,21 @@
         <source>OEM/DOS</source>
         <translation>OEM/DOS</translation>
     </message>
+    <message>
+        <source>Filter the workspace</source>
+        <translation>Arbeitsbereich filtern</translation>
+    </message>
+    <message>
+        <source>%1 found</source>
+        <translation>%1 gefunden</translation>
+    </message>
+    <message>
+        <source>Nothing in the workspace matches &quot;%1&quot;.</source>
+        <translation>Nichts im Arbeitsbereich passt zu „%1“.</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsbereich</translation>
+    </message>
 </context>
 </TS>
