@@ -1,6 +1,5 @@
 #include "basic/TdProfileFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -64,51 +63,84 @@ QString pathOf(const QString &section, const QString &key)
 class TdProfileFilePrivate
 {
 public:
-    explicit TdProfileFilePrivate(const QString &filePath) : path(filePath)
+    explicit TdProfileFilePrivate(const QString &filePath) : path(filePath), m_state(look(filePath))
     {
-        const QFileInfo file(path);
-        readable = !file.exists() || (file.isFile() && file.size() <= largestFile);
-        if (readable) {
-            settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
-            damaged = settings->status() == QSettings::FormatError;
-        }
-        if (damaged || !readable)
-            qCWarning(lcProfile, "the profile \"%ls\" is damaged, its defaults are used", qUtf16Printable(path));
+        if (m_state != Whole)
+            qCWarning(lcProfile, "the profile \"%ls\" is damaged", qUtf16Printable(path));
+        if (m_state == Whole || m_state == BadLines)
+            m_settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
     }
 
     QVariant value(const QString &section, const QString &key) const
     {
-        return settings && !key.isEmpty() ? settings->value(pathOf(section, key)) : QVariant();
+        return m_settings && !key.isEmpty() ? m_settings->value(pathOf(section, key)) : QVariant();
     }
 
     bool write(const QString &section, const QString &key, const QVariant &newValue)
     {
-        if (key.isEmpty() || !settings || !keepDamagedFile())
+        if (key.isEmpty() || (m_state != Whole && !mend()))
             return false;
-        settings->setValue(pathOf(section, key), newValue);
-        settings->sync();
-        return settings->status() == QSettings::NoError;
+        m_settings->setValue(pathOf(section, key), newValue);
+        m_settings->sync();
+        return m_settings->status() != QSettings::AccessError;
     }
 
     const QString path;
 
 private:
-    /// Before the first write to a damaged file: copies it, so that nothing of it is lost, and starts afresh.
-    bool keepDamagedFile()
+    /// What stands in the file.
+    enum State {
+        Whole,    ///< sections and keys, or no file at all
+        BadLines, ///< some lines are neither; the others are read
+        NotText,  ///< something else: nothing is read
+        NoFile    ///< a folder, a device or not for us to read: nothing is read or written
+    };
+
+    static State look(const QString &path)
     {
-        if (!damaged)
-            return true;
-        const QString copy = path + QStringLiteral(".damaged");
-        settings.reset();
-        const bool moved = (!QFile::exists(copy) || QFile::remove(copy)) && QFile::rename(path, copy);
-        settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
-        damaged = !moved;
-        return moved;
+        const QFileInfo info(path);
+        QFile file(path);
+        if (!info.exists())
+            return Whole;
+        if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+            return NoFile;
+        if (info.size() > largestFile)
+            return NotText;
+        const QByteArray content = file.readAll();
+        if (content.contains('\0'))
+            return NotText;
+        for (const QByteArray &untrimmed : content.split('\n')) {
+            const QByteArray line = untrimmed.trimmed();
+            const bool isSection = line.startsWith('[') && line.endsWith(']');
+            if (!line.isEmpty() && !line.startsWith(';') && !line.startsWith('#') && !isSection &&
+                line.indexOf('=') < 1)
+                return BadLines;
+        }
+        return Whole;
     }
 
-    std::unique_ptr<QSettings> settings; // null when the path is no readable file
-    bool readable = false;
-    bool damaged = false;
+    /// Puts the damaged file aside and begins a whole one with the values that could be read.
+    bool mend()
+    {
+        const QString copy = path + QStringLiteral(".damaged");
+        if (m_state == NoFile || (QFile::exists(copy) && !QFile::remove(copy)))
+            return false;
+        QVariantMap values;
+        if (m_settings)
+            for (const QStringList keys = m_settings->allKeys(); const QString &key : keys)
+                values.insert(key, m_settings->value(key));
+        m_settings.reset();
+        if (!QFile::rename(path, copy))
+            return false;
+        m_settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
+        for (auto value = values.cbegin(); value != values.cend(); ++value)
+            m_settings->setValue(value.key(), value.value());
+        m_state = Whole;
+        return true;
+    }
+
+    State m_state;
+    std::unique_ptr<QSettings> m_settings; // null while the state is NotText or NoFile
 };
 
 CTdProfileFile::CTdProfileFile() : CTdProfileFile(defaultPath()) {}
