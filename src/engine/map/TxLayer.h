@@ -23,6 +23,8 @@ public:
     void SetName(const QString &name) { m_name = name; }
     /// The dataset, null while it or its datasource is missing.
     CTxDataset *GetDataset() const;
+    /// The datasources in which the dataset is looked up; not owned, may be null.
+    const CTxDataSources *GetDataSources() const { return m_dataSources; }
     const QString &GetDataSourceAlias() const { return m_alias; }
     void SetDataSourceAlias(const QString &alias) { m_alias = alias; }
     const QString &GetDatasetName() const { return m_datasetName; }

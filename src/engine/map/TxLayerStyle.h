@@ -1,5 +1,8 @@
 #pragma once
 
+#include "engine/base/TxExport.h"
+#include "engine/data/ElemDatasetInfo.h"
+
 #include <QColor>
 #include <QString>
 
@@ -15,3 +18,10 @@ struct TxLayerStyle
 
     bool operator==(const TxLayerStyle &other) const = default;
 };
+
+/// The style of a new layer over a dataset of kind @p kind: colours that go together and stay apart from one another,
+/// a different one for each @p index (0, 1, 2 … in the order in which layers are added; negative counts as 0).
+TX_EXPORT TxLayerStyle defaultStyle(CElemDatasetInfo::Type kind, int index);
+
+/// @p style as it can be seen on @p background: lines and texts too near to it in lightness become lighter or darker.
+TX_EXPORT TxLayerStyle legibleStyle(const TxLayerStyle &style, const QColor &background);

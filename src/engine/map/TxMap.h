@@ -7,6 +7,10 @@
 #include <QColor>
 #include <QString>
 
+#include <memory>
+
+class CTxPJCoordSys;
+
 /// A map: a name, layers and the view it was left with. Belongs to the workspace's CTxMaps.
 class TX_EXPORT CTxMap
 {
@@ -15,8 +19,11 @@ public:
     CTxLayers &GetLayers() { return m_layers; }
     const CTxLayers &GetLayers() const { return m_layers; }
 
-    /// The rectangle that holds the content of all layers that can be read.
+    /// The rectangle that holds the content of all layers that can be read, in the map's coordinate system.
     CRect2D GetBounds() const;
+    /// Copies the map's coordinate system to @p coordSys: that of the layer at the bottom, or of the lowest one above
+    /// it that has one.
+    void GetProjection(CTxPJCoordSys &coordSys) const;
     /// What part of the plane was last shown; void when the map was never shown.
     const CRect2D &GetViewBounds() const { return m_viewBounds; }
     void SetViewBounds(const CRect2D &bounds) { m_viewBounds = bounds; }
@@ -26,6 +33,7 @@ public:
 
 private:
     friend class CTxMaps;
+    friend class TxMapHandle;
     friend class TxWorkspaceFile;
     CTxMap() = default;
 
@@ -33,5 +41,6 @@ private:
     CTxLayers m_layers;
     CRect2D m_viewBounds;
     QColor m_background;
+    std::shared_ptr<char> m_life = std::make_shared<char>(); // tells TxMapHandle when the map has gone
     QString m_unknownXml; // what the workspace file held of it that this version does not know
 };

@@ -10,11 +10,16 @@
 class CTxDataset;
 class CTxMap;
 
-/// A map canvas: draws the layers of a map; the user pans by dragging or the arrow keys and zooms by the wheel, + and
-/// -.
+/// A map canvas: draws the layers of a map; the user pans by dragging or the arrow keys, zooms by the wheel, + and -,
+/// and sees everything with Home.
 ///
 /// Drawing goes on in slices of some milliseconds between which events are handled, so it never blocks; a new view
-/// begins it anew. Layers in another coordinate system than the map's first layer are reprojected while they are drawn.
+/// begins it anew, and until then the old picture is shown moved or scaled. Layers in another coordinate system than
+/// that of the map (CTxMap::GetProjection()) are reprojected while they are drawn. The view that a user or a caller
+/// chooses is kept in the map.
+///
+/// A dataset that is closed is opened to be drawn and stays open while the map shows it; see ReleaseDataset(). A map,
+/// layer, dataset or datasource that goes while it is drawn is noticed and let go of.
 class TX_EXPORT CTxMapWnd : public QWidget
 {
     Q_OBJECT
@@ -27,7 +32,8 @@ public:
     CTxMap *GetMap() const;
     /// Draws anew after a layer, a flag or a dataset changed. @return false when no map is shown.
     bool Refresh();
-    /// Lets go of @p dataset at once: no record of it is read after this call, until the next Refresh().
+    /// Lets go of @p dataset at once: no record of it is read after this call, until the next Refresh(). It is closed
+    /// if it was opened here and nobody holds a recordset of it.
     void ReleaseDataset(const CTxDataset *dataset);
 
     /// The part of the plane that is shown.
@@ -56,7 +62,9 @@ Q_SIGNALS:
     void viewChanged();
     /// Drawing is complete (100) or has come so far (0 to 99).
     void drawingProgress(int percent);
-    /// A layer could not be drawn.
+    /// Datasets that were closed have been opened to be drawn.
+    void datasetsOpened();
+    /// A layer could not be drawn; said once for each reason until Refresh().
     void drawingFailed(const QString &layer, const QString &reason);
 
 protected:

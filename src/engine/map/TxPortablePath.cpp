@@ -34,7 +34,7 @@ QString TxPortablePath::fromStored(const QString &stored, const QString &folder)
 QString TxPortablePath::withoutPassword(const QString &connection)
 {
     static const QRegularExpression keyword(
-        QStringLiteral(R"re([ ,;]?\b(password|passwd|pwd)\s*=\s*('(\\.|[^'\\])*'|"[^"]*"|[^\s,;'"]*))re"),
+        QStringLiteral(R"re([ ,;]?\b(password|passwd|pwd)\s*=\s*('(\\.|''|[^'\\])*'|"[^"]*"|[^\s,;'"]*))re"),
         QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression address(QStringLiteral(R"((//[^/@:\s]*):[^@/\s]*@)"));
     QString result = connection;

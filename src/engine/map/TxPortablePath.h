@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/base/TxExport.h"
+
 #include <QString>
 
 /// Paths and connection strings as a workspace file holds them: what lies in or below the file's folder is named
@@ -8,12 +10,12 @@ namespace TxPortablePath {
 
 /// True for what is handed to a driver as it is: "PG:…" and other prefixes of two and more letters, "/vsi…", inline
 /// XML and JSON, paths with a drive letter.
-bool isConnection(const QString &path);
+TX_EXPORT bool isConnection(const QString &path);
 /// @p path as it is written to a workspace file in @p folder (absolute; empty while there is no file).
-QString toStored(const QString &path, const QString &folder);
+TX_EXPORT QString toStored(const QString &path, const QString &folder);
 /// What @p stored, read from a workspace file in @p folder, stands for.
-QString fromStored(const QString &stored, const QString &folder);
+TX_EXPORT QString fromStored(const QString &stored, const QString &folder);
 /// @p connection without the password in it ("password=…", "pwd=…", "//user:password@host").
-QString withoutPassword(const QString &connection);
+TX_EXPORT QString withoutPassword(const QString &connection);
 
 } // namespace TxPortablePath

@@ -4,9 +4,11 @@
 
 namespace {
 
-/// Copies the element @p reader stands on to @p writer, and moves @p reader to its end.
+/// Copies the element @p reader stands on to @p writer, and moves @p reader to its end. Its inside is not formatted:
+/// white space beside text would change it.
 void copyElement(QXmlStreamReader &reader, QXmlStreamWriter &writer)
 {
+    const bool isFormatting = writer.autoFormatting();
     int depth = 0;
     QString space; // white space that counts only when nothing else stands in the element
     bool atStart = false;
@@ -20,6 +22,7 @@ void copyElement(QXmlStreamReader &reader, QXmlStreamWriter &writer)
             const QXmlStreamAttributes attributes = reader.attributes();
             for (const QXmlStreamAttribute &attribute : attributes)
                 writer.writeAttribute(attribute.qualifiedName().toString(), attribute.value().toString());
+            writer.setAutoFormatting(false);
             space.clear();
             atStart = true;
         } else if (reader.isCharacters()) {
@@ -33,10 +36,11 @@ void copyElement(QXmlStreamReader &reader, QXmlStreamWriter &writer)
             writer.writeEndElement();
             atStart = false;
             if (--depth == 0)
-                return;
+                break;
         }
         reader.readNext();
     }
+    writer.setAutoFormatting(isFormatting);
 }
 
 /// Calls @p visit with a reader that stands on the outer element of @p text.

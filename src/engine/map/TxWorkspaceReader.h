@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/base/TxExport.h"
 #include "engine/map/TxWorkspaceDocument.h"
 
 #include <QByteArray>
@@ -15,6 +16,6 @@ constexpr qint64 maximumSize = 256 * 1024 * 1024;
 /// The document that @p xml holds. Names that occur twice are made unique, what is not known is kept.
 /// @param[out] error on failure what is wrong and where, for people
 /// @return nothing when @p xml is no workspace of a version that can be read, or holds a value that makes no sense
-std::optional<TxWorkspaceDocument> read(const QByteArray &xml, QString &error);
+TX_EXPORT std::optional<TxWorkspaceDocument> read(const QByteArray &xml, QString &error);
 
 } // namespace TxWorkspaceReader

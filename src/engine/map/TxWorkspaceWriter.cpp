@@ -111,11 +111,12 @@ private:
         m_xml.writeStartElement(element.toString());
         writeText(u"name", record.name);
         TxUnknownXml::writeAttributes(record.unknown, m_xml);
-        // Content before elements: it keeps the writer from adding white space between them, which would join it.
-        if (!record.content.isEmpty() || !record.unknown.isEmpty())
+        m_xml.setAutoFormatting(false); // white space would join the content
+        if (!record.content.isEmpty())
             m_xml.writeCharacters(TxXmlText::encode(record.content));
         TxUnknownXml::writeElements(record.unknown, m_xml);
         m_xml.writeEndElement();
+        m_xml.setAutoFormatting(true);
     }
 
     void finish(const QString &unknown)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/base/TxExport.h"
 #include "engine/map/TxWorkspaceDocument.h"
 
 #include <QByteArray>
@@ -8,6 +9,6 @@
 namespace TxWorkspaceWriter {
 
 /// @p document as the content of a workspace file; the same for the same document.
-QByteArray write(const TxWorkspaceDocument &document);
+TX_EXPORT QByteArray write(const TxWorkspaceDocument &document);
 
 } // namespace TxWorkspaceWriter

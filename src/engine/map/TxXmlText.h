@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/base/TxExport.h"
+
 #include <QString>
 
 /// Texts of any content in XML, which has no way to write most control characters.
@@ -8,7 +10,7 @@
 /// in four hexadecimal digits; a text that happens to hold such a thing has its first underscore written as "_x005F_".
 namespace TxXmlText {
 
-QString encode(const QString &text);
-QString decode(QStringView text);
+TX_EXPORT QString encode(const QString &text);
+TX_EXPORT QString decode(QStringView text);
 
 } // namespace TxXmlText

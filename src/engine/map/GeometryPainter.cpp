@@ -1,0 +1,290 @@
+#include "engine/map/GeometryPainter.h"
+
+#include "engine/geometry/GeoCompound.h"
+#include "engine/geometry/GeoLine.h"
+#include "engine/geometry/GeoPoint.h"
+#include "engine/geometry/GeoRegion.h"
+#include "engine/geometry/GeoText.h"
+#include "engine/map/HeightRamp.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+QPen linePen(const TxLayerStyle &style)
+{
+    return QPen(style.line, style.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+}
+
+/// Calls @p visit for @p geometry, or for its members when it is a compound, members of members included.
+template<class Visit>
+void visitSimple(const CElemGeometry &geometry, Visit visit)
+{
+    std::vector<const CElemGeometry *> pending{&geometry};
+    while (!pending.empty()) {
+        const CElemGeometry *next = pending.back();
+        pending.pop_back();
+        const auto *compound = dynamic_cast<const CGeoCompound *>(next);
+        if (!compound) {
+            visit(*next);
+            continue;
+        }
+        for (qint32 i = compound->GetGeometryCount() - 1; i >= 0; --i)
+            pending.push_back(compound->GetGeometry(i));
+    }
+}
+
+/// Calls @p visit with the index and the points of each part.
+template<class Visit>
+void visitParts(const CGeoParts &parts, Visit visit)
+{
+    const CPoint2D *points = parts.GetPoints();
+    size_t start = 0;
+    for (const qint32 count : parts.GetPolyCounts()) {
+        const size_t size = static_cast<size_t>(count);
+        visit(start, std::span(points + start, size));
+        start += size;
+    }
+}
+
+QImage makeSymbol(const TxLayerStyle &style, qreal pixelRatio)
+{
+    const double outline = std::min(style.lineWidth, style.symbolSize / 3);
+    const int side = static_cast<int>(std::ceil((style.symbolSize + outline + 1) * pixelRatio)) | 1; // a middle pixel
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    image.setDevicePixelRatio(pixelRatio);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(style.line, outline));
+    painter.setBrush(style.fill);
+    const double middle = side / pixelRatio / 2;
+    const double radius = style.symbolSize / 2;
+    painter.drawEllipse(QPointF(middle, middle), radius, radius);
+    return image;
+}
+
+} // namespace
+
+GeometryPainter::GeometryPainter(const MapView &view, const TxLayerStyle &style,
+                                 std::shared_ptr<const TxReprojector> reprojector, qreal pixelRatio, const QFont &font)
+    : m_path(view, std::move(reprojector), 0.5 / pixelRatio), m_style(style), m_pixelRatio(pixelRatio), m_font(font),
+      m_symbol(makeSymbol(style, pixelRatio)), m_deviceSize((view.size() * pixelRatio).toSize())
+{
+}
+
+void GeometryPainter::setSurface(double lowest, double highest)
+{
+    m_surface = std::pair(lowest, highest);
+}
+
+void GeometryPainter::draw(QPainter &painter, const CElemGeometry &geometry)
+{
+    visitSimple(geometry, [&](const CElemGeometry &simple) {
+        if (const auto *point = dynamic_cast<const CGeoPoint *>(&simple))
+            drawPoint(painter, *point);
+        else if (const auto *line = dynamic_cast<const CGeoLine *>(&simple))
+            drawLine(painter, *line);
+        else if (const auto *region = dynamic_cast<const CGeoRegion *>(&simple))
+            drawRegion(painter, *region);
+        else if (const auto *text = dynamic_cast<const CGeoText *>(&simple))
+            drawText(painter, *text);
+    });
+}
+
+bool GeometryPainter::takePixel(const QPointF &place)
+{
+    const int margin = m_symbol.width();
+    const int x = static_cast<int>(std::lround(std::clamp(place.x() * m_pixelRatio, -1e6, 1e6))) + margin;
+    const int y = static_cast<int>(std::lround(std::clamp(place.y() * m_pixelRatio, -1e6, 1e6))) + margin;
+    const int width = m_deviceSize.width() + 2 * margin;
+    const int height = m_deviceSize.height() + 2 * margin;
+    if (x < 0 || y < 0 || x >= width || y >= height)
+        return false;
+    if (m_taken.empty())
+        m_taken.resize(static_cast<size_t>(width) * static_cast<size_t>(height));
+    auto taken = m_taken[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
+    if (taken)
+        return false;
+    taken = true;
+    return true;
+}
+
+void GeometryPainter::drawPoint(QPainter &painter, const CGeoPoint &point)
+{
+    const QPointF place = m_path.point(point.GetPoint());
+    if (std::isnan(place.x()) || std::isnan(place.y()) || !takePixel(place))
+        return;
+    const double x = std::round(place.x() * m_pixelRatio) - m_symbol.width() / 2;
+    const double y = std::round(place.y() * m_pixelRatio) - m_symbol.height() / 2;
+    painter.drawImage(QPointF(x / m_pixelRatio, y / m_pixelRatio), m_symbol);
+}
+
+void GeometryPainter::drawLine(QPainter &painter, const CGeoLine &line)
+{
+    painter.setPen(linePen(m_style));
+    visitParts(line, [&](size_t, std::span<const CPoint2D> part) {
+        for (const QPolygonF &piece : m_path.line(part)) {
+            // A line below a pixel in length is still a mark on the map.
+            if (piece.size() == 2 && (piece[1] - piece[0]).manhattanLength() < 0.5)
+                painter.drawPoint(piece[0]);
+            else
+                painter.drawPolyline(piece);
+        }
+    });
+}
+
+QPainterPath GeometryPainter::regionPath(const CGeoRegion &region)
+{
+    QPainterPath path;
+    path.setFillRule(Qt::OddEvenFill);
+    visitParts(region, [&](size_t, std::span<const CPoint2D> part) {
+        const QPolygonF &ring = m_path.ring(part);
+        if (!ring.isEmpty()) {
+            path.addPolygon(ring);
+            path.closeSubpath();
+        }
+    });
+    return path;
+}
+
+void GeometryPainter::drawRegion(QPainter &painter, const CGeoRegion &region)
+{
+    if (m_surface && region.GetZs()) {
+        drawSurface(painter, region);
+        return;
+    }
+    const QPainterPath path = regionPath(region);
+    if (path.isEmpty())
+        return;
+    painter.setPen(linePen(m_style));
+    painter.setBrush(m_style.fill);
+    painter.drawPath(path);
+}
+
+void GeometryPainter::drawSurface(QPainter &painter, const CGeoRegion &surface)
+{
+    const double *zs = surface.GetZs();
+    const double range = m_surface->second - m_surface->first;
+    // Faces side by side show their seams when their edges are antialiased.
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(Qt::NoPen);
+    visitParts(surface, [&](size_t start, std::span<const CPoint2D> part) {
+        const QPolygonF &ring = m_path.ring(part);
+        if (ring.isEmpty())
+            return;
+        double sum = 0;
+        for (size_t i = 0; i < part.size(); ++i)
+            sum += zs[start + i];
+        const double mean = sum / static_cast<double>(part.size());
+        const double level = range > 0 ? (mean - m_surface->first) / range : 0.5;
+        const double shade = part.size() >= 3 ? HeightRamp::shade(part.data(), zs + start, range) : 1.0;
+        painter.setBrush(HeightRamp::shaded(HeightRamp::colour(level), shade));
+        painter.drawPolygon(ring);
+    });
+    painter.setRenderHint(QPainter::Antialiasing, true);
+}
+
+void GeometryPainter::drawText(QPainter &painter, const CGeoText &text)
+{
+    const QPointF place = m_path.point(text.GetAnchor().GetPoint());
+    if (std::isnan(place.x()) || std::isnan(place.y()))
+        return;
+    constexpr double capitals = 0.72; // height of a capital letter to the font's size, for most fonts
+    constexpr double smallest = 3.0;  // pixels: below nobody can read it
+    constexpr double largest = 2000.0;
+    QFont font = m_font;
+    if (text.GetHeight() > 0) {
+        const double size = text.GetHeight() / m_path.view().scale() / capitals;
+        if (size < smallest)
+            return;
+        font.setPixelSize(static_cast<int>(std::lround(std::min(size, largest))));
+    }
+    const QFontMetricsF metrics(font);
+    const QStringList lines = text.GetText().split(u'\n');
+    double reach = metrics.height() * static_cast<double>(lines.size());
+    for (const QString &line : lines)
+        reach = std::max(reach, metrics.horizontalAdvance(line) + metrics.height());
+    if (!QRectF(QPointF(), m_path.view().size()).adjusted(-reach, -reach, reach, reach).contains(place))
+        return;
+    painter.save();
+    painter.translate(place);
+    painter.rotate(-text.GetAngle());
+    painter.setFont(font);
+    painter.setPen(m_style.line);
+    double y = 0;
+    for (const QString &line : lines) {
+        painter.drawText(QPointF(0, y), line);
+        y += metrics.lineSpacing();
+    }
+    painter.restore();
+}
+
+std::pair<QPointF, double> GeometryPainter::widestSpan(const CGeoRegion &region)
+{
+    const QRectF window(QPointF(), m_path.view().size());
+    std::vector<QPolygonF> rings;
+    QRectF bounds;
+    visitParts(region, [&](size_t, std::span<const CPoint2D> part) {
+        const QPolygonF &ring = m_path.ring(part);
+        bounds |= ring.boundingRect();
+        rings.push_back(ring);
+    });
+    bounds &= window;
+    if (bounds.isEmpty())
+        return {QPointF(), -1};
+    const double y = bounds.center().y();
+    std::vector<double> crossings;
+    for (const QPolygonF &ring : rings) {
+        for (qsizetype i = 1; i < ring.size(); ++i) {
+            const QPointF &a = ring[i - 1];
+            const QPointF &b = ring[i];
+            if ((a.y() <= y) != (b.y() <= y))
+                crossings.push_back(a.x() + (y - a.y()) / (b.y() - a.y()) * (b.x() - a.x()));
+        }
+    }
+    std::sort(crossings.begin(), crossings.end());
+    std::pair<QPointF, double> widest(QPointF(), -1);
+    for (size_t i = 1; i < crossings.size(); i += 2) {
+        const double left = std::max(crossings[i - 1], window.left());
+        const double right = std::min(crossings[i], window.right());
+        if (right - left > widest.second)
+            widest = {QPointF((left + right) / 2, y), right - left};
+    }
+    return widest;
+}
+
+std::optional<QPointF> GeometryPainter::labelPlace(const CElemGeometry &geometry)
+{
+    const QRectF window(QPointF(), m_path.view().size());
+    std::optional<QPointF> place;
+    double best = -1;
+    visitSimple(geometry, [&](const CElemGeometry &simple) {
+        if (const auto *point = dynamic_cast<const CGeoPoint *>(&simple)) {
+            if (best < 0) {
+                place = m_path.point(point->GetPoint()) - QPointF(0, m_style.symbolSize / 2 + m_style.lineWidth);
+                best = 0;
+            }
+        } else if (const auto *line = dynamic_cast<const CGeoLine *>(&simple)) {
+            visitParts(*line, [&](size_t, std::span<const CPoint2D> part) {
+                for (const QPolygonF &piece : m_path.line(part)) {
+                    const QRectF bounds = piece.boundingRect();
+                    if (bounds.width() + bounds.height() > best) {
+                        best = bounds.width() + bounds.height();
+                        place = piece[piece.size() / 2];
+                    }
+                }
+            });
+        } else if (const auto *region = dynamic_cast<const CGeoRegion *>(&simple)) {
+            const auto [middle, width] = widestSpan(*region);
+            if (width > best) {
+                best = width;
+                place = middle;
+            }
+        }
+    });
+    return place && window.contains(*place) ? place : std::nullopt;
+}

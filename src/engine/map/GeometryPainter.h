@@ -1,0 +1,56 @@
+#pragma once
+
+#include "engine/map/ScreenPath.h"
+#include "engine/map/TxLayerStyle.h"
+
+#include <QFont>
+#include <QImage>
+#include <QPainterPath>
+
+#include <optional>
+#include <vector>
+
+class CElemGeometry;
+class CGeoLine;
+class CGeoPoint;
+class CGeoRegion;
+class CGeoText;
+class QPainter;
+
+/// Draws geometry elements of any kind in the style of a layer. One for each drawing of a layer.
+class GeometryPainter
+{
+public:
+    /// @p pixelRatio is that of the picture that is drawn on, @p font that of texts which have no height of their own.
+    GeometryPainter(const MapView &view, const TxLayerStyle &style, std::shared_ptr<const TxReprojector> reprojector,
+                    qreal pixelRatio, const QFont &font);
+
+    /// Shades regions with heights face by face, as a surface between @p lowest and @p highest.
+    void setSurface(double lowest, double highest);
+
+    /// Draws @p geometry. @p painter must be antialiasing, with device-independent pixels.
+    void draw(QPainter &painter, const CElemGeometry &geometry);
+    /// The middle of where the geometry was drawn, for its label; nothing when nothing of it is in the window.
+    std::optional<QPointF> labelPlace(const CElemGeometry &geometry);
+
+private:
+    void drawPoint(QPainter &painter, const CGeoPoint &point);
+    void drawLine(QPainter &painter, const CGeoLine &line);
+    void drawRegion(QPainter &painter, const CGeoRegion &region);
+    void drawSurface(QPainter &painter, const CGeoRegion &surface);
+    void drawText(QPainter &painter, const CGeoText &text);
+    QPainterPath regionPath(const CGeoRegion &region);
+    /// Where a region is widest along a line through the middle of what is seen of it, and how wide; -1 when unseen.
+    std::pair<QPointF, double> widestSpan(const CGeoRegion &region);
+    /// True when nothing was drawn in this picture at the pixel of @p place yet; marks it.
+    bool takePixel(const QPointF &place);
+
+    ScreenPath m_path;
+    TxLayerStyle m_style;
+    qreal m_pixelRatio;
+    QFont m_font;
+    QImage m_symbol;
+    QSize m_deviceSize;
+    std::vector<bool> m_taken; // the device pixels that a point symbol stands on
+    std::optional<std::pair<double, double>> m_surface;
+};

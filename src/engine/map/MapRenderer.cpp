@@ -1,0 +1,386 @@
+#include "engine/map/MapRenderer.h"
+
+#include "engine/base/TxErrorMsg.h"
+#include "engine/data/DatasetRaster.h"
+#include "engine/data/DatasetVector.h"
+#include "engine/data/TxDataSources.h"
+#include "engine/data/TxQueryDef.h"
+#include "engine/data/TxRecordset.h"
+#include "engine/data/TxVectorPrivate.h"
+#include "engine/geometry/GeoRegion.h"
+#include "engine/projection/TxPJCoordSys.h"
+#include "engine/projection/TxReprojector.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int recordsBetweenLooks = 8; // at the clock
+constexpr double room = 64.0;          // pixels beyond the window from which symbols and texts may reach in
+
+/// The interval of heights of @p geometry, as left and right of a rectangle; void without heights.
+CRect2D heightsOf(const CElemGeometry &geometry)
+{
+    CRect2D heights;
+    const auto *parts = dynamic_cast<const CGeoParts *>(&geometry);
+    const double *zs = parts ? parts->GetZs() : nullptr;
+    for (qint32 i = 0; zs && i < parts->GetPointCount(); ++i)
+        heights.Union(CRect2D(zs[i], 0, zs[i], 0));
+    return heights;
+}
+
+bool isDrawable(CElemDatasetInfo::Type kind)
+{
+    return kind != CElemDatasetInfo::Tabular;
+}
+
+} // namespace
+
+MapRenderer::~MapRenderer()
+{
+    stop();
+    closeOpened(true);
+}
+
+void MapRenderer::setMap(CTxMap *map)
+{
+    stop();
+    closeOpened(true);
+    m_released.clear();
+    m_surfaces.clear();
+    m_map = TxMapHandle(map);
+}
+
+void MapRenderer::start(const Settings &settings)
+{
+    stop();
+    m_settings = settings;
+    m_image = QImage((settings.view.size() * settings.pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    m_image.setDevicePixelRatio(settings.pixelRatio);
+    m_image.fill(Qt::transparent);
+    QColor halo = settings.background;
+    halo.setAlphaF(0.8F);
+    m_labels.clear(settings.font, settings.view.size(), halo);
+    m_tasks.clear();
+    m_next = 0;
+    const CTxMap *map = m_map.get();
+    if (!map || m_image.isNull())
+        return;
+    const CTxLayers &layers = map->GetLayers();
+    for (int i = layers.GetCount() - 1; i >= 0; --i) {
+        const CTxLayer *layer = layers.GetLayerAt(i);
+        if (!layer->IsVisible())
+            continue;
+        const TxLayerStyle style = legibleStyle(layer->style(), settings.background);
+        m_tasks.append({layer, layer->GetName(), style, false});
+        const CTxDataset *dataset = layer->GetDataset();
+        if (dataset && dataset->GetType() == CElemDatasetInfo::Network && dataset->GetChildDataset())
+            m_tasks.append({layer, layer->GetName(), style, true});
+    }
+    m_drawing = true;
+}
+
+void MapRenderer::stop()
+{
+    endTask();
+    m_drawing = false;
+}
+
+int MapRenderer::percent() const
+{
+    if (!m_drawing)
+        return 100;
+    const int task = m_raster ? m_raster->percent() : 0;
+    const auto count = static_cast<int>(m_tasks.size()) + 1; // the labels are the last one
+    return std::min(99, (static_cast<int>(m_next) * 100 + task) / count);
+}
+
+bool MapRenderer::step(qint64 milliseconds)
+{
+    m_timer.start();
+    while (m_drawing && m_timer.elapsed() < milliseconds) {
+        if (!m_map.get()) {
+            stop();
+        } else if (m_inTask) {
+            drawTask(milliseconds);
+        } else if (m_next < m_tasks.size()) {
+            beginTask();
+        } else {
+            QPainter painter(&m_image);
+            painter.setRenderHint(QPainter::Antialiasing);
+            if (m_labels.draw(painter, m_timer, milliseconds))
+                m_drawing = false;
+        }
+    }
+    return m_drawing;
+}
+
+bool MapRenderer::isLayerAlive(const CTxLayer *layer) const
+{
+    const CTxMap *map = m_map.get();
+    return map && map->GetLayers().FindLayer(layer) >= 0;
+}
+
+CTxDataset *MapRenderer::findDataset(const Task &task) const
+{
+    if (!isLayerAlive(task.layer))
+        return nullptr;
+    CTxDataset *dataset = task.layer->GetDataset();
+    return dataset && task.nodes ? dataset->GetChildDataset() : dataset;
+}
+
+CTxDataset *MapRenderer::liveDataset() const
+{
+    if (!m_inTask || !m_dataset || findDataset(m_tasks.at(m_next)) != m_dataset)
+        return nullptr;
+    return m_dataset->IsOpen() ? m_dataset : nullptr;
+}
+
+CTxRecordset *MapRenderer::liveRecordset() const
+{
+    const CTxDataset *dataset = liveDataset();
+    if (!dataset || !dataset->IsVector() || !m_recordset)
+        return nullptr;
+    const auto &living = TxVectorPrivate::of(static_cast<const CDatasetVector &>(*dataset)).recordsets;
+    const bool lives = std::any_of(living.begin(), living.end(),
+                                   [this](const auto &recordset) { return recordset.get() == m_recordset; });
+    return lives ? m_recordset : nullptr;
+}
+
+void MapRenderer::beginTask()
+{
+    const Task &task = m_tasks.at(m_next);
+    m_inTask = true;
+    m_dataset = findDataset(task);
+    if (!m_dataset || !isDrawable(m_dataset->GetType()) || m_released.contains(m_dataset)) {
+        if (!m_dataset && isLayerAlive(task.layer))
+            fail(QStringLiteral("The dataset \"%1\" is not there.").arg(task.layer->GetDatasetName()));
+        endTask();
+        return;
+    }
+    if (!m_dataset->IsOpen()) {
+        if (!m_dataset->Open()) {
+            fail(TxGetErrorMsgObj().GetErrorMessage());
+            endTask();
+            return;
+        }
+        m_opened.append(
+            {task.layer->GetDataSources(), task.layer->GetDataSourceAlias(), m_dataset->GetName(), m_dataset});
+        m_hasOpened = true;
+    }
+    CTxPJCoordSys own;
+    CTxPJCoordSys map;
+    m_dataset->GetProjection(own);
+    m_map.get()->GetProjection(map);
+    bool failed = false;
+    m_reprojector = TxReprojector::make(own, map, failed);
+    if (failed) {
+        fail(QStringLiteral("There is no way from its coordinate system \"%1\" to that of the map, \"%2\".")
+                 .arg(own.GetName(), map.GetName()));
+        endTask();
+        return;
+    }
+    if (task.style.opacity < 1) {
+        m_layerImage = QImage(m_image.size(), m_image.format());
+        m_layerImage.setDevicePixelRatio(m_settings.pixelRatio);
+        m_layerImage.fill(Qt::transparent);
+    }
+    if (m_dataset->IsVector())
+        beginVector(static_cast<CDatasetVector &>(*m_dataset));
+    else
+        m_raster.emplace(m_settings.view, m_settings.pixelRatio, m_reprojector, m_dataset->GetBounds());
+}
+
+void MapRenderer::beginVector(CDatasetVector &dataset)
+{
+    const Task &task = m_tasks.at(m_next);
+    m_geometries.emplace(m_settings.view, task.style, m_reprojector, m_settings.pixelRatio, m_settings.font);
+    m_labels.nextLayer(m_settings.background.lightnessF() < 0.5F ? QColor(0xf0, 0xf0, 0xf0) : QColor(0x20, 0x20, 0x20));
+    const bool isSurface = dataset.GetType() == CElemDatasetInfo::TIN;
+    if (isSurface && m_surfaces.contains(&dataset))
+        m_geometries->setSurface(m_surfaces[&dataset].first, m_surfaces[&dataset].second);
+    else if (isSurface)
+        m_surface.emplace();
+    if (!query(dataset, m_surface.has_value()))
+        endTask();
+}
+
+bool MapRenderer::query(CDatasetVector &dataset, bool everything)
+{
+    const Task &task = m_tasks.at(m_next);
+    CTxQueryDef definition;
+    definition.options = CTxQueryDef::SkipAttributes;
+    const bool hasLabels = !everything && !task.nodes && dataset.FindField(task.style.labelField) >= 0;
+    if (hasLabels) {
+        definition.options = CTxQueryDef::NoOption;
+        definition.fields = {task.style.labelField};
+    }
+    if (!everything) {
+        definition.bounds = m_settings.view.bounds();
+        definition.bounds.InflateRect(room * m_settings.view.scale(), room * m_settings.view.scale());
+        if (m_reprojector)
+            definition.bounds = m_reprojector->inverse(definition.bounds);
+        if (definition.bounds.IsVoid()) // nothing of this coordinate system lies here
+            return false;
+    }
+    m_recordset = dataset.Query(definition);
+    if (!m_recordset)
+        fail(TxGetErrorMsgObj().GetErrorMessage());
+    m_labelField = m_recordset && hasLabels ? m_recordset->FindField(task.style.labelField) : -1;
+    return m_recordset != nullptr;
+}
+
+void MapRenderer::drawTask(qint64 milliseconds)
+{
+    if (!liveDataset() || (m_geometries && !liveRecordset()))
+        endTask();
+    else if (m_raster)
+        drawTiles(milliseconds);
+    else if (m_surface)
+        measureSurface(milliseconds);
+    else
+        drawRecords(milliseconds);
+}
+
+void MapRenderer::drawRecords(qint64 milliseconds)
+{
+    QPainter painter(m_layerImage.isNull() ? &m_image : &m_layerImage);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (int count = 1; !m_recordset->IsEOF(); ++count) {
+        CElemGeometry *raw = nullptr;
+        m_recordset->GetGeometry(raw);
+        if (const std::unique_ptr<CElemGeometry> geometry(raw); geometry) {
+            m_geometries->draw(painter, *geometry);
+            CTxVariant label;
+            if (m_labelField >= 0 && m_labels.takesMore() && m_recordset->GetFieldValue(m_labelField, label)) {
+                if (const auto place = m_geometries->labelPlace(*geometry))
+                    m_labels.add(*place, label.toText(), geometry->GetType() % 100 == CElemGeometry::Point);
+            }
+        }
+        m_recordset->MoveNext();
+        if (count % recordsBetweenLooks == 0 && m_timer.elapsed() >= milliseconds)
+            return;
+    }
+    painter.end();
+    endTask();
+}
+
+void MapRenderer::measureSurface(qint64 milliseconds)
+{
+    for (int count = 1; !m_recordset->IsEOF(); ++count) {
+        CElemGeometry *raw = nullptr;
+        m_recordset->GetGeometry(raw);
+        if (const std::unique_ptr<CElemGeometry> geometry(raw); geometry)
+            m_surface->Union(heightsOf(*geometry));
+        m_recordset->MoveNext();
+        if (count % recordsBetweenLooks == 0 && m_timer.elapsed() >= milliseconds)
+            return;
+    }
+    const std::pair<double, double> heights =
+        m_surface->IsVoid() ? std::pair(0.0, 0.0) : std::pair(m_surface->left, m_surface->right);
+    m_surface.reset();
+    m_surfaces.insert(m_dataset, heights);
+    m_geometries->setSurface(heights.first, heights.second);
+    releaseRecordset();
+    if (!query(static_cast<CDatasetVector &>(*m_dataset), false))
+        endTask();
+}
+
+void MapRenderer::drawTiles(qint64 milliseconds)
+{
+    QPainter painter(m_layerImage.isNull() ? &m_image : &m_layerImage);
+    while (!m_raster->isDone()) {
+        if (!m_raster->drawNext(painter, static_cast<const CDatasetRaster &>(*m_dataset))) {
+            fail(TxGetErrorMsgObj().GetErrorMessage());
+            break;
+        }
+        if (m_timer.elapsed() >= milliseconds && !m_raster->isDone())
+            return;
+    }
+    painter.end();
+    endTask();
+}
+
+void MapRenderer::releaseRecordset()
+{
+    if (liveRecordset())
+        static_cast<CDatasetVector *>(m_dataset)->ReleaseRecordset(m_recordset);
+    m_recordset = nullptr;
+}
+
+void MapRenderer::endTask()
+{
+    if (!m_inTask)
+        return;
+    releaseRecordset();
+    if (!m_layerImage.isNull()) {
+        QPainter painter(&m_image);
+        painter.setOpacity(m_tasks.at(m_next).style.opacity);
+        painter.drawImage(QPointF(), m_layerImage);
+        painter.end();
+        m_layerImage = QImage();
+    }
+    m_geometries.reset();
+    m_raster.reset();
+    m_surface.reset();
+    m_reprojector.reset();
+    m_dataset = nullptr;
+    m_inTask = false;
+    ++m_next;
+}
+
+void MapRenderer::release(const CTxDataset *dataset)
+{
+    if (!dataset)
+        return;
+    if (m_inTask && m_dataset == dataset)
+        endTask();
+    m_released.insert(dataset);
+    m_surfaces.remove(dataset);
+    const auto at = std::find_if(m_opened.cbegin(), m_opened.cend(),
+                                 [dataset](const Opened &opened) { return opened.dataset == dataset; });
+    if (at != m_opened.cend()) {
+        close(*at);
+        m_opened.erase(at);
+    }
+}
+
+void MapRenderer::refresh()
+{
+    m_released.clear();
+    m_surfaces.clear();
+    closeOpened(false);
+}
+
+void MapRenderer::closeOpened(bool all)
+{
+    QSet<const CTxDataset *> shown;
+    const CTxMap *map = m_map.get();
+    for (int i = 0; map && !all && i < map->GetLayers().GetCount(); ++i) {
+        const CTxDataset *dataset = map->GetLayers().GetLayerAt(i)->GetDataset();
+        shown.insert(dataset);
+        if (dataset)
+            shown.insert(dataset->GetChildDataset());
+    }
+    m_opened.removeIf([&](const Opened &opened) { return !shown.contains(opened.dataset) && (close(opened), true); });
+}
+
+bool MapRenderer::close(const Opened &opened) const
+{
+    const bool isAlive = m_map.get() && opened.dataSources;
+    const CTxDataSource *dataSource = isAlive ? opened.dataSources->find(opened.alias) : nullptr;
+    CTxDataset *dataset = dataSource ? dataSource->GetDataset(opened.name) : nullptr;
+    if (!dataset || dataset != opened.dataset || !dataset->IsOpen())
+        return false;
+    // Somebody else reads it by now.
+    if (dataset->IsVector() && static_cast<const CDatasetVector *>(dataset)->GetRecordsetCount() > 0)
+        return false;
+    return dataset->Close();
+}
+
+void MapRenderer::fail(const QString &reason)
+{
+    m_failures.append({m_tasks.at(m_next).name, reason});
+}

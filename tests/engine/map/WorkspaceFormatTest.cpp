@@ -1,0 +1,231 @@
+#include "engine/map/TxWorkspaceReader.h"
+#include "engine/map/TxWorkspaceWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+/// A file in which everything occurs, unknown things at every level too.
+const QByteArray full = R"(<?xml version="1.0" encoding="UTF-8"?>
+<terravox-workspace version="1" name="World" xmlns:x="http://example.org/x" x:mood="calm">
+  <datasource alias="world" path="data/world.tdb" type="14" options="2" priority="3"><x:cache size="5"/></datasource>
+  <datasource alias="db" path="PG:dbname=gis" type="4" options="6"/>
+  <map name="Countries" background="#102030" left="-180" bottom="-90" right="180.5" top="90" rotation="15">
+    <layer name="Rivers" alias="world" dataset="rivers" visible="false" line="#ff0000ff" lineWidth="2.5" label="name" glow="1">
+      <filter>a &lt; b<deep><deeper/></deep> tail</filter>
+    </layer>
+    <layer alias="world" dataset="countries" selectable="false" snapable="false" editable="true" locked="true" fill="#80112233" symbolSize="9" opacity="0.5"/>
+    <grid step="10"> </grid>
+  </map>
+  <map name="Empty"/>
+  <layout name="Page" paper="A4">&lt;page w=&quot;210&quot;/&gt;
+line 2_x000D_<preview/></layout>
+  <layout name="Blank"/>
+  <scene name="Globe">&lt;scene/&gt;</scene>
+  <future><a b="c">text</a></future>
+</terravox-workspace>
+)";
+
+TxWorkspaceDocument readGood(const QByteArray &xml)
+{
+    QString error;
+    const auto document = TxWorkspaceReader::read(xml, error);
+    EXPECT_TRUE(document) << qPrintable(error);
+    return document.value_or(TxWorkspaceDocument());
+}
+
+TEST(WorkspaceFormat, ReadsEverything)
+{
+    const TxWorkspaceDocument document = readGood(full);
+    EXPECT_EQ(document.name, u"World");
+    ASSERT_EQ(document.dataSources.size(), 2);
+    EXPECT_EQ(document.dataSources[1].alias, u"db");
+    EXPECT_EQ(document.dataSources[1].path, u"PG:dbname=gis");
+    EXPECT_EQ(document.dataSources[1].engineType, 4);
+    EXPECT_EQ(document.dataSources[1].options, 6U);
+    ASSERT_EQ(document.maps.size(), 2);
+    const TxMapRecord &map = document.maps[0];
+    EXPECT_EQ(map.background, QColor(0x10, 0x20, 0x30));
+    EXPECT_EQ(map.view, CRect2D(-180, -90, 180.5, 90));
+    ASSERT_EQ(map.layers.size(), 2);
+    EXPECT_EQ(map.layers[0].name, u"Rivers");
+    EXPECT_FALSE(map.layers[0].visible);
+    EXPECT_EQ(map.layers[0].style.lineWidth, 2.5);
+    EXPECT_EQ(map.layers[0].style.labelField, u"name");
+    EXPECT_TRUE(map.layers[1].visible);
+    EXPECT_TRUE(map.layers[1].editable && map.layers[1].editableLock);
+    EXPECT_FALSE(map.layers[1].selectable || map.layers[1].snapable);
+    EXPECT_EQ(map.layers[1].style.fill, QColor(0x11, 0x22, 0x33, 0x80));
+    EXPECT_EQ(map.layers[1].style.opacity, 0.5);
+    EXPECT_TRUE(document.maps[1].view.IsVoid());
+    EXPECT_FALSE(document.maps[1].background.isValid());
+    ASSERT_EQ(document.layouts.size(), 2);
+    EXPECT_EQ(document.layouts[0].content, u"<page w=\"210\"/>\nline 2\r");
+    ASSERT_EQ(document.scenes.size(), 1);
+    EXPECT_FALSE(document.repaired);
+}
+
+TEST(WorkspaceFormat, UnknownThingsOfEveryLevelSurvive)
+{
+    const QByteArray once = TxWorkspaceWriter::write(readGood(full));
+    EXPECT_EQ(TxWorkspaceWriter::write(readGood(once)), once) << "writing what was written changes nothing";
+    for (const char *kept :
+         {"x:mood=\"calm\"", "xmlns:x=\"http://example.org/x\"", "priority=\"3\"", "<x:cache size=\"5\"",
+          "rotation=\"15\"", "glow=\"1\"", "<filter>a &lt; b<deep><deeper/></deep> tail</filter>",
+          "<grid step=\"10\"> </grid>", "paper=\"A4\"", "<preview/>", "<a b=\"c\">text</a>"})
+        EXPECT_TRUE(once.contains(kept)) << kept << " in\n" << once.constData();
+}
+
+TEST(WorkspaceFormat, OddNamesSurvive)
+{
+    TxWorkspaceDocument document;
+    const QString names[] = {QString(10000, u'n'), QStringLiteral("\u202E\u05D0\U0001F5FA"),
+                             QStringLiteral("a\x01\r\n\t\"<&>'"), QStringLiteral(" _x0041_ ")};
+    for (const QString &name : names) {
+        TxLayerRecord layer;
+        layer.name = layer.alias = layer.dataset = name;
+        document.maps.append({name, CRect2D(), QColor(), {layer}, QString()});
+        document.layouts.append({name, name, QString()});
+        document.dataSources.append({name, QStringLiteral("/") + name, 14, 2, QString()});
+    }
+    const TxWorkspaceDocument again = readGood(TxWorkspaceWriter::write(document));
+    ASSERT_EQ(again.maps.size(), std::ssize(names));
+    for (qsizetype i = 0; i < std::ssize(names); ++i) {
+        EXPECT_EQ(again.maps[i].name, names[i]);
+        EXPECT_EQ(again.maps[i].layers[0].dataset, names[i]);
+        EXPECT_EQ(again.layouts[i].content, names[i]);
+        EXPECT_EQ(again.dataSources[i].alias, names[i]);
+    }
+}
+
+TEST(WorkspaceFormat, EveryTruncationIsRefused)
+{
+    const qsizetype end = full.lastIndexOf('>') + 1;
+    for (qsizetype length = 0; length < end; ++length) {
+        QString error;
+        EXPECT_FALSE(TxWorkspaceReader::read(full.left(length), error)) << length;
+        EXPECT_FALSE(error.isEmpty()) << length;
+    }
+}
+
+TEST(WorkspaceFormat, DamagedBytesAreRefusedOrTakenButNeverCrash)
+{
+    int refused = 0;
+    quint32 state = 1;
+    for (int round = 0; round < 3000; ++round) {
+        QByteArray damaged = full;
+        for (int i = 0; i < 3; ++i) {
+            state = state * 1664525U + 1013904223U;
+            damaged[static_cast<qsizetype>((state >> 8) % static_cast<quint32>(full.size()))] =
+                static_cast<char>(state >> 24);
+        }
+        QString error;
+        if (const auto document = TxWorkspaceReader::read(damaged, error)) {
+            const TxWorkspaceDocument again = readGood(TxWorkspaceWriter::write(*document));
+            EXPECT_EQ(TxWorkspaceWriter::write(again), TxWorkspaceWriter::write(*document));
+        } else {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 1000);
+}
+
+struct BadRow
+{
+    const char *name;
+    QByteArray xml;
+    const char *says; // part of the error text
+};
+
+QByteArray inRoot(const QByteArray &content)
+{
+    return "<terravox-workspace version=\"1\">" + content + "</terravox-workspace>";
+}
+
+QByteArray entityBomb()
+{
+    QByteArray xml = "<!DOCTYPE z [<!ENTITY a \"aaaaaaaaaa\">";
+    for (char c = 'b'; c < 'k'; ++c) {
+        const char before[] = {static_cast<char>(c - 1), 0};
+        const QByteArray reference = QByteArray("&") + before + ';';
+        xml += QByteArray("<!ENTITY ") + c + " \"" + reference.repeated(10) + "\">";
+    }
+    return xml + "]><terravox-workspace version=\"1\" name=\"&j;\"/>";
+}
+
+QByteArray deep()
+{
+    return inRoot(QByteArray("<a>").repeated(10000) + QByteArray("</a>").repeated(10000));
+}
+
+class BadWorkspace : public testing::TestWithParam<BadRow>
+{
+};
+
+TEST_P(BadWorkspace, IsRefusedWithAReason)
+{
+    QString error;
+    EXPECT_FALSE(TxWorkspaceReader::read(GetParam().xml, error));
+    EXPECT_TRUE(error.contains(QString::fromUtf8(GetParam().says))) << qPrintable(error);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, BadWorkspace,
+    testing::Values(
+        BadRow{"empty", "", "line 1"}, BadRow{"garbage", QByteArray("\x89PNG\r\n\x1a\n\0\0\0", 11), "line 1"},
+        BadRow{"zeros", QByteArray(5000, '\0'), "line"},
+        BadRow{"otherRoot", "<html><body/></html>", "no workspace file"},
+        BadRow{"noVersion", "<terravox-workspace/>", "which version"},
+        BadRow{"newerVersion", "<terravox-workspace version=\"2\"/>", "newer version"},
+        BadRow{"versionIsNoNumber", "<terravox-workspace version=\"one\"/>", "version"},
+        BadRow{"entityBomb", entityBomb(), "document type"}, BadRow{"deep", deep(), "too deeply"},
+        BadRow{"twoRoots", inRoot("") + inRoot(""), "line 1"},
+        BadRow{"mapWithoutName", inRoot("<map/>"), "\"name\" of \"map\""},
+        BadRow{"layerWithoutDataset", inRoot("<map name='m'><layer alias='a'/></map>"), "\"dataset\" of \"layer\""},
+        BadRow{"datasourceWithoutPath", inRoot("<datasource alias='a'/>"), "\"path\""},
+        BadRow{"flagIsNoFlag", inRoot("<map name='m'><layer alias='a' dataset='d' visible='perhaps'/></map>"),
+               "visible"},
+        BadRow{"colourIsNoColour", inRoot("<map name='m' background='#12'/>"), "background"},
+        BadRow{"numberIsNoNumber", inRoot("<map name='m' left='1,5'/>"), "left"},
+        BadRow{"numberIsNotFinite", inRoot("<map name='m' left='nan'/>"), "left"},
+        BadRow{"optionsOutOfRange", inRoot("<datasource alias='a' path='p' options='99999999999'/>"), "options"},
+        BadRow{"optionsNegative", inRoot("<datasource alias='a' path='p' options='-1'/>"), "options"},
+        BadRow{"textBetween", inRoot("<map name='m'>hello</map>"), "text"},
+        BadRow{"sameAttributeTwice", inRoot("<map name='m' name='n'/>"), "line 1"}),
+    [](const testing::TestParamInfo<BadRow> &info) { return std::string(info.param.name); });
+
+TEST(WorkspaceFormat, TheErrorNamesTheLine)
+{
+    QString error;
+    TxWorkspaceReader::read("<terravox-workspace version=\"1\">\n\n<map/>\n</terravox-workspace>", error);
+    EXPECT_TRUE(error.startsWith(QStringLiteral("line 3"))) << qPrintable(error);
+}
+
+TEST(WorkspaceFormat, NamesThatOccurTwiceAreMadeUnique)
+{
+    const TxWorkspaceDocument document =
+        readGood(inRoot("<map name='a'/><map name='a'/><map name='a_1'/><map name='A'/><datasource alias='d' path='1'/>"
+                        "<datasource alias='d' path='2'/>"));
+    QStringList names;
+    for (const TxMapRecord &map : document.maps)
+        names.append(map.name);
+    EXPECT_EQ(names,
+              (QStringList{QStringLiteral("a"), QStringLiteral("a_2"), QStringLiteral("a_1"), QStringLiteral("A")}));
+    EXPECT_EQ(document.dataSources[1].alias, u"d_1");
+    EXPECT_EQ(document.dataSources[1].path, u"2");
+    EXPECT_TRUE(document.repaired) << "saving would write other names";
+}
+
+TEST(WorkspaceFormat, NumbersOutOfBoundsAreKeptWithinThem)
+{
+    const TxWorkspaceDocument document = readGood(
+        inRoot("<map name='m'><layer alias='a' dataset='d' lineWidth='1e9' symbolSize='0' opacity='7'/></map>"));
+    const TxLayerStyle &style = document.maps[0].layers[0].style;
+    EXPECT_EQ(style.lineWidth, 20);
+    EXPECT_EQ(style.symbolSize, 1);
+    EXPECT_EQ(style.opacity, 1);
+}
+
+} // namespace
