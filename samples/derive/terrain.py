@@ -107,14 +107,15 @@ def tin(grid):
             break
     print(f"TIN of {len(chosen)} points, largest error {worst[0][0]:.0f} m, "
           f"half of the triangles below {worst[len(worst) // 2][0]:.0f} m")
-    rows = []
-    for index, triangle in enumerate(sorted(triangles, key=lambda shape: shape.bounds), 1):
+    faces = []
+    for triangle in sorted(triangles, key=lambda shape: shape.bounds):
         ring = [(grid.west + column * grid.step_x, grid.north - row * grid.step_y, grid.heights[int(row), int(column)])
                 for row, column in triangle.exterior.coords]
-        if Polygon([(x, y) for x, y, _ in ring]).exterior.is_ccw is False:
+        if not Polygon([(x, y) for x, y, _ in ring]).exterior.is_ccw:
             ring.reverse()
-        rows.append((geometry("Polygon", [ring]), {"Triangle": index}))
-    write_geojson("terrain/Tin.geojson", UTM16N, rows, 0)
+        faces.append([ring])
+    write_geojson("terrain/Tin.geojson", UTM16N, [
+        (geometry("MultiPolygon", faces), {"Points": len(chosen), "Triangles": len(faces)})], 0)
 
 
 def at_rim(index, count):
