@@ -1,0 +1,40 @@
+#pragma once
+
+#include "engine/data/ElemDatasetInfo.h"
+
+#include <span>
+
+/// A vector dataset of the sample database and where its records come from.
+struct VectorSample
+{
+    const char *name;
+    CElemDatasetInfo::Type type;
+    const char *source;    ///< file below samples/source
+    const char *coordSys;  ///< what CTxDatasetDef::coordSys takes; null for none
+    const char *parent;    ///< the dataset whose child this is; null for none
+    const char *tileIndex; ///< the tile index of a library dataset; null for others
+    bool hidden;           ///< kept for another dataset, not to be listed
+};
+
+/// A raster dataset of the sample database and the file whose cells it takes.
+struct RasterSample
+{
+    const char *name;
+    CElemDatasetInfo::Type type;
+    const char *source;      ///< file below samples/source
+    const char *pixelFormat; ///< "" for that of the source
+};
+
+/// A datasource of the sample workspace beside the database, opened read-only.
+struct SourceSample
+{
+    const char *alias;
+    const char *path; ///< below samples/
+};
+
+/// The vector datasets, parents before their children and tile indexes before their libraries.
+std::span<const VectorSample> vectorSamples();
+/// The raster datasets.
+std::span<const RasterSample> rasterSamples();
+/// The other datasources of the workspace.
+std::span<const SourceSample> sourceSamples();
