@@ -18,16 +18,32 @@
 
 namespace {
 
-/// System fields that are filled from a plain field of the source: what the derivation calls it, and the engine.
-struct SystemSource
+/// A key that the engine keeps in datasets of some kind, and the field of the source that gives it.
+struct KeySource
 {
+    CElemDatasetInfo::Type type;
+    bool isCompanion;
     const char *source;
-    const char *field;
+    const char *key;
 };
-constexpr SystemSource systemSources[] = {
-    {"EdgeId", "TxEdgeID"}, {"FromNode", "TxFNode"},       {"ToNode", "TxTNode"},
-    {"NodeId", "TxNodeID"}, {"TileName", "TxLibTileName"},
+constexpr KeySource keySources[] = {
+    {CElemDatasetInfo::Network, false, "EdgeId", "TxEdgeID"},
+    {CElemDatasetInfo::Network, false, "FromNode", "TxFNode"},
+    {CElemDatasetInfo::Network, false, "ToNode", "TxTNode"},
+    {CElemDatasetInfo::Point, true, "NodeId", "TxNodeID"},
+    {CElemDatasetInfo::Region, true, "TileName", "TxLibTileName"},
+    {CElemDatasetInfo::Route, false, "RouteId", "TxRouteID"},
 };
+
+/// The field of the sample's dataset that takes the source's field @p name: the key that it gives, or its namesake.
+QString targetField(const VectorSample &sample, const QString &name)
+{
+    for (const KeySource &row : keySources) {
+        if (row.type == sample.type && row.isCompanion == sample.isCompanion && name == QLatin1String(row.source))
+            return QString::fromLatin1(row.key);
+    }
+    return name;
+}
 
 /// The field's value in the current record as text, empty for null.
 QString textOf(const CTxRecordset &record, const QString &field)
@@ -106,19 +122,7 @@ bool DatabaseBuilder::addVector(const VectorSample &sample)
     if (!from || !from->Open())
         return fail(QString::fromUtf8(sample.source));
 
-    CTxDatasetDef def;
-    def.name = name;
-    def.type = sample.type;
-    def.coordSys = QString::fromUtf8(sample.coordSys);
-    def.parentDataset = QString::fromUtf8(sample.parent);
-    def.tileIndex = QString::fromUtf8(sample.tileIndex);
-    def.options = (sample.tileIndex ? CTxDataset::Library : 0) | (sample.hidden ? CTxDataset::Internal : 0);
-    for (int i = 0; i < from->GetFieldCount(); ++i) {
-        CTxFieldInfo info;
-        if (from->GetFieldInfo(i, info) && !info.IsSystemField() && info.GetName() != QStringLiteral("WKT"))
-            def.fields.append(info);
-    }
-    auto *to = dynamic_cast<CDatasetVector *>(m_database->CreateDataset(def));
+    CDatasetVector *to = makeVector(sample, *from);
     if (!to || !to->Open())
         return fail(name);
     if (!m_database->BeginTrans())
@@ -131,6 +135,26 @@ bool DatabaseBuilder::addVector(const VectorSample &sample)
         return fail(name);
     to->Close();
     return m_workspace->GetDataSources().Close(source->GetAlias()) || fail(name);
+}
+
+CDatasetVector *DatabaseBuilder::makeVector(const VectorSample &sample, const CDatasetVector &source)
+{
+    CTxDatasetDef def;
+    def.name = QString::fromUtf8(sample.name);
+    def.type = sample.type;
+    def.coordSys = QString::fromUtf8(sample.coordSys);
+    def.tileIndex = QString::fromUtf8(sample.tileIndex);
+    def.options = sample.tileIndex ? CTxDataset::Library : CTxDataset::NoOption;
+    for (int i = 0; i < source.GetFieldCount(); ++i) {
+        CTxFieldInfo info;
+        if (source.GetFieldInfo(i, info) && !info.IsSystemField() && info.GetName() != QStringLiteral("WKT") &&
+            targetField(sample, info.GetName()) == info.GetName())
+            def.fields.append(info);
+    }
+    if (!sample.isCompanion)
+        return dynamic_cast<CDatasetVector *>(m_database->CreateDataset(def));
+    auto *made = dynamic_cast<CDatasetVector *>(m_database->GetDataset(def.name));
+    return made && made->CreateFields(def.fields) ? made : nullptr;
 }
 
 bool DatabaseBuilder::copyRecords(CDatasetVector &source, CDatasetVector &target, const VectorSample &sample)
@@ -154,16 +178,10 @@ bool DatabaseBuilder::copyRecord(CTxRecordset &from, CTxRecordset &to, const Vec
     for (int i = 0; i < from.GetFieldCount(); ++i) {
         CTxFieldInfo info;
         CTxVariant value;
-        if (!from.GetFieldInfo(i, info) || info.IsSystemField() || to.FindField(info.GetName()) < 0)
+        if (!from.GetFieldInfo(i, info) || info.IsSystemField())
             continue;
-        if (!from.GetFieldValue(i, value) || !to.SetFieldValue(info.GetName(), value))
-            return false;
-    }
-    for (const SystemSource &row : systemSources) {
-        const QString field = QString::fromUtf8(row.field);
-        CTxVariant value;
-        if (to.FindField(field) >= 0 && from.GetFieldValue(QString::fromUtf8(row.source), value) &&
-            !to.SetFieldValue(field, value))
+        const QString field = targetField(sample, info.GetName());
+        if (to.FindField(field) >= 0 && !(from.GetFieldValue(i, value) && to.SetFieldValue(field, value)))
             return false;
     }
     if (sample.type != CElemDatasetInfo::Tabular) {

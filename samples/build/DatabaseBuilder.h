@@ -27,6 +27,7 @@ public:
 
 private:
     bool addVector(const VectorSample &sample);
+    CDatasetVector *makeVector(const VectorSample &sample, const CDatasetVector &source);
     bool addRaster(const RasterSample &sample);
     bool copyRecords(CDatasetVector &source, CDatasetVector &target, const VectorSample &sample);
     bool copyRecord(CTxRecordset &from, CTxRecordset &to, const VectorSample &sample);

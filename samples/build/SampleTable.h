@@ -11,9 +11,8 @@ struct VectorSample
     CElemDatasetInfo::Type type;
     const char *source;    ///< file below samples/source
     const char *coordSys;  ///< what CTxDatasetDef::coordSys takes; null for none
-    const char *parent;    ///< the dataset whose child this is; null for none
     const char *tileIndex; ///< the tile index of a library dataset; null for others
-    bool hidden;           ///< kept for another dataset, not to be listed
+    bool isCompanion;      ///< the engine made it along with a dataset above: the nodes of a network, a tile index
 };
 
 /// A raster dataset of the sample database and the file whose cells it takes.
@@ -32,7 +31,7 @@ struct SourceSample
     const char *path; ///< below samples/
 };
 
-/// The vector datasets, parents before their children and tile indexes before their libraries.
+/// The vector datasets, companions behind the dataset that brings them.
 std::span<const VectorSample> vectorSamples();
 /// The raster datasets.
 std::span<const RasterSample> rasterSamples();

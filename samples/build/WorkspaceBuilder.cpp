@@ -46,7 +46,7 @@ constexpr LayerSample salishLayers[] = {
     {database, "SheetIndex", 0x60405060, 0x00000000, 0.6, 6, nullptr, false},
     {database, "Coast", 0xff4a5d6e, 0x00000000, 0.7, 6, nullptr, true},
     {database, "Ferries", 0xff8e2c63, 0x00000000, 1.6, 6, nullptr, true},
-    {database, "FerryTerminals", 0xff8e2c63, 0xffffffff, 1.2, 6, nullptr, true},
+    {database, "Ferries_Node", 0xff8e2c63, 0xffffffff, 1.2, 6, nullptr, true},
     {database, "Stations", 0xff12395c, 0xfff2b134, 1.0, 7, nullptr, true},
     {database, "Labels", 0xff22303c, 0x00000000, 1.0, 6, nullptr, true},
 };

@@ -177,6 +177,6 @@ def derive():
         for index, point in enumerate(points):
             miles += math.dist(points[index - 1], point) / NAUTICAL_MILE if index else 0.0
             measured.append(f"{point[0]:.0f} {point[1]:.0f} {miles:.2f}")
-        rows.append([f"LINESTRING M ({','.join(measured)})", name, len(stops), round(miles, 1)])
-    write_csv("ferries/Tracks.csv", [("WKT", "WKT"), ("Name", "String"), ("Stops", "Integer"),
+        rows.append([f"LINESTRING M ({','.join(measured)})", len(rows) + 1, name, len(stops), round(miles, 1)])
+    write_csv("ferries/Tracks.csv", [("WKT", "WKT"), ("RouteId", "Integer"), ("Name", "String"), ("Stops", "Integer"),
                                      ("LengthNm", "Real")], rows)
