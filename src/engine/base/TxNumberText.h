@@ -29,5 +29,7 @@ TX_EXPORT QString general(double value, int digits = 15);
 
 /// The shortest text that reads back as exactly @p value.
 TX_EXPORT QString shortest(double value);
+/// The shortest text that reads back as exactly the single @p value.
+TX_EXPORT QString shortestSingle(float value);
 
 } // namespace TxNumberText

@@ -19,6 +19,8 @@ struct TxDatasetEntry
     CElemDataEnc::encType encType = CElemDataEnc::NONE;
     qint32 options = CTxDataset::NoOption; ///< flags of CTxDataset::Option
     QString tileIndex;                     ///< of a library dataset the name of its tile index dataset
+    QString parent;                        ///< the dataset whose child this is; empty for none
+    int bands = 0;                         ///< of a raster how many bands it is opened with; 0: the driver's choice
 };
 
 /// The inside of a datasource: the GDAL dataset with the layers and the list of our datasets.
@@ -65,6 +67,10 @@ public:
     /// Closes the GDAL dataset and opens it anew, as after a rolled-back change of structure, when the driver's memory
     /// says what is not in the storage. Recordsets end first, datasets stay. @return false when it cannot be opened.
     bool reopen();
+    /// Looks again what datasets there are (at the first call: for the first time); those that are still there stay.
+    bool refresh();
+    /// Copies the coordinate system of @p dataset itself; none where it has none.
+    void ownProjection(const CTxDataset &dataset, CTxPJCoordSys &coordSys) const;
     /// Puts every recordset of the datasource to its end and lets go of the statements behind them.
     void endRecordsets();
     /// True for the native database and for GeoPackages: SQLite files with one schema.

@@ -37,22 +37,40 @@ public:
     void end();
     /// True when there is a current record.
     bool hasRecord() const { return pinned || (onRecord && !gone); }
+    /// Closes the record that is open for change, without writing it.
+    void dropChanges()
+    {
+        editMode = EditMode::None;
+        edited.reset();
+    }
+    /// What every move begins with: forgets what stands in front of the walk, and what was not written.
+    void leaveRecord()
+    {
+        dropChanges();
+        pinned.reset();
+        gone = false;
+    }
     /// The current record's identifier, -1 when there is none.
     qint64 currentId() const { return pinned ? pinned->id : hasRecord() ? cursor->id() : -1; }
     /// The index of the field called @p name (letter case ignored), -1 when there is none.
     int findField(const QString &name) const;
+    /// Gives the recordset its fields.
+    void setFields(const std::vector<TxRecordsetField> &list);
 
     CDatasetVector *const dataset;
     const CTxQueryDef query;
-    std::vector<TxRecordsetField> fields;
-    std::unique_ptr<TxCursor> cursor; ///< null after end()
-    bool onRecord = false;            ///< the walk stands on a record
-    bool gone = false;                ///< the record that the walk stands on was deleted
-    std::optional<TxRecord> pinned;   ///< stands in front of the walk
+    std::vector<TxRecordsetField> fields; ///< made by setFields()
+    std::unique_ptr<TxCursor> cursor;     ///< null after end()
+    bool onRecord = false;                ///< the walk stands on a record
+    bool gone = false;                    ///< the record that the walk stands on was deleted
+    std::optional<TxRecord> pinned;       ///< stands in front of the walk
 
     /// @name The record that is open for change (RecordsetEdit.cpp)
     /// @{
     EditMode editMode = EditMode::None;
     OGRFeatureUniquePtr edited; ///< a copy, of the layer's whole definition
     /// @}
+
+private:
+    QHash<QString, int> m_byName; // indices of fields by case-folded name
 };

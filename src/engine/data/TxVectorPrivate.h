@@ -24,12 +24,19 @@ public:
     static TxVectorPrivate &of(const CDatasetVector &dataset) { return *dataset.d; }
 
     TxDataSourcePrivate &dataSource() const { return TxDataSourcePrivate::of(*q->GetDataSource()); }
-    /// The layer in the datasource as it is open now, null when it has gone. Not owned; never kept by callers.
+    /// The layer in the datasource as it is open now, null when it has gone. Not owned; never kept by callers, who read
+    /// and write features by identifier alone: its reading position and its filters belong to the walker.
     OGRLayer *layer();
+    /// The same without filters, free to be walked; a walk that is under way finds its place again when it moves.
+    OGRLayer *idleLayer();
     /// The fields, system fields first. Read at the first call and after schemaChanged().
     const std::vector<TxVectorField> &fields();
+    /// The index in fields() of the field called @p name (letter case ignored), -1 when there is none.
+    int findField(const QString &name);
     /// To be called after the layer's fields were changed.
     void schemaChanged();
+    /// To be called after the layer got another name.
+    void layerChanged() { m_generation = -1; }
     /// To be called after records were changed: bounds and count are then looked up anew.
     void contentChanged() { bounds.reset(); }
     /// Puts every recordset to its end and lets go of the statements behind them; the objects stay.
@@ -42,10 +49,12 @@ public:
     QString tileIndex; ///< name of the tile index dataset of a library dataset
     bool isOpen = false;
     std::optional<CRect2D> bounds;
+    const void *walker = nullptr; ///< the cursor that the layer's reading position belongs to
     std::vector<std::unique_ptr<CTxRecordset>> recordsets;
 
 private:
     OGRLayer *m_layer = nullptr;
     int m_generation = -1; // of the datasource, when m_layer was looked up
     std::vector<TxVectorField> m_fields;
+    QHash<QString, int> m_byName; // case-folded
 };

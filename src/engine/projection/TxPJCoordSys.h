@@ -33,5 +33,6 @@ public:
     bool operator==(const CTxPJCoordSys &other) const;
 
 private:
-    std::unique_ptr<class TxCoordSysPrivate> d;
+    friend class TxCoordSysPrivate;
+    std::unique_ptr<class TxCoordSysPrivate> d; // never null
 };

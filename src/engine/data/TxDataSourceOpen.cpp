@@ -1,0 +1,216 @@
+#include "engine/data/TxDataSourcePrivate.h"
+
+#include "engine/data/TdbDataSourcePlus.h"
+#include "engine/data/TxDatasetListing.h"
+#include "engine/data/TxStoragePath.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// What a driver wants to be told, and whether what it opens can be changed here.
+struct DriverRow
+{
+    const char *driver;
+    bool canUpdate;
+    const char *openOption; ///< null for none
+};
+
+constexpr std::array driverRows = {
+    DriverRow{"GPKG", true, "LIST_ALL_TABLES=NO"}, // tables of our own are no layers
+    DriverRow{"ESRI Shapefile", true, nullptr},
+    DriverRow{"SQLite", true, nullptr},
+    DriverRow{"PostgreSQL", true, nullptr},
+    DriverRow{"CSV", false, "AUTODETECT_TYPE=YES"}, // else every field is a text
+};
+
+const DriverRow *findDriver(const QString &driver)
+{
+    const auto row = std::find_if(driverRows.begin(), driverRows.end(), [&driver](const DriverRow &r) {
+        return driver.compare(QLatin1String(r.driver), Qt::CaseInsensitive) == 0;
+    });
+    return row == driverRows.end() ? nullptr : &*row;
+}
+
+/// One attempt after another to open a path.
+class Opener
+{
+public:
+    Opener(TxDataSourcePrivate &dataSource, const QString &path)
+        : m_d(dataSource), m_path(path), m_name(gdalName(path)), m_extension(QFileInfo(path).suffix().toLower())
+    {
+    }
+
+    /// Opens the storage. @return why it cannot be opened, in words that follow its name; empty on success.
+    QString open()
+    {
+        const bool isConnection = TxStoragePath::isConnection(m_path);
+        if (!isConnection) {
+            QString reason = TxStoragePath::refusal(m_path);
+            if (reason.isEmpty())
+                reason = TxStoragePath::damage(m_path);
+            if (!reason.isEmpty())
+                return reason;
+        }
+        const bool isNative = !isConnection && m_extension == u"tdb";
+        if (isNative && !CTdbDataSourcePlus::IsTdb5File(m_path))
+            return QStringLiteral("is no native database that can be opened here");
+        if (!openByExtension() && !openAnyhow())
+            return reasonOfFailure();
+        m_d.driver = m_d.gdal->GetDriverName();
+        m_d.engineType =
+            isNative ? CTxDataSourceStorage::Native
+                     : CTxDataSourceStorage::typeOfDriver(QString::fromUtf8(m_d.driver), m_d.gdal->GetLayerCount() > 0);
+        return QString();
+    }
+
+private:
+    static QByteArray gdalName(const QString &path)
+    {
+        // A server that does not answer would be waited for as long as the network pleases.
+        if (path.startsWith(u"PG:", Qt::CaseInsensitive) && !path.contains(u"connect_timeout"))
+            return path.toUtf8() + " connect_timeout=10";
+        return path.toUtf8();
+    }
+
+    /// Tries the drivers that the file's extension (or the connection's prefix) stands for, so that no other driver
+    /// claims what is theirs: a table of three numeric columns passes for a grid elsewhere.
+    bool openByExtension()
+    {
+        const QString key = TxStoragePath::isConnection(m_path) ? QString() : m_extension;
+        if (key.isEmpty() || QFileInfo(m_path).isDir())
+            return false;
+        for (const CTxDataSourceStorage::Entry &row : CTxDataSourceStorage::table()) {
+            if (row.drivers.isEmpty() || !row.extensions.contains(key))
+                continue;
+            for (const QString &driver : row.drivers) {
+                if (openWith(driver))
+                    return true;
+            }
+        }
+        return false;
+    }
+
+    bool openAnyhow()
+    {
+        TxGdal::initialize();
+        GDALDriverH driver =
+            GDALIdentifyDriverEx(m_name.constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER, nullptr, nullptr);
+        if (driver && openWith(QString::fromUtf8(GDALGetDriverShortName(driver))))
+            return true;
+        return take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER), {});
+    }
+
+    bool openWith(const QString &driver)
+    {
+        const DriverRow *row = findDriver(driver);
+        QStringList options;
+        if (row && row->openOption)
+            options.append(QString::fromLatin1(row->openOption));
+        const bool mayWrite = row && row->canUpdate && (m_d.options & CTxDataSource::OpenReadOnly) == 0 &&
+                              (TxStoragePath::isConnection(m_path) || QFileInfo(m_path).isWritable());
+        if (mayWrite && take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_UPDATE, options, {driver}), options)) {
+            m_errors.clear();
+            return true;
+        }
+        if (!take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER, options, {driver}), options))
+            return false;
+        m_d.options |= CTxDataSource::OpenReadOnly;
+        return true;
+    }
+
+    bool take(TxGdal::DatasetPtr gdal, const QStringList &options)
+    {
+        if (!gdal)
+            return false;
+        m_d.gdal = std::move(gdal);
+        m_d.gdalName = m_name;
+        m_d.gdalOptions = options;
+        ++m_d.generation;
+        if (m_d.gdal->GetAccess() != GA_Update)
+            m_d.options |= CTxDataSource::OpenReadOnly;
+        return true;
+    }
+
+    QString reasonOfFailure() const
+    {
+        const QString said = m_errors.text();
+        if (said.contains(u"locked"))
+            return QStringLiteral("is locked by another program (%1)").arg(said);
+        return said.isEmpty() ? QStringLiteral("is of no known kind") : QStringLiteral("cannot be opened: ") + said;
+    }
+
+    TxDataSourcePrivate &m_d;
+    const QString m_path;
+    const QByteArray m_name;
+    const QString m_extension;
+    TxGdal::ErrorCollector m_errors;
+};
+
+/// True for kinds of storage that may be empty, since datasets can be made in them.
+bool mayBeEmpty(const TxDataSourcePrivate &d)
+{
+    return !d.isReadOnly() && d.gdal->TestCapability(ODsCCreateLayer) &&
+           (d.isGeoPackage() || d.engineType == CTxDataSourceStorage::PostgreSQL ||
+            d.engineType == CTxDataSourceStorage::SQLite);
+}
+
+} // namespace
+
+std::unique_ptr<CTxDataSource> TxDataSourcePrivate::open(const QString &path, const QString &alias, quint32 options)
+{
+    const auto refuse = [&path](const QString &reason) {
+        TxGdal::fail(QStringLiteral("“%1” %2").arg(TxStoragePath::displayed(path), reason));
+        return nullptr;
+    };
+    if (path.trimmed().isEmpty()) {
+        TxGdal::fail(QStringLiteral("No path of a datasource was given"));
+        return nullptr;
+    }
+    std::unique_ptr<CTxDataSource> result(new CTxDataSource);
+    TxDataSourcePrivate &d = *result->d;
+    d.path = path;
+    d.alias = alias;
+    d.options = options;
+    if ((options & CTxDataSource::Internal) == 0)
+        d.options |= CTxDataSource::Normal;
+
+    if (const QString reason = Opener(d, path).open(); !reason.isEmpty())
+        return refuse(reason);
+    const TxGdal::ErrorCollector errors;
+    if (!d.refresh() || errors.hasFailure())
+        return refuse(QStringLiteral("is damaged: ") + errors.text());
+    if (d.datasets().empty() && !mayBeEmpty(d))
+        return refuse(QStringLiteral("holds no datasets"));
+    return result;
+}
+
+bool TxDataSourcePrivate::refresh()
+{
+    if (!m_datasets.empty() && !reopen())
+        return false;
+    const std::vector<TxDatasetEntry> entries = TxDatasetListing::list(*this);
+    QHash<QString, const TxDatasetEntry *> byName;
+    for (const TxDatasetEntry &entry : entries)
+        byName.insert(entry.name, &entry);
+    std::vector<CTxDataset *> dead;
+    for (const auto &dataset : m_datasets) {
+        const TxDatasetEntry *entry = byName.value(dataset->GetName());
+        if (!entry || entry->type != dataset->GetType())
+            dead.push_back(dataset.get());
+    }
+    for (CTxDataset *dataset : dead)
+        removeDataset(dataset);
+    for (const TxDatasetEntry &entry : entries)
+        addDataset(entry); // nothing where the name is there already
+    for (const TxDatasetEntry &entry : entries) {
+        if (!entry.parent.isEmpty() && entry.parent != entry.name)
+            attachChild(findExact(entry.parent), findExact(entry.name));
+    }
+    return true;
+}

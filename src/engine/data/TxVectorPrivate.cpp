@@ -1,0 +1,96 @@
+#include "engine/data/TxVectorPrivate.h"
+
+#include "engine/data/NativeCatalogue.h"
+#include "engine/data/TxFieldTypes.h"
+#include "engine/data/TxRecordsetPrivate.h"
+
+#include <ogrsf_frmts.h>
+
+OGRLayer *TxVectorPrivate::layer()
+{
+    TxDataSourcePrivate &owner = dataSource();
+    if (m_generation != owner.generation) {
+        m_generation = owner.generation;
+        m_layer = owner.layer(source);
+        walker = nullptr;
+    }
+    return m_layer;
+}
+
+OGRLayer *TxVectorPrivate::idleLayer()
+{
+    OGRLayer *idle = layer();
+    walker = nullptr;
+    if (idle) {
+        idle->SetAttributeFilter(nullptr);
+        idle->SetSpatialFilter(nullptr);
+        if (idle->TestCapability(OLCIgnoreFields))
+            idle->SetIgnoredFields(nullptr);
+    }
+    return idle;
+}
+
+const std::vector<TxVectorField> &TxVectorPrivate::fields()
+{
+    if (!m_fields.empty())
+        return m_fields;
+    const TxGdal::ErrorCollector errors;
+    OGRLayer *from = layer();
+    if (!from)
+        return m_fields;
+    m_fields.push_back(
+        {CTxFieldInfo(QStringLiteral("TxID"), CTxFieldInfo::Long, 0,
+                      CTxFieldInfo::System | CTxFieldInfo::ReadOnly | CTxFieldInfo::Required | CTxFieldInfo::Unique),
+         -1});
+    // What the engine keeps comes before what users made.
+    std::vector<TxVectorField> userFields;
+    const bool isNative = dataSource().engineType == CTxDataSourceStorage::Native;
+    const QHash<QString, CTxFieldInfo> noted =
+        isNative ? NativeCatalogue::fields(*dataSource().gdal, QString::fromUtf8(source))
+                 : QHash<QString, CTxFieldInfo>();
+    const OGRFeatureDefn &definition = *from->GetLayerDefn();
+    for (int index = 0; index < definition.GetFieldCount(); ++index) {
+        CTxFieldInfo info = TxFieldTypes::fromOgr(*definition.GetFieldDefn(index));
+        if (const auto note = noted.constFind(info.GetName().toLower()); note != noted.constEnd()) {
+            info.SetType(note->GetType());
+            info.SetSize(note->GetSize());
+            info.SetPrecision(note->GetPrecision());
+            info.SetFlags(info.GetFlags() | note->GetFlags());
+            info.SetCaption(note->GetCaption());
+        }
+        if (info.GetName().compare(u"TxID", Qt::CaseInsensitive) == 0)
+            continue; // another program's: the identifier alone is called so
+        const bool isKept = info.IsSystemField() || info.GetName().compare(u"TxUserID", Qt::CaseInsensitive) == 0;
+        (isKept ? m_fields : userFields).push_back({info, index});
+    }
+    m_fields.insert(m_fields.end(), userFields.begin(), userFields.end());
+    return m_fields;
+}
+
+void TxVectorPrivate::schemaChanged()
+{
+    m_fields.clear();
+    m_byName.clear();
+}
+
+int TxVectorPrivate::findField(const QString &name)
+{
+    if (m_byName.isEmpty()) {
+        const std::vector<TxVectorField> &all = fields();
+        for (size_t index = all.size(); index-- > 0;) // of two that differ in case the first is found
+            m_byName.insert(all[index].info.GetName().toCaseFolded(), static_cast<int>(index));
+    }
+    return m_byName.value(name.toCaseFolded(), -1);
+}
+
+void TxVectorPrivate::endRecordsets()
+{
+    for (const auto &recordset : recordsets)
+        TxRecordsetPrivate::of(*recordset).end();
+}
+
+CTxRecordset *TxVectorPrivate::adopt(std::unique_ptr<TxRecordsetPrivate> recordset)
+{
+    recordsets.push_back(TxRecordsetPrivate::wrap(std::move(recordset)));
+    return recordsets.back().get();
+}
