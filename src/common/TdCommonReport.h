@@ -51,6 +51,7 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    void changeEvent(QEvent *event) override;
 
 private:
     const std::unique_ptr<class TdCommonReportPrivate> d;
