@@ -2,9 +2,6 @@
 
 #include "ui_TdCommonReport.h"
 
-#include <QEvent>
-#include <QStyle>
-#include <QTextDocument>
 #include <QTextOption>
 
 #include <utility>
@@ -18,16 +15,6 @@ public:
     QString reportContent;
     int textAlign = 0; // the value that was set last
     int alignBits = 0; // what the edit control has: every value that was ever set
-
-    /// Aligns the report as the bits say, mirrored in a right-to-left window.
-    void alignContent()
-    {
-        const Qt::Alignment align = alignBits & 2 ? Qt::AlignRight : alignBits & 1 ? Qt::AlignHCenter : Qt::AlignLeft;
-        QTextDocument *document = ui.reportContent->document();
-        QTextOption option = document->defaultTextOption();
-        option.setAlignment(QStyle::visualAlignment(ui.reportContent->layoutDirection(), align));
-        document->setDefaultTextOption(option);
-    }
 };
 
 CTdCommonReport::CTdCommonReport(QWidget *parent)
@@ -35,7 +22,6 @@ CTdCommonReport::CTdCommonReport(QWidget *parent)
 {
     d->ui.setupUi(this);
     d->ui.reportContent->setFocus();
-    d->alignContent();
     connect(d->ui.buttons, &QDialogButtonBox::accepted, this, &CTdCommonReport::accept);
 }
 
@@ -83,7 +69,6 @@ void CTdCommonReport::UpdateAllItemValues()
 {
     setWindowTitle(d->wndName);
     d->ui.reportName->setText(d->reportName);
-    d->ui.reportName->setHidden(d->reportName.isEmpty());
     d->ui.reportContent->setPlainText(d->reportContent);
     d->ui.reportContent->setAccessibleName(d->reportName);
 }
@@ -98,7 +83,9 @@ int CTdCommonReport::SetTextAlign(int align)
     const int previous = std::exchange(d->textAlign, align >= 0 && align <= 2 ? align : 0);
     // Deliberate: the bits of earlier values stay. Hosts set centre or right once and 0 for "as it is" later.
     d->alignBits |= d->textAlign;
-    d->alignContent();
+    QTextOption option = d->ui.reportContent->document()->defaultTextOption();
+    option.setAlignment(d->alignBits & 2 ? Qt::AlignRight : d->alignBits & 1 ? Qt::AlignHCenter : Qt::AlignLeft);
+    d->ui.reportContent->document()->setDefaultTextOption(option);
     return previous;
 }
 
@@ -112,11 +99,4 @@ bool CTdCommonReport::OnInitDialog()
     CTdDialog::OnInitDialog();
     UpdateAllItemValues();
     return true;
-}
-
-void CTdCommonReport::changeEvent(QEvent *event)
-{
-    CTdDialog::changeEvent(event);
-    if (event->type() == QEvent::LayoutDirectionChange)
-        d->alignContent();
 }

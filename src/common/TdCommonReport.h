@@ -51,7 +51,6 @@ public:
 
 protected:
     bool OnInitDialog() override;
-    void changeEvent(QEvent *event) override;
 
 private:
     const std::unique_ptr<class TdCommonReportPrivate> d;

@@ -44,16 +44,6 @@ TEST(Module, UnknownTextIsEmpty)
         EXPECT_TRUE(CTdModule::LoadString(id).isEmpty()) << id;
 }
 
-/// Texts that are stored or compared by others, with the spelling that they have.
-TEST(Module, FixedTextsAreSpelledAsEver)
-{
-    EXPECT_EQ(CTdModule::LoadString(41365), QStringLiteral("Untitle Workspace"));
-    EXPECT_EQ(CTdModule::LoadString(42486),
-              QStringLiteral("The operating dataset \"%s\" is opened. To continue, you must "
-                             "close it first. Close it?"));
-    EXPECT_EQ(CTdModule::LoadString(42488), QStringLiteral("Please select a directory path \r\n%s"));
-}
-
 TEST(Module, HostModuleStandsInFront)
 {
     {

@@ -74,43 +74,43 @@ bool NativeCatalogue::create(GDALDataset &storage)
     return true;
 }
 
-QList<NativeCatalogue::Row> NativeCatalogue::datasets(GDALDataset &storage)
+QList<TxDatasetEntry> NativeCatalogue::datasets(GDALDataset &storage)
 {
-    QList<Row> rows;
+    QList<TxDatasetEntry> entries;
     sqlite3 *database = TxSqlite::connection(storage);
     if (!database)
-        return rows;
+        return entries;
     Statement select(database, "SELECT d.name, kind, encoding, options, parent, tile_index, bands "
                                "FROM tdb_datasets d JOIN gpkg_contents c ON c.table_name = d.name "
                                "ORDER BY d.id");
     while (select.next()) {
-        Row row;
-        row.entry.name = select.text(0);
-        row.entry.type = static_cast<CElemDatasetInfo::Type>(select.integer(1));
-        row.entry.encType = static_cast<CElemDataEnc::encType>(select.integer(2));
-        row.entry.options = static_cast<qint32>(select.integer(3));
-        row.entry.tileIndex = select.text(5);
-        row.parent = select.text(4);
-        row.bands = static_cast<int>(std::clamp<qint64>(select.integer(6), 0, 4));
-        row.entry.source = row.entry.name.toUtf8();
-        rows.append(row);
+        TxDatasetEntry entry;
+        entry.name = select.text(0);
+        entry.type = static_cast<CElemDatasetInfo::Type>(select.integer(1));
+        entry.encType = static_cast<CElemDataEnc::encType>(select.integer(2));
+        entry.options = static_cast<qint32>(select.integer(3));
+        entry.tileIndex = select.text(5);
+        entry.parent = select.text(4);
+        entry.bands = static_cast<int>(std::clamp<qint64>(select.integer(6), 0, 4));
+        entry.source = entry.name.toUtf8();
+        entries.append(entry);
     }
-    return rows;
+    return entries;
 }
 
-bool NativeCatalogue::addDataset(GDALDataset &storage, const Row &row)
+bool NativeCatalogue::addDataset(GDALDataset &storage, const TxDatasetEntry &entry)
 {
     Statement insert(TxSqlite::connection(storage),
                      "INSERT INTO tdb_datasets (name, kind, encoding, options, parent, tile_index, bands) "
                      "VALUES (?, ?, ?, ?, ?, ?, ?)");
     const auto orNull = [](const QString &text) { return text.isEmpty() ? QString() : text; };
-    return insert.bind(row.entry.name)
-        .bind(qint64(row.entry.type))
-        .bind(qint64(row.entry.encType))
-        .bind(qint64(row.entry.options))
-        .bind(orNull(row.parent))
-        .bind(orNull(row.entry.tileIndex))
-        .bind(qint64(row.bands))
+    return insert.bind(entry.name)
+        .bind(qint64(entry.type))
+        .bind(qint64(entry.encType))
+        .bind(qint64(entry.options))
+        .bind(orNull(entry.parent))
+        .bind(orNull(entry.tileIndex))
+        .bind(qint64(entry.bands))
         .run();
 }
 

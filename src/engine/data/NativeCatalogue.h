@@ -17,23 +17,15 @@ class GDALDataset;
 /// they report to the error collectors.
 namespace NativeCatalogue {
 
-/// One dataset.
-struct Row
-{
-    TxDatasetEntry entry; ///< "source" is the table's name, which is the dataset's
-    QString parent;       ///< the dataset whose child this is; empty for none
-    int bands = 0;        ///< of a raster how many bands it is opened with, alpha included
-};
-
 /// True when the storage has a catalogue of the version that this engine writes.
 bool exists(GDALDataset &storage);
 /// Makes the tables of an empty catalogue.
 bool create(GDALDataset &storage);
 
-/// Every dataset whose table exists, in the order in which they were made.
-QList<Row> datasets(GDALDataset &storage);
+/// Every dataset whose table exists, in the order in which they were made. Tables are called as the datasets.
+QList<TxDatasetEntry> datasets(GDALDataset &storage);
 /// Adds a dataset.
-bool addDataset(GDALDataset &storage, const Row &row);
+bool addDataset(GDALDataset &storage, const TxDatasetEntry &entry);
 /// Takes a dataset and its fields out of the catalogue; children and tiles stay.
 bool removeDataset(GDALDataset &storage, const QString &name);
 /// Gives a dataset another name wherever the catalogue mentions it.

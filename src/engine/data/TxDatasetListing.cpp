@@ -81,20 +81,20 @@ bool isRaster(CElemDatasetInfo::Type type)
 /// Adds what the catalogue of a native database says, and puts the datasets that it knows first, in its order.
 void applyCatalogue(GDALDataset &gdal, std::vector<TxDatasetEntry> &entries)
 {
-    const QList<NativeCatalogue::Row> rows = NativeCatalogue::datasets(gdal);
+    const QList<TxDatasetEntry> rows = NativeCatalogue::datasets(gdal);
     QHash<QByteArray, qsizetype> places;
     for (qsizetype place = 0; place < rows.size(); ++place)
-        places.insert(rows.at(place).entry.source, place);
+        places.insert(rows.at(place).source, place);
     const auto placeOfEntry = [&](const TxDatasetEntry &entry) { return places.value(entry.source, rows.size()); };
     for (TxDatasetEntry &entry : entries) {
         const qsizetype place = placeOfEntry(entry);
-        if (place == rows.size() || isRaster(rows.at(place).entry.type) != isRaster(entry.type))
+        if (place == rows.size() || isRaster(rows.at(place).type) != isRaster(entry.type))
             continue;
-        const NativeCatalogue::Row &row = rows.at(place);
-        entry.type = row.entry.type;
-        entry.encType = row.entry.encType;
-        entry.options = row.entry.options;
-        entry.tileIndex = row.entry.tileIndex;
+        const TxDatasetEntry &row = rows.at(place);
+        entry.type = row.type;
+        entry.encType = row.encType;
+        entry.options = row.options;
+        entry.tileIndex = row.tileIndex;
         entry.parent = row.parent;
         entry.bands = row.bands;
     }

@@ -1,0 +1,116 @@
+#include "engine/data/DatasetRaster.h"
+#include "engine/data/DatasetVector.h"
+#include "engine/data/NativeSchema.h"
+#include "engine/data/TxDatasetKind.h"
+#include "engine/data/TxDatasetMaker.h"
+#include "engine/projection/TxPJCoordSys.h"
+
+namespace {
+
+/// True when the datasource can hold datasets of the kind @p kind and will know them as such when it is opened again.
+bool canHold(const TxDataSourcePrivate &dataSource, CElemDatasetInfo::Type kind)
+{
+    const bool isNative = dataSource.engineType == CTxDataSourceStorage::Native;
+    if (NativeSchema::holdsCells(kind))
+        return dataSource.isGeoPackage() && (isNative || kind != CElemDatasetInfo::DEM);
+    if (!NativeSchema::holdsRecords(kind))
+        return false;
+    if (isNative)
+        return true;
+    if (kind == CElemDatasetInfo::CAD) // a shapefile's geometry type is fixed by its first record
+        return dataSource.engineType != CTxDataSourceStorage::Shapefile;
+    return TxDatasetKind::ofGeometry(TxDatasetKind::geometryOf(kind)) == kind;
+}
+
+/// Why the dataset that is to be the parent cannot be it; empty when it can or none is wanted.
+QString parentRefusal(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def)
+{
+    const QString &name = def.parentDataset;
+    if (name.isEmpty())
+        return QString();
+    if (dataSource.engineType != CTxDataSourceStorage::Native)
+        return QStringLiteral("“%1” keeps no child datasets").arg(dataSource.alias);
+    const CTxDataset *parent = dataSource.find(name);
+    if (!parent)
+        return QStringLiteral("There is no dataset “%1” to be the parent").arg(name);
+    if (parent->GetChildDataset() && !TxDatasetMaker::replacedNodes(dataSource, def))
+        return QStringLiteral("“%1” has a child dataset already").arg(name);
+    return QString();
+}
+
+QString refusal(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def)
+{
+    const QString shownName = def.name.left(80);
+    if (dataSource.isTaken(def.name))
+        return QStringLiteral("There is a dataset “%1” already").arg(shownName);
+    if (!dataSource.q->IsAvailableDatasetName(def.name))
+        return QStringLiteral("“%1” cannot be the name of a dataset").arg(shownName);
+    if (!canHold(dataSource, def.type))
+        return QStringLiteral("“%1” cannot hold datasets of the kind of “%2”").arg(dataSource.alias, shownName);
+    if ((def.options & CTxDataset::Library) != 0 && dataSource.engineType != CTxDataSourceStorage::Native)
+        return QStringLiteral("“%1” keeps no library datasets").arg(dataSource.alias);
+    return parentRefusal(dataSource, def);
+}
+
+} // namespace
+
+CTxDataset *CTxDataSource::CreateDataset(const CTxDatasetDef &def)
+{
+    return TxDatasetMaker::make(*d, def, TxDatasetMaker::FieldNames::Checked);
+}
+
+CTxDataset *CTxDataSource::CreateDatasetFrom(const QString &name, const CTxDataset *source,
+                                             CElemDataEnc::encType encoding)
+{
+    if (!source) {
+        TxGdal::fail(QStringLiteral("No template was given for the dataset “%1”").arg(name));
+        return nullptr;
+    }
+    CTxDatasetDef def;
+    def.name = name;
+    def.type = source->GetType();
+    def.encType = encoding;
+    CTxPJCoordSys coordSys;
+    source->GetProjection(coordSys);
+    def.coordSys = coordSys.ToWkt();
+    if (source->IsVector()) {
+        const auto &vector = static_cast<const CDatasetVector &>(*source);
+        CTxFieldInfo info;
+        for (int i = 0; i < vector.GetFieldCount(); ++i) {
+            const bool isUsers = vector.GetFieldInfo(i, info) && !info.IsSystemField() &&
+                                 info.GetName().compare(QLatin1String(NativeSchema::userId), Qt::CaseInsensitive);
+            if (isUsers)
+                def.fields.append(info);
+        }
+    } else {
+        const auto &raster = static_cast<const CDatasetRaster &>(*source);
+        if (!NativeSchema::holdsCells(def.type)) // the kinds of compressed image files
+            def.type = CElemDatasetInfo::Image;
+        def.rasterSize = raster.GetSize();
+        def.rasterBounds = raster.GetBounds();
+        def.pixelFormat = raster.GetPixelFormat();
+        def.bandCount = raster.GetBandCount();
+    }
+    return TxDatasetMaker::make(*d, def, TxDatasetMaker::FieldNames::AsTheyAre);
+}
+
+CTxDataset *TxDatasetMaker::replacedNodes(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def)
+{
+    const CTxDataset *parent = dataSource.find(def.parentDataset);
+    if (def.type != CElemDatasetInfo::Point || !parent || parent->GetType() != CElemDatasetInfo::Network)
+        return nullptr;
+    CTxDataset *nodes = parent->GetChildDataset();
+    const bool isEmpty =
+        nodes && nodes->IsVector() && static_cast<const CDatasetVector *>(nodes)->GetRecordCount() == 0;
+    return isEmpty ? nodes : nullptr;
+}
+
+CTxDataset *TxDatasetMaker::make(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, FieldNames names)
+{
+    const QString reason = refusal(dataSource, def);
+    if (!reason.isEmpty()) {
+        TxGdal::fail(reason);
+        return nullptr;
+    }
+    return NativeSchema::holdsCells(def.type) ? makeRaster(dataSource, def) : makeVector(dataSource, def, names);
+}

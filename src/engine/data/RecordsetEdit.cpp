@@ -1,0 +1,209 @@
+#include "engine/data/NativeSchema.h"
+#include "engine/data/TxFieldValue.h"
+#include "engine/data/TxRecordsetPrivate.h"
+#include "engine/geometry/GeoCompound.h"
+#include "engine/geometry/GeoLine.h"
+#include "engine/geometry/GeoRegion.h"
+#include "engine/geometry/GeoText.h"
+#include "engine/geometry/OgrGeometry.h"
+
+#include <ogrsf_frmts.h>
+
+namespace {
+
+/// Why records of the dataset cannot be changed; empty when they can.
+QString refusal(const CDatasetVector &dataset)
+{
+    const TxDataSourcePrivate &dataSource = TxDataSourcePrivate::of(*dataset.GetDataSource());
+    if (dataSource.isReadOnly() || (dataset.GetOptions() & CTxDataset::ReadOnly) != 0)
+        return QStringLiteral("“%1” is read-only").arg(dataset.GetName());
+    if (!dataset.GetDataSource()->HasCapability(CTxDataSource::CanEditRecords))
+        return QStringLiteral("Records of “%1” cannot be changed").arg(dataset.GetName());
+    return QString();
+}
+
+/// Writes a field that the engine keeps, where the layer has it.
+void keep(OGRFeature &feature, const char *name, double value)
+{
+    const int index = feature.GetFieldIndex(name);
+    if (index >= 0)
+        feature.SetField(index, value);
+}
+
+void forget(OGRFeature &feature, const char *name)
+{
+    const int index = feature.GetFieldIndex(name);
+    if (index >= 0)
+        feature.SetFieldNull(index);
+}
+
+bool isText(const CElemGeometry &geometry)
+{
+    return geometry.GetType() == CElemGeometry::Text || geometry.GetType() == CElemGeometry::Text3D;
+}
+
+/// Brings the fields that the engine keeps in line with the geometry.
+void keepMeasures(OGRFeature &feature, const CElemGeometry *geometry)
+{
+    for (const char *name : {NativeSchema::length, NativeSchema::area, NativeSchema::perimeter, NativeSchema::text,
+                             NativeSchema::textAngle, NativeSchema::textHeight})
+        forget(feature, name);
+    if (const auto *line = dynamic_cast<const CGeoLine *>(geometry)) {
+        keep(feature, NativeSchema::length, line->GetLength());
+    } else if (const auto *region = dynamic_cast<const CGeoRegion *>(geometry)) {
+        keep(feature, NativeSchema::area, region->GetArea());
+        keep(feature, NativeSchema::perimeter, region->GetPerimeter());
+    } else if (const auto *text = dynamic_cast<const CGeoText *>(geometry)) {
+        const int index = feature.GetFieldIndex(NativeSchema::text);
+        if (index >= 0)
+            feature.SetField(index, text->GetText().toUtf8().constData());
+        keep(feature, NativeSchema::textAngle, text->GetAngle());
+        keep(feature, NativeSchema::textHeight, text->GetHeight());
+    }
+}
+
+/// True when a member of the compound @p geometry, at whatever depth, is a text. Members have no fields of their own to
+/// keep what it says.
+bool hasTextMember(const CElemGeometry &geometry)
+{
+    std::vector<const CElemGeometry *> pending = {&geometry};
+    while (!pending.empty()) {
+        const auto *compound = dynamic_cast<const CGeoCompound *>(pending.back());
+        pending.pop_back();
+        for (qint32 i = 0; compound && i < compound->GetGeometryCount(); ++i) {
+            const CElemGeometry *member = compound->GetGeometry(i);
+            if (isText(*member))
+                return true;
+            if (member->GetType() == CElemGeometry::Compound)
+                pending.push_back(member);
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool CTxRecordset::Edit()
+{
+    const QString reason = refusal(*d->dataset);
+    if (!reason.isEmpty())
+        return TxGdal::fail(reason);
+    const qint64 id = d->currentId();
+    if (id < 0)
+        return TxGdal::fail(QStringLiteral("There is no current record to change"));
+    const TxGdal::ErrorCollector errors;
+    OGRLayer *layer = d->vector().layer();
+    d->edited.reset(layer ? layer->GetFeature(id) : nullptr);
+    if (!d->edited)
+        return errors.fail(QStringLiteral("The record %1 of “%2” cannot be read").arg(id).arg(d->dataset->GetName()));
+    d->editMode = TxRecordsetPrivate::EditMode::Change;
+    return true;
+}
+
+bool CTxRecordset::AddNew()
+{
+    const QString reason = refusal(*d->dataset);
+    if (!reason.isEmpty())
+        return TxGdal::fail(reason);
+    const TxGdal::ErrorCollector errors;
+    OGRLayer *layer = d->cursor ? d->vector().layer() : nullptr; // none behind a close or a rollback
+    if (!layer)
+        return errors.fail(QStringLiteral("“%1” takes no records now").arg(d->dataset->GetName()));
+    d->edited.reset(OGRFeature::CreateFeature(layer->GetLayerDefn()));
+    d->edited->FillUnsetWithDefault(FALSE, nullptr);
+    d->editMode = TxRecordsetPrivate::EditMode::Add;
+    return true;
+}
+
+bool CTxRecordset::SetFieldValue(const QString &name, const CTxVariant &value)
+{
+    const int index = d->findField(name);
+    return index >= 0 ? SetFieldValue(index, value)
+                      : TxGdal::fail(
+                            QStringLiteral("There is no field “%1” in “%2”").arg(name.left(80), d->dataset->GetName()));
+}
+
+bool CTxRecordset::SetFieldValue(int index, const CTxVariant &value)
+{
+    if (d->editMode == TxRecordsetPrivate::EditMode::None)
+        return TxGdal::fail(QStringLiteral("No record is open for change"));
+    if (index < 0 || static_cast<size_t>(index) >= d->fields.size())
+        return TxGdal::fail(QStringLiteral("There is no field number %1").arg(index));
+    const TxRecordsetField &field = d->fields[static_cast<size_t>(index)];
+    const bool isWritable = field.info.CanUpdate() || NativeSchema::isKeyField(field.info.GetName());
+    if (field.ogrIndex < 0 || !isWritable)
+        return TxGdal::fail(QStringLiteral("The field “%1” cannot be written").arg(field.info.GetName()));
+    const QString reason = TxFieldValue::write(*d->edited, field.ogrIndex, field.info, value);
+    return reason.isEmpty() || TxGdal::fail(QStringLiteral("The value “%1” for the field “%2” %3")
+                                                .arg(value.toText().left(80), field.info.GetName(), reason));
+}
+
+bool CTxRecordset::SetGeometry(const CElemGeometry *geometry)
+{
+    if (d->editMode == TxRecordsetPrivate::EditMode::None)
+        return TxGdal::fail(QStringLiteral("No record is open for change"));
+    const QString name = d->dataset->GetName();
+    OGRLayer *layer = d->vector().layer();
+    if (!layer || (geometry && layer->GetGeomType() == wkbNone))
+        return TxGdal::fail(QStringLiteral("“%1” keeps no geometries").arg(name));
+    const bool keepsText = d->edited->GetFieldIndex(NativeSchema::text) >= 0;
+    if (geometry && (hasTextMember(*geometry) || (isText(*geometry) && !keepsText)))
+        return TxGdal::fail(QStringLiteral("“%1” keeps no texts").arg(name));
+    std::unique_ptr<OGRGeometry> made = geometry ? OgrGeometry::toOgr(*geometry, layer->GetGeomType()) : nullptr;
+    if (geometry && !made)
+        return TxGdal::fail(QStringLiteral("“%1” keeps no geometries of that kind").arg(name));
+    if (made)
+        made->assignSpatialReference(layer->GetSpatialRef());
+    d->edited->SetGeometryDirectly(made.release());
+    keepMeasures(*d->edited, geometry);
+    return true;
+}
+
+bool CTxRecordset::Update()
+{
+    using EditMode = TxRecordsetPrivate::EditMode;
+    if (d->editMode == EditMode::None)
+        return TxGdal::fail(QStringLiteral("No record is open for change"));
+    const TxGdal::ErrorCollector errors;
+    const QString failure = QStringLiteral("Cannot write the record to “%1”").arg(d->dataset->GetName());
+    OGRLayer *layer = d->vector().layer();
+    if (!layer)
+        return errors.fail(failure);
+    const bool adds = d->editMode == EditMode::Add;
+    const OGRErr status = adds ? layer->CreateFeature(d->edited.get()) : layer->SetFeature(d->edited.get());
+    if (status != OGRERR_NONE || errors.hasFailure()) {
+        if (adds)
+            d->edited->SetFID(OGRNullFID); // a number may have been given that is not taken
+        return errors.fail(failure);
+    }
+    const qint64 id = d->edited->GetFID();
+    d->edited.reset();
+    d->editMode = EditMode::None;
+    d->vector().contentChanged();
+    d->pin(id, false);
+    return true;
+}
+
+void CTxRecordset::CancelUpdate()
+{
+    d->edited.reset();
+    d->editMode = TxRecordsetPrivate::EditMode::None;
+}
+
+bool CTxRecordset::Delete()
+{
+    const QString reason = refusal(*d->dataset);
+    if (!reason.isEmpty())
+        return TxGdal::fail(reason);
+    const qint64 id = d->currentId();
+    if (id < 0)
+        return TxGdal::fail(QStringLiteral("There is no current record to delete"));
+    const TxGdal::ErrorCollector errors;
+    OGRLayer *layer = d->vector().layer();
+    if (!layer || layer->DeleteFeature(id) != OGRERR_NONE)
+        return errors.fail(QStringLiteral("Cannot delete the record %1 of “%2”").arg(id).arg(d->dataset->GetName()));
+    CancelUpdate();
+    d->vector().contentChanged();
+    d->markGone();
+    return true;
+}

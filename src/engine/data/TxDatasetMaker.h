@@ -1,0 +1,31 @@
+#pragma once
+
+#include "engine/data/TxDataSourcePrivate.h"
+
+/// Makes datasets in a storage. A private header.
+namespace TxDatasetMaker {
+
+/// What field names a new dataset may have.
+enum class FieldNames {
+    Checked,  ///< those that CDatasetVector::IsAvailableFieldName would allow
+    AsTheyAre ///< whatever the storage takes: of a template, whose values are copied by name
+};
+
+/// Makes what @p def describes, whole or not at all. @return the dataset, closed; null with the engine's last error
+/// set.
+CTxDataset *make(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, FieldNames names);
+
+/// The nodes that a new network was given by itself, if a dataset of the definition @p def shall take their place: they
+/// are empty, and the new dataset is one of points with the network as its parent. Null when there are none.
+CTxDataset *replacedNodes(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def);
+
+/// Makes layers; @p def was checked but for its fields. (VectorCreate.cpp)
+CTxDataset *makeVector(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, FieldNames names);
+
+/// Makes a raster; @p def was checked but for size and cells. (RasterCreate.cpp)
+CTxDataset *makeRaster(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def);
+
+/// Deletes what the storage holds of @p dataset, within the change that is under way. (DatasetDelete.cpp)
+bool removeStored(const TxDataSourcePrivate &dataSource, const CTxDataset &dataset);
+
+} // namespace TxDatasetMaker

@@ -1,0 +1,115 @@
+#include "engine/data/TxFieldDefinition.h"
+
+#include "engine/base/TxGdal.h"
+#include "engine/base/TxNumberText.h"
+
+#include <cpl_error.h>
+#include <ogr_feature.h>
+
+#include <QDateTime>
+
+#include <algorithm>
+#include <array>
+
+namespace TxFieldDefinition {
+
+namespace {
+
+/// How the default of a field is written in SQL.
+enum class Literal { Number, Quoted, Moment, None };
+
+struct TypeRow
+{
+    qint16 code;
+    OGRFieldType type;
+    OGRFieldSubType subType;
+    bool isBounded; ///< the size of the description counts characters or bytes
+    Literal literal;
+};
+
+constexpr std::array typeRows = {
+    TypeRow{CTxFieldInfo::Boolean, OFTInteger, OFSTBoolean, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Byte, OFTInteger, OFSTInt16, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Short, OFTInteger, OFSTInt16, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Long, OFTInteger, OFSTNone, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Currency, OFTReal, OFSTNone, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Single, OFTReal, OFSTFloat32, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Double, OFTReal, OFSTNone, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Date, OFTDateTime, OFSTNone, false, Literal::Moment},
+    TypeRow{CTxFieldInfo::Binary, OFTBinary, OFSTNone, true, Literal::None},
+    TypeRow{CTxFieldInfo::Text, OFTString, OFSTNone, true, Literal::Quoted},
+    TypeRow{CTxFieldInfo::LongBinary, OFTBinary, OFSTNone, false, Literal::None},
+    TypeRow{CTxFieldInfo::Memo, OFTString, OFSTNone, false, Literal::Quoted},
+    TypeRow{CTxFieldInfo::Character, OFTString, OFSTNone, true, Literal::Quoted},
+    TypeRow{CTxFieldInfo::Numeric, OFTReal, OFSTNone, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Float, OFTReal, OFSTNone, false, Literal::Number},
+    TypeRow{CTxFieldInfo::Time, OFTTime, OFSTNone, false, Literal::Quoted},
+    TypeRow{CTxFieldInfo::GeometryBinary, OFTBinary, OFSTNone, false, Literal::None},
+};
+
+const TypeRow *findRow(qint16 code)
+{
+    const auto row =
+        std::find_if(typeRows.begin(), typeRows.end(), [code](const TypeRow &r) { return r.code == code; });
+    return row == typeRows.end() ? nullptr : &*row;
+}
+
+/// @p text as OGR wants a default; a null string when it is no value of that kind.
+QString defaultLiteral(Literal kind, const QString &text)
+{
+    switch (kind) {
+    case Literal::Number: {
+        bool ok = false;
+        TxNumberText::toDouble(text, &ok);
+        return ok ? text.trimmed() : QString();
+    }
+    case Literal::Quoted:
+        return TxGdal::quoteText(text);
+    case Literal::Moment: {
+        const QDateTime moment = QDateTime::fromString(text, Qt::ISODate);
+        return moment.isValid() ? moment.toString(QStringLiteral("''yyyy'/'MM'/'dd HH:mm:ss''")) : QString();
+    }
+    case Literal::None:
+        break;
+    }
+    return QString();
+}
+
+} // namespace
+
+std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info)
+{
+    const TypeRow *row = findRow(info.GetType());
+    if (!row) {
+        CPLError(CE_Failure, CPLE_AppDefined, "the field “%s” has the unknown type %d",
+                 info.GetName().toUtf8().constData(), int(info.GetType()));
+        return nullptr;
+    }
+    auto field = std::make_unique<OGRFieldDefn>(info.GetName().toUtf8().constData(), row->type);
+    field->SetSubType(row->subType);
+    field->SetWidth(std::max(0, bound(info)));
+    if (info.GetType() == CTxFieldInfo::Numeric && info.GetSize() > 0) {
+        field->SetWidth(info.GetSize());
+        field->SetPrecision(std::clamp(info.GetPrecision(), 0, info.GetSize()));
+    }
+    field->SetNullable((info.GetFlags() & CTxFieldInfo::Required) == 0);
+    field->SetUnique((info.GetFlags() & CTxFieldInfo::Unique) != 0);
+    if (!info.GetDefault().isEmpty()) {
+        const QString literal = defaultLiteral(row->literal, info.GetDefault());
+        if (literal.isNull()) {
+            CPLError(CE_Failure, CPLE_AppDefined, "“%s” cannot be the default of the field “%s”",
+                     info.GetDefault().toUtf8().constData(), info.GetName().toUtf8().constData());
+            return nullptr;
+        }
+        field->SetDefault(literal.toUtf8().constData());
+    }
+    return field;
+}
+
+qint32 bound(const CTxFieldInfo &info)
+{
+    const TypeRow *row = findRow(info.GetType());
+    return row && row->isBounded ? std::max(0, info.GetSize()) : 0;
+}
+
+} // namespace TxFieldDefinition

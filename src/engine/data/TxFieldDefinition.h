@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/data/TxFieldInfo.h"
+
+#include <memory>
+
+class OGRFieldDefn;
+
+/// How our fields are kept by OGR. A private header.
+namespace TxFieldDefinition {
+
+/// The OGR field that keeps @p info. @return null, which is reported to the error collectors, when there is no such
+/// field type or the default is no value of the field.
+std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info);
+
+/// The largest amount of a currency field: beyond it a double no longer tells ten-thousandths apart.
+constexpr double largestCurrency = 9007199254740992.0 / 10000.0;
+
+/// The characters or bytes a value of the field may have, 0 for no bound.
+qint32 bound(const CTxFieldInfo &info);
+
+} // namespace TxFieldDefinition

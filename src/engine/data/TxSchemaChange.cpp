@@ -1,0 +1,41 @@
+#include "engine/data/TxSchemaChange.h"
+
+#include <ogrsf_frmts.h>
+
+TxSchemaChange::TxSchemaChange(TxDataSourcePrivate &dataSource) : m_dataSource(dataSource)
+{
+    if (!dataSource.gdal->TestCapability(ODsCTransactions))
+        m_state = State::Direct;
+    else if (dataSource.gdal->StartTransaction() == OGRERR_NONE)
+        m_state = State::Transaction;
+}
+
+TxSchemaChange::~TxSchemaChange()
+{
+    if (m_state != State::Transaction)
+        return;
+    m_dataSource.endRecordsets();
+    m_dataSource.gdal->RollbackTransaction();
+    m_dataSource.reopen();
+}
+
+QString TxSchemaChange::refusal(const TxDataSourcePrivate &dataSource)
+{
+    if (dataSource.isReadOnly() || !dataSource.gdal)
+        return QStringLiteral("“%1” is read-only").arg(dataSource.alias);
+    if (dataSource.transaction)
+        return QStringLiteral("The structure of “%1” cannot be changed while an edit transaction is open")
+            .arg(dataSource.alias);
+    return QString();
+}
+
+bool TxSchemaChange::commit()
+{
+    if (m_state == State::Direct) {
+        m_dataSource.gdal->FlushCache();
+        m_state = State::Done;
+    } else if (m_state == State::Transaction && m_dataSource.gdal->CommitTransaction() == OGRERR_NONE) {
+        m_state = State::Done;
+    }
+    return m_state == State::Done;
+}
