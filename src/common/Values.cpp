@@ -85,7 +85,7 @@ QString CTdCommMethods::VAR2STR(const CTxVariant &value)
 
 void CTdCommMethods::ReleaseRecordset(CTxRecordset *&recordset)
 {
-    if (recordset)
-        recordset->GetDataset()->ReleaseRecordset(recordset);
+    if (CDatasetVector *dataset = CTxRecordset::GetDatasetOf(recordset))
+        dataset->ReleaseRecordset(recordset);
     recordset = nullptr;
 }

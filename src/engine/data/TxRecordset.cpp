@@ -4,6 +4,8 @@
 #include "engine/data/TxRecordsetPrivate.h"
 #include "engine/geometry/OgrGeometry.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 CTxRecordset *CDatasetVector::Query(const CTxQueryDef &query)
@@ -74,9 +76,31 @@ void TxRecordsetPrivate::end()
 
 // The face.
 
-CTxRecordset::CTxRecordset(std::unique_ptr<TxRecordsetPrivate> priv) : d(std::move(priv)) {}
+namespace {
 
-CTxRecordset::~CTxRecordset() = default;
+/// Every recordset that exists. Never freed: a workspace may outlive the static objects of this file.
+QSet<const CTxRecordset *> &livingRecordsets()
+{
+    static auto *living = new QSet<const CTxRecordset *>;
+    return *living;
+}
+
+} // namespace
+
+CTxRecordset::CTxRecordset(std::unique_ptr<TxRecordsetPrivate> priv) : d(std::move(priv))
+{
+    livingRecordsets().insert(this);
+}
+
+CTxRecordset::~CTxRecordset()
+{
+    livingRecordsets().remove(this);
+}
+
+CDatasetVector *CTxRecordset::GetDatasetOf(const CTxRecordset *recordset)
+{
+    return livingRecordsets().contains(recordset) ? recordset->GetDataset() : nullptr;
+}
 
 CDatasetVector *CTxRecordset::GetDataset() const
 {

@@ -23,6 +23,8 @@ public:
 
     /// The dataset the cursor belongs to; never null.
     CDatasetVector *GetDataset() const;
+    /// The dataset that @p recordset belongs to; null for null and for a recordset that is dead (it is not touched).
+    static CDatasetVector *GetDatasetOf(const CTxRecordset *recordset);
 
     /// True behind the last record, and when there is none.
     bool IsEOF() const;
