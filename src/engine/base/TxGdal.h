@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/base/TxExport.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -21,12 +23,12 @@ using DatasetPtr = std::unique_ptr<GDALDataset, Closer>;
 /// Sets GDAL up at the first call: registers the drivers (about 34 ms, which the start of a program need not pay),
 /// forbids network access to PROJ, and puts the engine's error handler in place of the one that prints. Every function
 /// of the engine that calls GDAL comes by here first, ErrorCollector and open() do it by themselves.
-void initialize();
+TX_EXPORT void initialize();
 
 /// Collects what GDAL, PROJ and SQLite report while it lives, on the thread that made it. Collectors nest; a message
 /// goes to the innermost. Every message is logged, collected or not. A failure that no collector waits for becomes the
 /// engine's last error.
-class ErrorCollector
+class TX_EXPORT ErrorCollector
 {
 public:
     ErrorCollector();

@@ -103,7 +103,7 @@ private:
             GDALIdentifyDriverEx(m_name.constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER, nullptr, nullptr);
         if (driver && openWith(QString::fromUtf8(GDALGetDriverShortName(driver))))
             return true;
-        return take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER), {});
+        return take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER), {}, false);
     }
 
     bool openWith(const QString &driver)
@@ -114,17 +114,13 @@ private:
             options.append(QString::fromLatin1(row->openOption));
         const bool mayWrite = row && row->canUpdate && (m_d.options & CTxDataSource::OpenReadOnly) == 0 &&
                               (TxStoragePath::isConnection(m_path) || QFileInfo(m_path).isWritable());
-        if (mayWrite && take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_UPDATE, options, {driver}), options)) {
-            m_errors.clear();
+        if (mayWrite && take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_UPDATE, options, {driver}), options, true))
             return true;
-        }
-        if (!take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER, options, {driver}), options))
-            return false;
-        m_d.options |= CTxDataSource::OpenReadOnly;
-        return true;
+        return take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER, options, {driver}), options, false);
     }
 
-    bool take(TxGdal::DatasetPtr gdal, const QStringList &options)
+    /// Makes @p gdal the datasource's, if it was opened at all. Drivers do not say reliably whether it can be written.
+    bool take(TxGdal::DatasetPtr gdal, const QStringList &options, bool isUpdatable)
     {
         if (!gdal)
             return false;
@@ -132,7 +128,7 @@ private:
         m_d.gdalName = m_name;
         m_d.gdalOptions = options;
         ++m_d.generation;
-        if (m_d.gdal->GetAccess() != GA_Update)
+        if (!isUpdatable)
             m_d.options |= CTxDataSource::OpenReadOnly;
         return true;
     }

@@ -10,6 +10,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 namespace TxDatasetListing {
 
@@ -34,8 +36,35 @@ private:
     QSet<QString> m_taken;
 };
 
+/// The kind of a layer whose driver does not tell a geometry type: that of its records if they are all of one. Drawings
+/// stay CAD, databases are not read for this, and a layer of more than some thousand records stays CAD too.
+CElemDatasetInfo::Type kindByRecords(OGRLayer &layer, const QByteArray &driver)
+{
+    constexpr std::array<const char *, 3> drivers = {"MapInfo File", "LIBKML", "KML"};
+    constexpr int enough = 20000;
+    if (std::none_of(drivers.begin(), drivers.end(), [&](const char *name) { return driver == name; }))
+        return CElemDatasetInfo::CAD;
+    std::optional<CElemDatasetInfo::Type> kind;
+    int count = 0;
+    layer.ResetReading();
+    while (const OGRFeatureUniquePtr feature{layer.GetNextFeature()}) {
+        const OGRGeometry *geometry = feature->GetGeometryRef();
+        if (!geometry)
+            continue;
+        const CElemDatasetInfo::Type own = TxDatasetKind::ofGeometry(geometry->getGeometryType());
+        if (kind.value_or(own) != own || ++count > enough) {
+            kind = CElemDatasetInfo::CAD;
+            break;
+        }
+        kind = own;
+    }
+    layer.ResetReading();
+    return kind.value_or(CElemDatasetInfo::CAD);
+}
+
 void listLayers(GDALDataset &gdal, UniqueNames &names, std::vector<TxDatasetEntry> &entries)
 {
+    const QByteArray driver = gdal.GetDriverName();
     QSet<QByteArray> sources;
     const int count = gdal.GetLayerCount();
     entries.reserve(static_cast<size_t>(count));
@@ -50,7 +79,9 @@ void listLayers(GDALDataset &gdal, UniqueNames &names, std::vector<TxDatasetEntr
             entry.source = sourceByPlace(index);
         else
             sources.insert(entry.source);
-        entry.type = TxDatasetKind::ofGeometry(layer->GetGeomType());
+        const OGRwkbGeometryType geometry = layer->GetGeomType();
+        entry.type =
+            wkbFlatten(geometry) == wkbUnknown ? kindByRecords(*layer, driver) : TxDatasetKind::ofGeometry(geometry);
         entries.push_back(std::move(entry));
     }
 }
