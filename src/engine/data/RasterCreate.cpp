@@ -86,8 +86,13 @@ bool makeTable(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, 
     }
     if (raster->SetGeoTransform(transform) != CE_None)
         return false;
-    if (!qIsNaN(format.noData) && raster->GetRasterBand(1)->SetNoDataValue(format.noData) != CE_None)
-        return false;
+    if (!qIsNaN(format.noData)) {
+        // GDAL 3.6 keeps the value but answers a failure all the same; what the band says afterwards counts.
+        GDALRasterBand *band = raster->GetRasterBand(1);
+        band->SetNoDataValue(format.noData);
+        if (!qFuzzyCompare(band->GetNoDataValue(), format.noData))
+            return false;
+    }
     raster->FlushCache(false);
     return true; // what it could not write is reported
 }
