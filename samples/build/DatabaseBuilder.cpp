@@ -9,12 +9,11 @@
 #include "engine/data/TxRecordset.h"
 #include "engine/geometry/GeoPoint.h"
 #include "engine/geometry/GeoText.h"
-#include "engine/map/TxWorkspace.h"
 #include "engine/projection/TxPJCoordSys.h"
 
 #include <QFile>
 
-#include <utility>
+#include <memory>
 
 namespace {
 
@@ -77,13 +76,6 @@ std::unique_ptr<CElemGeometry> textElement(const CTxRecordset &record, const CGe
 
 } // namespace
 
-DatabaseBuilder::DatabaseBuilder(const QString &folder)
-    : m_folder(folder), m_workspace(std::make_unique<CTxWorkspace>())
-{
-}
-
-DatabaseBuilder::~DatabaseBuilder() = default;
-
 bool DatabaseBuilder::fail(const QString &where)
 {
     m_error = where + QStringLiteral(": ") + TxGetErrorMsgObj().GetErrorMessage();
@@ -92,14 +84,14 @@ bool DatabaseBuilder::fail(const QString &where)
 
 CTxDataSource *DatabaseBuilder::openSource(const char *path)
 {
-    return m_workspace->GetDataSources().Open(m_folder + QStringLiteral("/source/") + QString::fromUtf8(path),
-                                              QString(), CTxDataSource::Internal | CTxDataSource::OpenReadOnly);
+    return m_sources.Open(m_folder + QStringLiteral("/source/") + QString::fromUtf8(path), QString(),
+                          CTxDataSource::Internal | CTxDataSource::OpenReadOnly);
 }
 
 bool DatabaseBuilder::build(const QString &path)
 {
     QFile::remove(path);
-    m_database = m_workspace->GetDataSources().Create(path, QStringLiteral("database"), CTxDataSourceStorage::Native);
+    m_database = m_sources.Create(path, QStringLiteral("database"), CTxDataSourceStorage::Native);
     if (!m_database)
         return fail(path);
     for (const VectorSample &sample : vectorSamples()) {
@@ -110,7 +102,7 @@ bool DatabaseBuilder::build(const QString &path)
         if (!addRaster(sample))
             return false;
     }
-    m_workspace->Close();
+    m_sources.CloseAll();
     return true;
 }
 
@@ -134,7 +126,7 @@ bool DatabaseBuilder::addVector(const VectorSample &sample)
     if (!m_database->CommitTrans())
         return fail(name);
     to->Close();
-    return m_workspace->GetDataSources().Close(source->GetAlias()) || fail(name);
+    return m_sources.Close(source->GetAlias()) || fail(name);
 }
 
 CDatasetVector *DatabaseBuilder::makeVector(const VectorSample &sample, const CDatasetVector &source)
@@ -219,5 +211,5 @@ bool DatabaseBuilder::addRaster(const RasterSample &sample)
     if (!to || !to->Open() || !to->Append(from))
         return fail(name);
     to->Close();
-    return m_workspace->GetDataSources().Close(source->GetAlias()) || fail(name);
+    return m_sources.Close(source->GetAlias()) || fail(name);
 }

@@ -1,14 +1,9 @@
 #pragma once
 
-#include <QString>
-
-#include <memory>
+#include "engine/data/TxDataSources.h"
 
 class CDatasetVector;
-class CElemGeometry;
-class CTxDataSource;
 class CTxRecordset;
-class CTxWorkspace;
 struct RasterSample;
 struct VectorSample;
 
@@ -16,9 +11,8 @@ struct VectorSample;
 class DatabaseBuilder
 {
 public:
-    /// @p folder is samples/; the sources are opened in a workspace of the builder's own.
-    explicit DatabaseBuilder(const QString &folder);
-    ~DatabaseBuilder();
+    /// @p folder is samples/.
+    explicit DatabaseBuilder(const QString &folder) : m_folder(folder) {}
 
     /// Makes @p path anew with every dataset of the tables. @return false with error() set when something failed.
     bool build(const QString &path);
@@ -35,7 +29,7 @@ private:
     bool fail(const QString &where);
 
     const QString m_folder;
-    const std::unique_ptr<CTxWorkspace> m_workspace;
-    CTxDataSource *m_database = nullptr; // the workspace's
+    CTxDataSources m_sources;
+    CTxDataSource *m_database = nullptr; // m_sources'
     QString m_error;
 };

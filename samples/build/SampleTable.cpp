@@ -17,7 +17,6 @@ constexpr VectorSample vectors[] = {
     {"Land", CElemDatasetInfo::Region, "region/Land.geojson", utm10n, nullptr, false},
     {"Lakes", CElemDatasetInfo::Region, "region/Lakes.geojson", utm10n, nullptr, false},
     {"Coast", CElemDatasetInfo::Line, "region/Coast.geojson", utm10n, nullptr, false},
-    {"Contours", CElemDatasetInfo::Line, "region/Contours.geojson", utm10n, nullptr, false},
     {"Stations", CElemDatasetInfo::Point, "region/Stations.geojson", utm10n, nullptr, false},
     {"StationAreas", CElemDatasetInfo::Parcel, "region/StationAreas.geojson", utm10n, nullptr, false},
     {"Labels", CElemDatasetInfo::Text, "region/Labels.geojson", utm10n, nullptr, false},

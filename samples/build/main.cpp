@@ -3,15 +3,14 @@
 #include "DatabaseBuilder.h"
 #include "WorkspaceBuilder.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QTextStream>
 
 int main(int argc, char *argv[])
 {
     // The database notes when it was changed: a fixed day keeps the result the same from run to run.
     qputenv("OGR_CURRENT_DATE", "2026-01-01T00:00:00Z");
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     QTextStream out(stdout);
 
     const QStringList arguments = QCoreApplication::arguments();

@@ -3,7 +3,7 @@
 import json
 import math
 
-from osgeo import gdal, ogr, osr
+from osgeo import gdal, ogr
 from shapely.geometry import LineString, Point, Polygon, box, mapping, shape
 
 from common import SOURCE, UTM10N, WGS84, geometry, topobathy, transformer, write_geojson
@@ -149,19 +149,6 @@ def write_dxf(elements):
     print("formats/gulf_islands.dxf", target.stat().st_size, "bytes")
 
 
-def isobath_layer():
-    """Lines of equal height and depth of the whole region."""
-    levels = (-1000, -500, -200, -100, 500, 1000, 1500, 2000)
-    rows = []
-    for height, line in contour(relief(), ["NODATA=-9999", "FIXED_LEVELS=" + ",".join(map(str, levels))], False):
-        if line.Length() > 15000:
-            points = [point[:2] for point in line.Simplify(250).GetPoints()]
-            rows.append((geometry("LineString", points), {"HeightM": round(height),
-                                                          "LengthKm": round(line.Length() / 1e3, 1)}))
-    rows.sort(key=lambda row: (row[1]["HeightM"], -row[1]["LengthKm"]))
-    write_geojson("region/Contours.geojson", UTM10N, rows, 0)
-
-
 def derive():
     gdal.UseExceptions()
     ogr.UseExceptions()
@@ -173,4 +160,3 @@ def derive():
     write_geojson("region/Chart.geojson", UTM10N, drawing.elements, 0)
     (SOURCE / "formats").mkdir(exist_ok=True)
     write_dxf(drawing.elements)
-    isobath_layer()

@@ -51,7 +51,7 @@ def coast_drawing():
         for index in range(parts.GetGeometryCount()):
             element = ogr.Feature(layer.GetLayerDefn())
             element.SetField("Level", level)
-            element.SetGeometry(parts.GetGeometryRef(index).Simplify(150))
+            element.SetGeometry(parts.GetGeometryRef(index).Simplify(250))
             layer.CreateFeature(element)
     drawing = None
     print(f"formats/coast.dgn: {target.stat().st_size} bytes")

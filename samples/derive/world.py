@@ -114,10 +114,10 @@ def time_zone_cities():
 def rivers():
     """Large rivers in two classes: double-lined and permanent major ones, and the longer of the additional ones."""
     rows = []
-    for kind, levels, shortest in (("Major", ("-I0", "-I1"), 1.0), ("Additional", ("-I2",), 4.0)):
+    for kind, levels, shortest in (("Major", ("-I0", "-I1"), 1.0), ("Additional", ("-I2",), 5.0)):
         lines = [LineString(points) for level in levels
                  for _, points in gmt_lines("coast", "-Rd", "-Dl", level, "-M")]
-        kept = [line.simplify(0.08) for line in linemerge(lines).geoms if line.length > shortest]
+        kept = [line.simplify(0.12) for line in linemerge(lines).geoms if line.length > shortest]
         kept.sort(key=lambda line: (-round(line.length, 3), line.coords[0]))
         rows += [(geometry("LineString", list(line.coords)), {"Class": kind, "LengthDeg": round(line.length, 2)})
                  for line in kept]
