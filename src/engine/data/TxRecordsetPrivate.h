@@ -59,6 +59,7 @@ public:
 
     CDatasetVector *const dataset;
     const CTxQueryDef query;
+    const quint64 serial = ++lastSerial; ///< tells a recordset from one that stood at its address before
     std::vector<TxRecordsetField> fields; ///< made by setFields()
     std::unique_ptr<TxCursor> cursor;     ///< null after end()
     bool onRecord = false;                ///< the walk stands on a record
@@ -73,4 +74,6 @@ public:
 
 private:
     QHash<QString, int> m_byName; // indices of fields by case-folded name
+
+    static inline quint64 lastSerial = 0;
 };

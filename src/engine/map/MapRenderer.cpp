@@ -6,7 +6,7 @@
 #include "engine/data/TxDataSources.h"
 #include "engine/data/TxQueryDef.h"
 #include "engine/data/TxRecordset.h"
-#include "engine/data/TxVectorPrivate.h"
+#include "engine/data/TxRecordsetPrivate.h"
 #include "engine/geometry/GeoRegion.h"
 #include "engine/projection/TxPJCoordSys.h"
 #include "engine/projection/TxReprojector.h"
@@ -34,6 +34,11 @@ CRect2D heightsOf(const CElemGeometry &geometry)
 bool isDrawable(CElemDatasetInfo::Type kind)
 {
     return kind != CElemDatasetInfo::Tabular;
+}
+
+bool isPoint(CElemDatasetInfo::Type kind)
+{
+    return kind == CElemDatasetInfo::Point || kind == CElemDatasetInfo::Point3D || kind == CElemDatasetInfo::PointGL3D;
 }
 
 } // namespace
@@ -73,9 +78,11 @@ void MapRenderer::start(const Settings &settings)
         const CTxLayer *layer = layers.GetLayerAt(i);
         if (!layer->IsVisible())
             continue;
-        const TxLayerStyle style = legibleStyle(layer->style(), settings.background);
-        m_tasks.append({layer, layer->GetName(), style, false});
         const CTxDataset *dataset = layer->GetDataset();
+        // The outline of a point symbol only sets it off; white on white is fine.
+        const bool isPoints = dataset && isPoint(dataset->GetType());
+        const TxLayerStyle style = isPoints ? layer->style() : legibleStyle(layer->style(), settings.background);
+        m_tasks.append({layer, layer->GetName(), style, false});
         if (dataset && dataset->GetType() == CElemDatasetInfo::Network && dataset->GetChildDataset())
             m_tasks.append({layer, layer->GetName(), style, true});
     }
@@ -143,9 +150,8 @@ CTxRecordset *MapRenderer::liveRecordset() const
     const CTxDataset *dataset = liveDataset();
     if (!dataset || !dataset->IsVector() || !m_recordset)
         return nullptr;
-    const auto &living = TxVectorPrivate::of(static_cast<const CDatasetVector &>(*dataset)).recordsets;
-    const bool lives = std::any_of(living.begin(), living.end(),
-                                   [this](const auto &recordset) { return recordset.get() == m_recordset; });
+    const bool lives = CTxRecordset::GetDatasetOf(m_recordset) == dataset &&
+                       TxRecordsetPrivate::of(*m_recordset).serial == m_recordsetSerial;
     return lives ? m_recordset : nullptr;
 }
 
@@ -226,7 +232,9 @@ bool MapRenderer::query(CDatasetVector &dataset, bool everything)
             return false;
     }
     m_recordset = dataset.Query(definition);
-    if (!m_recordset)
+    if (m_recordset)
+        m_recordsetSerial = TxRecordsetPrivate::of(*m_recordset).serial;
+    else
         fail(TxGetErrorMsgObj().GetErrorMessage());
     m_labelField = m_recordset && hasLabels ? m_recordset->FindField(task.style.labelField) : -1;
     return m_recordset != nullptr;

@@ -125,6 +125,7 @@ private:
     bool m_inTask = false;
     CTxDataset *m_dataset = nullptr;     // of the task; see liveDataset()
     CTxRecordset *m_recordset = nullptr; // of the dataset; see liveRecordset()
+    quint64 m_recordsetSerial = 0;
     int m_labelField = -1;
     std::shared_ptr<TxReprojector> m_reprojector;
     std::optional<GeometryPainter> m_geometries;

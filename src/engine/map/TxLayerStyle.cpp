@@ -57,7 +57,7 @@ double luminance(const QColor &colour)
 
 double contrast(const QColor &a, const QColor &b)
 {
-    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)}); // a list: values, not references
     return (lighter + 0.05) / (darker + 0.05);
 }
 
@@ -95,8 +95,10 @@ TxLayerStyle defaultStyle(CElemDatasetInfo::Type kind, int index)
 
 TxLayerStyle legibleStyle(const TxLayerStyle &style, const QColor &background)
 {
-    constexpr double enough = 1.8;
+    constexpr double enough = 2.2;
     TxLayerStyle result = style;
+    if (contrast(style.line, background) >= enough)
+        return result;
     const double step = luminance(background) < 0.18 ? 0.05 : -0.05;
     float hue = 0;
     float saturation = 0;

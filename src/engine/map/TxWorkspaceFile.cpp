@@ -200,6 +200,10 @@ std::optional<TxWorkspaceDocument> TxWorkspaceFile::load(const QString &path, QS
 bool TxWorkspaceFile::store(const QString &path, const QByteArray &bytes, QString &error)
 {
     const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) { // a folder, or a device, which a new file would replace
+        error = QStringLiteral("it is no file");
+        return false;
+    }
     QSaveFile file(info.exists() ? info.canonicalFilePath() : path);
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
                            ::fsync(file.handle()) == 0; // the content is on the disk before it gets the name

@@ -194,7 +194,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadRow{"optionsNegative", inRoot("<datasource alias='a' path='p' options='-1'/>"), "options"},
         BadRow{"textBetween", inRoot("<map name='m'>hello</map>"), "text"},
         BadRow{"sameAttributeTwice", inRoot("<map name='m' name='n'/>"), "line 1"}),
-    [](const testing::TestParamInfo<BadRow> &info) { return std::string(info.param.name); });
+    [](const testing::TestParamInfo<BadRow> &row) { return std::string(row.param.name); });
 
 TEST(WorkspaceFormat, TheErrorNamesTheLine)
 {

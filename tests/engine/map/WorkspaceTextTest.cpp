@@ -57,8 +57,8 @@ INSTANTIATE_TEST_SUITE_P(
                     PathRow{"a connection", "PG:dbname=gis host=db", "PG:dbname=gis host=db"},
                     PathRow{"an archive", "/vsizip/a.zip/b.shp", "/vsizip/a.zip/b.shp"},
                     PathRow{"a drive letter", "C:\\maps\\x.tdb", "C:\\maps\\x.tdb"}, PathRow{"empty", "", ""}),
-    [](const testing::TestParamInfo<PathRow> &info) {
-        std::string name = info.param.name;
+    [](const testing::TestParamInfo<PathRow> &row) {
+        std::string name = row.param.name;
         std::replace(name.begin(), name.end(), ' ', '_');
         return name;
     });
