@@ -37,7 +37,7 @@ def contours(dataset):
     rows = []
     for height, shape in contour(dataset, [f"LEVEL_INTERVAL={CONTOUR_STEP}"], False):
         if shape.Length() > 3000:
-            points = [[x, y, height] for x, y, *_ in shape.Simplify(80).GetPoints()]
+            points = [[x, y, height] for x, y, *_ in shape.Simplify(60).GetPoints()]
             rows.append((geometry("LineString", points), {
                 "HeightM": round(height), "Thick": height % 500 == 0, "LengthKm": round(shape.Length() / 1e3, 2)}))
     rows.sort(key=lambda row: (row[1]["HeightM"], -row[1]["LengthKm"]))
