@@ -40,8 +40,8 @@ WorkspaceTreeFilter::WorkspaceTreeFilter(CWorkspaceBarTree *tree, QObject *paren
     connect(&m_timer, &QTimer::timeout, this, &WorkspaceTreeFilter::runSlice);
 
     const auto onChange = [this] {
-        if (!m_changing && (isActive() || isRunning()))
-            restart();
+        if (!m_filling && (isActive() || isRunning()))
+            restart(MatchPhase); // what the host takes out is not filled in again
     };
     const QAbstractItemModel *model = tree->model();
     connect(model, &QAbstractItemModel::rowsInserted, this, onChange);
@@ -58,7 +58,7 @@ void WorkspaceTreeFilter::setText(const QString &text)
     if (words == m_words)
         return;
     m_words = words;
-    restart();
+    restart(isActive() ? FillPhase : MatchPhase);
 }
 
 QTreeWidgetItem *WorkspaceTreeFilter::firstMatch() const
@@ -66,15 +66,16 @@ QTreeWidgetItem *WorkspaceTreeFilter::firstMatch() const
     return m_tree ? m_tree->itemFromIndex(m_firstMatch) : nullptr;
 }
 
-void WorkspaceTreeFilter::restart()
+void WorkspaceTreeFilter::restart(Phase from)
 {
     m_places.clear();
+    m_toUnfold.clear();
     m_next = 0;
     m_nextDataSource = 0;
     m_nextDataset = 0;
     m_found = 0;
     m_firstMatch = QPersistentModelIndex();
-    m_phase = isActive() ? FillPhase : MatchPhase;
+    m_phase = from;
     m_timer.start();
 }
 
@@ -82,10 +83,9 @@ void WorkspaceTreeFilter::runSlice()
 {
     if (!m_tree)
         return;
-    const QScopedValueRollback<bool> changing(m_changing, true);
     const QDeadlineTimer slice(sliceLength);
     bool done = true;
-    while (done && m_phase != Idle && !slice.hasExpired()) {
+    while (done && m_phase != Idle) {
         switch (m_phase) {
         case FillPhase:
             if ((done = fillSome(slice)))
@@ -94,25 +94,30 @@ void WorkspaceTreeFilter::runSlice()
         case MatchPhase:
             if ((done = matchSome(slice))) {
                 settleVisibility();
-                m_phase = ApplyPhase;
+                m_phase = HidePhase;
             }
             break;
-        case ApplyPhase:
-            if ((done = applySome(slice)))
+        case HidePhase:
+            if ((done = hideSome(slice))) {
+                m_places = {};
+                if (!isActive())
+                    foldAgain();
+                m_phase = UnfoldPhase;
+            }
+            break;
+        case UnfoldPhase:
+            if ((done = unfoldSome(slice)) && m_phase == UnfoldPhase) // a host may have begun to fill meanwhile
                 m_phase = Idle;
             break;
         case Idle:
             break;
         }
+        done = done && !slice.hasExpired();
     }
-    if (m_phase != Idle) {
+    if (m_phase != Idle)
         m_timer.start();
-        return;
-    }
-    m_places = {};
-    if (!isActive())
-        foldAgain();
-    Q_EMIT finished(m_found);
+    else
+        Q_EMIT finished(m_found);
 }
 
 bool WorkspaceTreeFilter::textMatches(const QString &label) const
@@ -124,7 +129,8 @@ bool WorkspaceTreeFilter::textMatches(const QString &label) const
 /// Fills datasources that hold a match and have no datasets in the tree. @return true when none is left.
 bool WorkspaceTreeFilter::fillSome(const QDeadlineTimer &slice)
 {
-    WorkspaceTreePrivate &tree = *m_tree->d;
+    const QScopedValueRollback<bool> filling(m_filling, true);
+    const WorkspaceTreePrivate &tree = *m_tree->d;
     if (!tree.workspace)
         return true;
     const CTxDataSources &dataSources = tree.workspace->GetDataSources();
@@ -257,8 +263,8 @@ size_t WorkspaceTreeFilter::topmostMatch() const
     return place;
 }
 
-/// Hides, shows and unfolds items. @return true when all are as they shall be.
-bool WorkspaceTreeFilter::applySome(const QDeadlineTimer &slice)
+/// Hides and shows items. @return true when all are as they shall be.
+bool WorkspaceTreeFilter::hideSome(const QDeadlineTimer &slice)
 {
     const QTreeWidgetItem *lastParent = nullptr;
     QModelIndex parentIndex;
@@ -271,14 +277,47 @@ bool WorkspaceTreeFilter::applySome(const QDeadlineTimer &slice)
         }
         // Below a hidden item nothing needs to be hidden.
         const bool hide = !place.shown && (place.parent < 0 || m_places[size_t(place.parent)].shown);
-        if (m_tree->isRowHidden(place.row, parentIndex) != hide)
+        if (m_tree->isRowHidden(place.row, parentIndex) != hide) {
+            foldForWork(parent);
             m_tree->setRowHidden(place.row, parentIndex, hide);
+        }
         if (isActive() && place.leadsToMatch && !place.item->isExpanded()) {
-            m_unfolded.append(m_tree->indexFromItem(place.item));
-            place.item->setExpanded(true);
+            if (const QPersistentModelIndex index = m_tree->indexFromItem(place.item); !m_reopen.contains(index))
+                m_toUnfold.append(index);
         }
         if (step % stepsPerLook == 0 && slice.hasExpired())
             return m_next == m_places.size();
+    }
+    return true;
+}
+
+/// Folds an item with many children before these are hidden or shown: each slice would have the view lay out all of
+/// them anew. Hosts do not hear of it.
+void WorkspaceTreeFilter::foldForWork(QTreeWidgetItem *parent)
+{
+    constexpr int many = 500;
+    if (!parent || parent->childCount() < many || !parent->isExpanded())
+        return;
+    const QSignalBlocker silence(m_tree);
+    m_reopen.append(m_tree->indexFromItem(parent));
+    parent->setExpanded(false);
+}
+
+/// Unfolds what leads to matches, and what was folded for work. @return true when nothing is left.
+bool WorkspaceTreeFilter::unfoldSome(const QDeadlineTimer &slice)
+{
+    {
+        const QSignalBlocker silence(m_tree);
+        const QList<QPersistentModelIndex> reopen = std::exchange(m_reopen, {});
+        for (const QPersistentModelIndex &index : reopen)
+            m_tree->setExpanded(index, true);
+    }
+    while (!m_toUnfold.isEmpty()) {
+        const QPersistentModelIndex index = m_toUnfold.takeFirst();
+        m_unfolded.append(index);
+        m_tree->setExpanded(index, true);
+        if (slice.hasExpired())
+            return m_toUnfold.isEmpty();
     }
     return true;
 }
@@ -292,8 +331,10 @@ void WorkspaceTreeFilter::foldAgain()
         const QTreeWidgetItem *above = current;
         while (above && above != item)
             above = above->parent();
-        if (item && !above)
+        if (item && !above) {
+            m_reopen.removeAll(index);
             item->setExpanded(false);
+        }
     }
     m_unfolded.clear();
     if (current)

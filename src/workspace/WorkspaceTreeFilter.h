@@ -41,7 +41,7 @@ Q_SIGNALS:
     void finished(int found);
 
 private:
-    enum Phase { Idle, FillPhase, MatchPhase, ApplyPhase };
+    enum Phase { Idle, FillPhase, MatchPhase, HidePhase, UnfoldPhase };
     /// An item with its place, parents before their children.
     struct Place
     {
@@ -54,15 +54,17 @@ private:
         bool shown;
     };
 
-    void restart();
+    void restart(Phase from);
     void runSlice();
     bool fillSome(const QDeadlineTimer &slice);
     bool matchSome(const QDeadlineTimer &slice);
-    bool applySome(const QDeadlineTimer &slice);
+    bool hideSome(const QDeadlineTimer &slice);
+    bool unfoldSome(const QDeadlineTimer &slice);
     void fillNamedGroups();
     bool holdsMatch(const CTxDataSource *dataSource, const QString &alias, const QDeadlineTimer &slice, bool &known);
     void settleVisibility();
     size_t topmostMatch() const;
+    void foldForWork(QTreeWidgetItem *parent);
     void foldAgain();
     bool textMatches(const QString &label) const;
 
@@ -70,12 +72,14 @@ private:
     QTimer m_timer;
     QStringList m_words;
     Phase m_phase = Idle;
-    bool m_changing = false; // the tree changes because of the filter
+    bool m_filling = false; // the tree changes because of the filter
     std::vector<Place> m_places;
     size_t m_next = 0;        // the place to go on with
     int m_nextDataSource = 0; // the datasource to go on with
     int m_nextDataset = 0;    // and in it the dataset
     int m_found = 0;
     QPersistentModelIndex m_firstMatch;
+    QList<QPersistentModelIndex> m_reopen;   // folded while their children are hidden and shown
+    QList<QPersistentModelIndex> m_toUnfold; // lead to matches, and are not expanded yet
     QList<QPersistentModelIndex> m_unfolded; // expanded by the filter
 };

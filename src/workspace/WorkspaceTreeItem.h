@@ -68,4 +68,5 @@ private:
     QString m_keyName; // the names it is filed under, whatever becomes of the node's
     QString m_keyAlias;
     qint32 m_keyKind = 0;
+    size_t m_keyHash = 0;
 };

@@ -2,43 +2,79 @@
 
 #include "workspace/WorkspaceTreeItem.h"
 
+#include <cstring>
+
 namespace {
+
+constexpr size_t unitsPerBlock = sizeof(quint64) / sizeof(char16_t);
+
+/// Letter case taken from four ASCII units at once: 'A' to 'Z' get the bit 0x20.
+quint64 foldedAscii(quint64 block)
+{
+    constexpr quint64 lanes = 0x0001000100010001u;
+    const quint64 fromA = block + lanes * (0x80 - 'A');
+    const quint64 behindZ = block + lanes * (0x80 - 'Z' - 1);
+    return block | (((fromA ^ behindZ) & (lanes * 0x80)) >> 2);
+}
+
+/// Letter case taken from up to four units of any kind. The second half of a surrogate pair stands for the character.
+quint64 foldedUnits(QStringView text, qsizetype first, qsizetype count)
+{
+    char16_t folded[unitsPerBlock] = {};
+    for (qsizetype place = 0; place < count; ++place) {
+        const char16_t unit = text.at(first + place).unicode();
+        char32_t character = unit;
+        if (QChar::isLowSurrogate(unit) && first + place > 0) {
+            const char16_t before = text.at(first + place - 1).unicode();
+            if (QChar::isHighSurrogate(before))
+                character = QChar::surrogateToUcs4(before, unit);
+        }
+        folded[place] = char16_t(QChar::toCaseFolded(character));
+    }
+    quint64 block;
+    std::memcpy(&block, folded, sizeof block);
+    return block;
+}
 
 /// Mixes @p text into @p hash, so that texts that differ in letter case alone do the same.
 size_t mixFolded(size_t hash, QStringView text)
 {
-    constexpr size_t prime = 0x9E3779B97F4A7C15ull;
-    char16_t before = 0;
-    for (const QChar unit : text) {
-        const char16_t code = unit.unicode();
-        char32_t folded = code;
-        if (code < 0x80) {
-            if (code >= u'A' && code <= u'Z')
-                folded = code | 0x20;
-        } else if (QChar::isLowSurrogate(code) && QChar::isHighSurrogate(before)) {
-            folded = QChar::toCaseFolded(QChar::surrogateToUcs4(before, code));
-        } else {
-            folded = QChar::toCaseFolded(char32_t(code));
-        }
-        before = code;
-        hash = (hash ^ folded) * prime;
-        hash ^= hash >> 29;
+    constexpr quint64 prime = 0x9E3779B97F4A7C15u;
+    constexpr quint64 notAscii = 0xff80ff80ff80ff80u;
+    quint64 mixed = (hash + quint64(text.size())) * prime;
+    for (qsizetype first = 0; first < text.size(); first += qsizetype(unitsPerBlock)) {
+        const qsizetype count = qMin(text.size() - first, qsizetype(unitsPerBlock));
+        quint64 block = notAscii;
+        if (count == qsizetype(unitsPerBlock))
+            std::memcpy(&block, text.utf16() + first, sizeof block);
+        block = (block & notAscii) ? foldedUnits(text, first, count) : foldedAscii(block);
+        mixed = (mixed ^ block) * prime;
+        mixed ^= mixed >> 32;
     }
-    return hash;
+    return size_t(mixed);
+}
+
+/// @p text without a share in its memory: a look-up needs none, and counting shares costs more than the comparison.
+QString borrowed(const QString &text)
+{
+    return QString::fromRawData(text.constData(), text.size());
+}
+
+bool equalFolded(const QString &left, const QString &right)
+{
+    return left == right || left.compare(right, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
 
-WorkspaceTreeRecords::Key::Key(const QString &keyName, const QString &keyAlias, qint32 keyKind)
-    : name(keyName), alias(keyAlias), kind(keyKind),
-      hash(mixFolded(mixFolded(size_t(quint32(keyKind)) + 1, keyAlias) + 1, keyName))
+size_t WorkspaceTreeRecords::hashOf(const QString &name, const QString &alias, qint32 kind)
 {
+    return mixFolded(mixFolded(quint32(kind), alias), name);
 }
 
 bool WorkspaceTreeRecords::Key::operator==(const Key &other) const
 {
-    return hash == other.hash && kind == other.kind && name.compare(other.name, Qt::CaseInsensitive) == 0 &&
-           alias.compare(other.alias, Qt::CaseInsensitive) == 0;
+    return hash == other.hash && kind == other.kind && equalFolded(name, other.name) && equalFolded(alias, other.alias);
 }
 
 void WorkspaceTreeRecords::add(WorkspaceTreeItem *item)
@@ -52,8 +88,9 @@ void WorkspaceTreeRecords::add(WorkspaceTreeItem *item)
     item->m_keyName = entry->itemName;
     item->m_keyAlias = entry->alias;
     item->m_keyKind = entry->itemType;
+    item->m_keyHash = hashOf(entry->itemName, entry->alias, entry->itemType);
 
-    Chain &chain = m_chains[Key(entry->itemName, entry->alias, entry->itemType)];
+    Chain &chain = m_chains[Key{entry->itemName, entry->alias, entry->itemType, item->m_keyHash}];
     item->m_previousAlike = chain.newest;
     if (chain.newest)
         chain.newest->m_nextAlike = item;
@@ -78,7 +115,8 @@ void WorkspaceTreeRecords::remove(WorkspaceTreeItem *item)
     if (previous && next)
         return;
 
-    const auto at = m_chains.find(Key(item->m_keyName, item->m_keyAlias, item->m_keyKind));
+    const auto at =
+        m_chains.find(Key{borrowed(item->m_keyName), borrowed(item->m_keyAlias), item->m_keyKind, item->m_keyHash});
     if (!previous && !next) {
         m_chains.erase(at);
         return;
@@ -111,7 +149,7 @@ void WorkspaceTreeRecords::reserve(qsizetype more)
 
 WorkspaceTreeItem *WorkspaceTreeRecords::find(const QString &name, const QString &alias, qint32 kind, bool noCase) const
 {
-    const auto at = m_chains.constFind(Key(name, alias, kind));
+    const auto at = m_chains.constFind(Key{borrowed(name), borrowed(alias), kind, hashOf(name, alias, kind)});
     if (at == m_chains.constEnd())
         return nullptr;
     if (noCase)

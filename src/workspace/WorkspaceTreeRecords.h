@@ -40,7 +40,6 @@ private:
         qint32 kind;
         size_t hash;
 
-        Key(const QString &keyName, const QString &keyAlias, qint32 keyKind);
         bool operator==(const Key &other) const;
         friend size_t qHash(const Key &key, size_t seed) { return key.hash ^ seed; }
     };
@@ -49,6 +48,8 @@ private:
         WorkspaceTreeItem *oldest = nullptr; // not owned
         WorkspaceTreeItem *newest = nullptr; // not owned
     };
+
+    static size_t hashOf(const QString &name, const QString &alias, qint32 kind);
 
     QHash<Key, Chain> m_chains;
     qsizetype m_count = 0;
