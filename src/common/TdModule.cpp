@@ -51,7 +51,7 @@ bool CTdModule::Attach()
 {
     if (!IsAttached()) {
         // At the end: whatever a host has put into the chain stands before the library.
-        state().chain.push_back({ownName(), "TdCommon", TdStringTable(), QStringLiteral(":/tdcommon")});
+        state().chain.push_back({ownName(), "TdCommon", TdStringTable(), QStringLiteral(":/terravox")});
         state().translations.refresh(state().chain);
     }
     return IsAttached();

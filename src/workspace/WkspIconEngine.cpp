@@ -1,7 +1,8 @@
 #include "workspace/WkspIconEngine.h"
 
+#include "common/TdModule.h"
+
 #include <QApplication>
-#include <QFile>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QStyle>
@@ -38,7 +39,7 @@ QString WkspIconEngine::key() const
 
 bool WkspIconEngine::isNull()
 {
-    return !QFile::exists(m_path);
+    return CTdModule::FindResource(m_path).isEmpty();
 }
 
 /// The picture in @p size device pixels. A disabled one is what the style makes of it; a selected one looks like any
@@ -47,15 +48,16 @@ QPixmap WkspIconEngine::picture(const QSize &size, QIcon::Mode mode) const
 {
     if (size.isEmpty())
         return QPixmap();
+    const QString file = CTdModule::FindResource(m_path);
     const bool disabled = mode == QIcon::Disabled;
     const QString cacheKey = QStringLiteral("%1@%2x%3%4")
-                                 .arg(m_path, QString::number(size.width()), QString::number(size.height()),
+                                 .arg(file, QString::number(size.width()), QString::number(size.height()),
                                       disabled ? QStringLiteral("d") : QString());
     QPixmap pixmap;
     if (QPixmapCache::find(cacheKey, &pixmap))
         return pixmap;
 
-    QSvgRenderer renderer(m_path);
+    QSvgRenderer renderer(file);
     if (!renderer.isValid())
         return QPixmap();
     pixmap = QPixmap(size);

@@ -8,7 +8,7 @@
 class WkspIconEngine : public QIconEngine
 {
 public:
-    /// @param path resource path of the picture
+    /// @param path of the picture, below the root of the modules that CTdModule::FindResource() searches
     explicit WkspIconEngine(const QString &path);
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override;

@@ -12,8 +12,8 @@ struct WkspImageRow
     const char *file; ///< name of the picture below wkspImageFolder
 };
 
-/// Where the pictures are.
-inline constexpr const char wkspImageFolder[] = ":/terravox/icons/workspace/";
+/// Where the pictures are, among the resources of the library or of a module that the host puts in front of it.
+inline constexpr const char wkspImageFolder[] = "icons/workspace/";
 
 // Do not change the order: hosts know the indices.
 inline constexpr std::array<WkspImageRow, CTdWkspImageList::imageCount> wkspImageTable{{

@@ -76,7 +76,7 @@ TEST(Module, RefusesModulesThatCannotBeSearched)
 TEST(Module, ResourcesAreSearchedThroughTheChain)
 {
     const QString own = QStringLiteral("translations/TdCommon_de.qm");
-    EXPECT_EQ(CTdModule::FindResource(own), QStringLiteral(":/tdcommon/translations/TdCommon_de.qm"));
+    EXPECT_EQ(CTdModule::FindResource(own), QStringLiteral(":/terravox/translations/TdCommon_de.qm"));
     EXPECT_TRUE(CTdModule::FindResource(QStringLiteral("icons/no-such.svg")).isEmpty());
     EXPECT_TRUE(CTdModule::LoadIcon(QStringLiteral("no-such")).isNull());
 
@@ -89,7 +89,7 @@ TEST(Module, ResourcesAreSearchedThroughTheChain)
     const HostModule host(root.path());
     EXPECT_EQ(CTdModule::FindResource(QStringLiteral("icons/no-such.svg")), icon.fileName());
     EXPECT_FALSE(CTdModule::LoadIcon(QStringLiteral("no-such")).isNull());
-    EXPECT_EQ(CTdModule::FindResource(own), QStringLiteral(":/tdcommon/translations/TdCommon_de.qm"));
+    EXPECT_EQ(CTdModule::FindResource(own), QStringLiteral(":/terravox/translations/TdCommon_de.qm"));
 }
 
 TEST(Module, ForgetsAMainWindowThatIsGone)

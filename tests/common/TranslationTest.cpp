@@ -32,7 +32,7 @@ protected:
 TEST_F(Translation, GermanIsComplete)
 {
     QTranslator german;
-    ASSERT_TRUE(german.load(QStringLiteral(":/tdcommon/translations/TdCommon_de.qm")));
+    ASSERT_TRUE(german.load(QStringLiteral(":/terravox/translations/TdCommon_de.qm")));
     for (const Text &text : texts)
         EXPECT_FALSE(german.translate("TdCommon", text.text).isEmpty()) << text.id << " " << text.text;
 
@@ -52,7 +52,7 @@ TEST_F(Translation, GermanIsComplete)
 TEST_F(Translation, GermanKeepsThePlacesToFillIn)
 {
     QTranslator german;
-    ASSERT_TRUE(german.load(QStringLiteral(":/tdcommon/translations/TdCommon_de.qm")));
+    ASSERT_TRUE(german.load(QStringLiteral(":/terravox/translations/TdCommon_de.qm")));
     for (const Text &text : texts)
         for (const QString &place : {QStringLiteral("%s"), QStringLiteral("%1"), QStringLiteral("\r\n")})
             EXPECT_EQ(german.translate("TdCommon", text.text).count(place), QString::fromUtf8(text.text).count(place))
@@ -115,7 +115,7 @@ TEST_F(Translation, LaterModulesAreTranslatedToo)
 TEST_F(Translation, InstalledFileStandsBeforeTheLanguage)
 {
     EXPECT_FALSE(CTdModule::InstallTranslation(QStringLiteral("/no/such.qm")));
-    const QString german = QStringLiteral(":/tdcommon/translations/TdCommon_de.qm");
+    const QString german = QStringLiteral(":/terravox/translations/TdCommon_de.qm");
     ASSERT_TRUE(CTdModule::InstallTranslation(german));
     ASSERT_TRUE(CTdModule::InstallTranslation(german));
     EXPECT_EQ(CTdCommMethods::GetDatasetTypeName(5), QStringLiteral("Fläche"));
