@@ -25,21 +25,21 @@ function(td_folder_target out folder)
   endif()
 endfunction()
 
-# td_add_folder(<folder> [SHARED] SOURCES <files…> [LINKS <folders…>] [LIBRARIES <third-party targets…>]
-#               [PRIVATE_LIBRARIES <third-party targets that no public header shows…>])
+# td_add_folder(<folder> [SHARED] [HEADERS <public headers…>] SOURCES <files…> [LINKS <folders…>]
+#               [LIBRARIES <third-party targets…>] [PRIVATE_LIBRARIES <third-party targets that no public header shows…>])
 #
-# Declares the one target of a folder of src/.
+# Declares the one target of a folder of src/. Public headers are installed; all others are the folder's own affair.
 function(td_add_folder folder)
-  cmake_parse_arguments(ARG "SHARED" "" "SOURCES;LINKS;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "SHARED" "" "HEADERS;SOURCES;LINKS;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
   if(NOT DEFINED TD_MAY_LINK_${folder})
     message(FATAL_ERROR "src/${folder} has no place in cmake/TdLayers.cmake")
   endif()
   td_folder_target(target ${folder})
   if(ARG_SHARED)
-    add_library(${target} SHARED ${ARG_SOURCES})
+    add_library(${target} SHARED ${ARG_HEADERS} ${ARG_SOURCES})
     set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   else()
-    add_library(${target} OBJECT ${ARG_SOURCES})
+    add_library(${target} OBJECT ${ARG_HEADERS} ${ARG_SOURCES})
     target_compile_definitions(${target} PRIVATE TDCOMMON_BUILD)
   endif()
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
@@ -49,6 +49,10 @@ function(td_add_folder folder)
     target_link_libraries(${target} PUBLIC ${belowTarget})
   endforeach()
   target_link_libraries(${target} PUBLIC ${ARG_LIBRARIES} PRIVATE ${ARG_PRIVATE_LIBRARIES} $<BUILD_INTERFACE:td_compiler>)
+  foreach(header IN LISTS ARG_HEADERS)
+    cmake_path(GET header PARENT_PATH subfolder)
+    install(FILES ${header} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/TdCommon/${folder}/${subfolder}")
+  endforeach()
   set_property(GLOBAL APPEND PROPERTY TD_LAYER_FOLDERS ${folder})
 endfunction()
 
