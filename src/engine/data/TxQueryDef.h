@@ -32,7 +32,8 @@ public:
     enum Option : quint32 {
         NoOption = 0,
         SkipGeometry = 0x1,  ///< geometries are not wanted; CTxRecordset::GetGeometry fails
-        SkipAttributes = 0x2 ///< only TxID and geometry are wanted
+        SkipAttributes = 0x2, ///< only TxID and geometry are wanted
+        AnyOrder = 0x4        ///< the order does not matter; the first record in a large "bounds" may then come sooner
     };
 
     QString filter;           ///< an SQL condition over the fields; empty for every record

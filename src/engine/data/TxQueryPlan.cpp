@@ -138,6 +138,7 @@ TxQueryPlan TxQueryPlan::unfiltered() const
     TxQueryPlan plan = *this;
     plan.m_query.filter.clear();
     plan.m_query.bounds = CRect2D();
+    plan.m_leadingTable.clear();
     return plan;
 }
 
@@ -167,7 +168,10 @@ QString TxQueryPlan::fromText(const IdColumn &idColumn, const QStringList &condi
         return TxGdal::quoteIdentifier(QString::fromUtf8(source.vector->source)) + QStringLiteral(" AS ") +
                TxGdal::quoteIdentifier(source.name);
     };
-    QString text = QStringLiteral(" FROM ") + table(m_sources.front());
+    QString text = QStringLiteral(" FROM ");
+    if (!m_leadingTable.isEmpty())
+        text += m_leadingTable + QStringLiteral(" CROSS JOIN "); // which SQLite takes in the order that is written
+    text += table(m_sources.front());
     for (size_t i = 1; i < m_sources.size(); ++i) {
         const CTxJoinItem &join = m_query.joins.at(static_cast<qsizetype>(i) - 1);
         const QString words =

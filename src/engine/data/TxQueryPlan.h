@@ -31,6 +31,9 @@ public:
     /// The same query without its condition and rectangle.
     TxQueryPlan unfiltered() const;
 
+    /// Makes select() walk @p table (its text for FROM) first and look the records up behind it.
+    void setLeadingTable(const QString &table) { m_leadingTable = table; }
+
     /// The condition for OGRLayer::SetAttributeFilter; empty for none. @p idName is what it calls the identifier.
     QString layerFilter(const QString &idName) const;
 
@@ -78,4 +81,5 @@ private:
     std::vector<size_t> m_fieldColumns; // the column of each of m_fields
     std::vector<TxRecordsetField> m_fields;
     std::vector<OrderKey> m_order;
+    QString m_leadingTable;
 };

@@ -128,6 +128,17 @@ private:
             return;
         if (layer.TestCapability(OLCFastSpatialFilter)) {
             const QString index = TxGdal::quoteIdentifier(QStringLiteral("rtree_") + table + u'_' + column);
+            const bool indexFirst =
+                (m_plan.query().options & CTxQueryDef::AnyOrder) && m_plan.isPlain() && m_plan.query().filter.isEmpty();
+            if (indexFirst) {
+                m_plan.setLeadingTable(index + QStringLiteral(" AS tx_index"));
+                m_conditions.append(
+                    QStringLiteral("tx_index.maxx >= ?1 AND tx_index.minx <= ?3 AND tx_index.maxy >= ?2 "
+                                   "AND tx_index.miny <= ?4 AND %1.%2 = tx_index.id")
+                        .arg(m_plan.mainAlias(), TxGdal::quoteIdentifier(QString::fromUtf8(layer.GetFIDColumn()))));
+                return;
+            }
+            // In the table's order: SQLite gathers all that the index gives before the first record comes.
             m_conditions.append(
                 QStringLiteral(
                     "%1.%2 IN (SELECT id FROM %3 WHERE maxx >= ?1 AND minx <= ?3 AND maxy >= ?2 AND miny <= ?4)")
@@ -216,7 +227,7 @@ private:
     }
 
     sqlite3 *const m_database; // the driver's
-    const TxQueryPlan m_plan;
+    TxQueryPlan m_plan;
     const QString m_idName;
     QString m_geometryColumn; // empty when no geometry is wanted
     QStringList m_conditions;
