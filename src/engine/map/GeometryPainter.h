@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QImage>
 #include <QPainterPath>
+#include <QPen>
 
 #include <optional>
 #include <vector>
@@ -30,8 +31,15 @@ public:
 
     /// Draws @p geometry. @p painter must be antialiasing, with device-independent pixels.
     void draw(QPainter &painter, const CElemGeometry &geometry);
-    /// The middle of where the geometry was drawn, for its label; nothing when nothing of it is in the window.
-    std::optional<QPointF> labelPlace(const CElemGeometry &geometry);
+    /// Where the label of a geometry belongs.
+    struct LabelPlace
+    {
+        QPointF place; ///< the middle of what is seen of it
+        double extent; ///< how much room there is, in pixels: the wider the more important
+        bool isSymbol; ///< a point symbol stands there, the label belongs above it
+    };
+    /// Nothing when nothing of @p geometry is in the window.
+    std::optional<LabelPlace> labelPlace(const CElemGeometry &geometry);
 
 private:
     void drawPoint(QPainter &painter, const CGeoPoint &point);
@@ -39,6 +47,7 @@ private:
     void drawRegion(QPainter &painter, const CGeoRegion &region);
     void drawSurface(QPainter &painter, const CGeoRegion &surface);
     void drawText(QPainter &painter, const CGeoText &text);
+    void stroke(QPainter &painter, const QPolygonF &line) const;
     QPainterPath regionPath(const CGeoRegion &region);
     /// Where a region is widest along a line through the middle of what is seen of it, and how wide; -1 when unseen.
     std::pair<QPointF, double> widestSpan(const CGeoRegion &region);
@@ -49,6 +58,8 @@ private:
     TxLayerStyle m_style;
     qreal m_pixelRatio;
     QFont m_font;
+    QPen m_pen;
+    bool m_strokesSegments = false;
     QImage m_symbol;
     QSize m_deviceSize;
     std::vector<bool> m_taken; // the device pixels that a point symbol stands on

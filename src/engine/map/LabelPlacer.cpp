@@ -27,11 +27,11 @@ bool LabelPlacer::takesMore() const
     return !m_layers.empty() && m_layers.back().labels.size() < static_cast<size_t>(maximumPerLayer);
 }
 
-void LabelPlacer::add(const QPointF &place, const QString &text, bool above)
+void LabelPlacer::add(const GeometryPainter::LabelPlace &place, const QString &text)
 {
     constexpr qsizetype longest = 200; // characters: a window has room for no more
     if (takesMore() && !text.trimmed().isEmpty())
-        m_layers.back().labels.push_back({place, text.left(longest).simplified(), above});
+        m_layers.back().labels.push_back({place, text.left(longest).simplified()});
 }
 
 void LabelPlacer::drawLabel(QPainter &painter, const Layer &layer, const Label &label)
@@ -39,7 +39,11 @@ void LabelPlacer::drawLabel(QPainter &painter, const Layer &layer, const Label &
     const QFontMetricsF metrics(m_font);
     const double width = metrics.horizontalAdvance(label.text);
     const double height = metrics.ascent() + metrics.descent();
-    QRectF box(label.place.x() - width / 2, label.place.y() - (label.above ? height : height / 2), width, height);
+    constexpr double leastRoom = 0.4; // of the label's width, that a region or a line must have
+    const auto &[place, extent, isSymbol] = label.place;
+    if (!isSymbol && extent < width * leastRoom)
+        return;
+    const QRectF box(place.x() - width / 2, place.y() - (isSymbol ? height : height / 2), width, height);
     constexpr double gap = 3.0;
     if (!m_window.contains(box) ||
         std::any_of(m_taken.begin(), m_taken.end(), [&box](const QRectF &taken) { return taken.intersects(box); }))
@@ -58,7 +62,11 @@ void LabelPlacer::drawLabel(QPainter &painter, const Layer &layer, const Label &
 bool LabelPlacer::draw(QPainter &painter, const QElapsedTimer &timer, qint64 milliseconds)
 {
     while (!m_layers.empty()) {
-        const Layer &layer = m_layers.back();
+        Layer &layer = m_layers.back();
+        if (m_next == 0) {
+            std::stable_sort(layer.labels.begin(), layer.labels.end(),
+                             [](const Label &a, const Label &b) { return a.place.extent > b.place.extent; });
+        }
         while (m_next < layer.labels.size()) {
             drawLabel(painter, layer, layer.labels[m_next++]);
             if (timer.elapsed() >= milliseconds)

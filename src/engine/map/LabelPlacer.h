@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/map/GeometryPainter.h"
+
 #include <QColor>
 #include <QFont>
 #include <QPointF>
@@ -24,17 +26,17 @@ public:
     void nextLayer(const QColor &colour);
     /// True when the layer's labels are still taken.
     bool takesMore() const;
-    /// Takes a label: with its middle at @p place, or standing on it.
-    void add(const QPointF &place, const QString &text, bool above);
+    /// Takes a label. Within a layer those with more room come first; a region or line much narrower than its label
+    /// gets none.
+    void add(const GeometryPainter::LabelPlace &place, const QString &text);
     /// Draws labels until all are drawn or @p timer has run for @p milliseconds. @return true when all are drawn.
     bool draw(QPainter &painter, const QElapsedTimer &timer, qint64 milliseconds);
 
 private:
     struct Label
     {
-        QPointF place;
+        GeometryPainter::LabelPlace place;
         QString text;
-        bool above;
     };
     struct Layer
     {
@@ -47,6 +49,6 @@ private:
     QRectF m_window;
     QColor m_halo;
     std::vector<Layer> m_layers;
-    size_t m_next = 0; // label of the last layer that is still to be drawn
+    size_t m_next = 0; // label of the last layer that is to be drawn next
     std::vector<QRectF> m_taken;
 };

@@ -217,10 +217,10 @@ bool MapRenderer::query(CDatasetVector &dataset, bool everything)
 {
     const Task &task = m_tasks.at(m_next);
     CTxQueryDef definition;
-    definition.options = CTxQueryDef::SkipAttributes;
+    definition.options = CTxQueryDef::SkipAttributes | CTxQueryDef::AnyOrder;
     const bool hasLabels = !everything && !task.nodes && dataset.FindField(task.style.labelField) >= 0;
     if (hasLabels) {
-        definition.options = CTxQueryDef::NoOption;
+        definition.options = CTxQueryDef::AnyOrder;
         definition.fields = {task.style.labelField};
     }
     if (!everything) {
@@ -230,6 +230,10 @@ bool MapRenderer::query(CDatasetVector &dataset, bool everything)
             definition.bounds = m_reprojector->inverse(definition.bounds);
         if (definition.bounds.IsVoid()) // nothing of this coordinate system lies here
             return false;
+        const CRect2D all = dataset.GetBounds();
+        if (definition.bounds.Contains(CPoint2D(all.left, all.bottom)) &&
+            definition.bounds.Contains(CPoint2D(all.right, all.top)))
+            definition.bounds = CRect2D(); // no need to ask for each record
     }
     m_recordset = dataset.Query(definition);
     if (m_recordset)
@@ -264,7 +268,7 @@ void MapRenderer::drawRecords(qint64 milliseconds)
             CTxVariant label;
             if (m_labelField >= 0 && m_labels.takesMore() && m_recordset->GetFieldValue(m_labelField, label)) {
                 if (const auto place = m_geometries->labelPlace(*geometry))
-                    m_labels.add(*place, label.toText(), geometry->GetType() % 100 == CElemGeometry::Point);
+                    m_labels.add(*place, label.toText());
             }
         }
         m_recordset->MoveNext();
