@@ -28,6 +28,7 @@ public:
     const QString &GetDataSourceAlias() const { return m_alias; }
     void SetDataSourceAlias(const QString &alias) { m_alias = alias; }
     const QString &GetDatasetName() const { return m_datasetName; }
+    void SetDatasetName(const QString &name) { m_datasetName = name; }
 
     bool IsVisible() const { return m_visible; }
     void SetVisible(bool on) { m_visible = on; }
