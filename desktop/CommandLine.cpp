@@ -1,0 +1,50 @@
+#include "CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+CommandLine CommandLine::parse(const QStringList &arguments)
+{
+    const auto tr = [](const char *text) { return QCoreApplication::translate("CommandLine", text); };
+    QCommandLineParser parser;
+    parser.setApplicationDescription(tr("Terravox shows geographic data: workspaces, maps and attribute tables."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption gallery(
+        QStringLiteral("gallery"),
+        tr("Draw every window and dialog into PNG files in <folder> and exit. Needs no display."), tr("folder"));
+    const QCommandLineOption tree(QStringLiteral("print-tree"),
+                                  tr("Print the workspace tree as text and exit. Needs no display."));
+    parser.addOption(gallery);
+    parser.addOption(tree);
+    parser.addPositionalArgument(
+        QStringLiteral("files"),
+        tr("A workspace (.txw), and files, folders or connection strings (PG:…) to open as datasources."),
+        tr("[files…]"));
+
+    CommandLine result;
+    if (!parser.parse(arguments)) {
+        result.action = Action::Fail;
+        result.message = parser.errorText();
+        return result;
+    }
+    result.files = parser.positionalArguments();
+    if (parser.isSet(help)) {
+        result.action = Action::ShowHelp;
+        result.message = parser.helpText();
+    } else if (parser.isSet(version)) {
+        result.action = Action::ShowVersion;
+        result.message =
+            QCoreApplication::applicationName() + QLatin1Char(' ') + QCoreApplication::applicationVersion();
+    } else if (parser.isSet(gallery)) {
+        result.action = Action::Gallery;
+        result.galleryFolder = parser.value(gallery);
+        if (result.galleryFolder.isEmpty()) {
+            result.action = Action::Fail;
+            result.message = tr("--gallery needs a folder.");
+        }
+    } else if (parser.isSet(tree)) {
+        result.action = Action::PrintTree;
+    }
+    return result;
+}

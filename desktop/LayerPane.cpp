@@ -1,0 +1,146 @@
+#include "LayerPane.h"
+
+#include "MapWindow.h"
+#include "engine/data/TxDataset.h"
+#include "engine/map/TxMap.h"
+#include "engine/map/TxMapWnd.h"
+
+#include <QAction>
+#include <QListWidget>
+#include <QMenu>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+LayerPane::LayerPane(QWidget *parent) : QWidget(parent), m_list(new QListWidget)
+{
+    m_images.InitImageList(1);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setAccessibleName(tr("Layers of the map"));
+    m_list->setDragDropMode(QAbstractItemView::InternalMove);
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->setIconSize(QSize(16, 16));
+    m_remove = new QAction(tr("&Remove from Map"), this);
+    m_remove->setShortcut(QKeySequence::Delete);
+    m_remove->setShortcutContext(Qt::WidgetShortcut);
+    m_list->addAction(m_remove);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_list);
+    setFocusProxy(m_list);
+
+    connect(m_list, &QListWidget::itemChanged, this, &LayerPane::onItemChanged);
+    connect(m_list, &QListWidget::customContextMenuRequested, this, &LayerPane::showMenu);
+    connect(m_list, &QListWidget::itemDoubleClicked, this, [this] {
+        if (const CTxLayer *layer = currentLayer())
+            zoomTo(*layer);
+    });
+    connect(m_list->model(), &QAbstractItemModel::rowsMoved, this,
+            [this](const QModelIndex &, int first, int, const QModelIndex &, int row) {
+                onMoved(first, row > first ? row - 1 : row);
+            });
+    connect(m_remove, &QAction::triggered, this, &LayerPane::removeSelected);
+}
+
+void LayerPane::setView(MapWindow *view)
+{
+    m_view = view;
+    refresh();
+}
+
+void LayerPane::refresh()
+{
+    const QSignalBlocker blocker(m_list);
+    const int row = m_list->currentRow();
+    m_list->clear();
+    const CTxMap *map = m_view ? m_view->map() : nullptr;
+    m_list->setEnabled(map);
+    for (int i = 0; map && i < map->GetLayers().GetCount(); ++i) {
+        const CTxLayer *layer = map->GetLayers().GetLayerAt(i);
+        const CTxDataset *dataset = layer->GetDataset();
+        auto *item = new QListWidgetItem(layer->GetName(), m_list);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        item->setCheckState(layer->IsVisible() ? Qt::Checked : Qt::Unchecked);
+        item->setIcon(m_images.icon(m_images.GetImageIndex(dataset, 1)));
+        item->setToolTip(dataset ? layer->GetName() : tr("%1: the dataset is missing").arg(layer->GetName()));
+        if (!dataset)
+            item->setForeground(palette().brush(QPalette::PlaceholderText));
+    }
+    m_list->setCurrentRow(std::min(row, m_list->count() - 1));
+    m_remove->setEnabled(m_list->count() > 0);
+}
+
+CTxLayer *LayerPane::currentLayer() const
+{
+    return m_view && m_view->map() ? m_view->map()->GetLayers().GetLayerAt(m_list->currentRow()) : nullptr;
+}
+
+void LayerPane::onItemChanged(QListWidgetItem *item)
+{
+    CTxLayer *layer = m_view && m_view->map() ? m_view->map()->GetLayers().GetLayerAt(m_list->row(item)) : nullptr;
+    const bool visible = item->checkState() == Qt::Checked;
+    if (!layer || layer->IsVisible() == visible)
+        return;
+    layer->SetVisible(visible);
+    m_view->refresh();
+    Q_EMIT changed();
+}
+
+void LayerPane::onMoved(int from, int to)
+{
+    if (!m_view || !m_view->map() || !m_view->map()->GetLayers().Move(from, to))
+        return;
+    m_view->refresh();
+    Q_EMIT changed();
+}
+
+void LayerPane::removeSelected()
+{
+    if (!m_view || !m_view->map())
+        return;
+    QList<int> rows;
+    for (const QListWidgetItem *item : m_list->selectedItems())
+        rows << m_list->row(item);
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    for (const int row : rows)
+        m_view->map()->GetLayers().Remove(row);
+    if (rows.isEmpty())
+        return;
+    refresh();
+    m_view->refresh();
+    Q_EMIT changed();
+}
+
+void LayerPane::zoomTo(const CTxLayer &layer)
+{
+    const CTxDataset *dataset = layer.GetDataset();
+    CRect2D bounds = dataset ? dataset->GetBounds() : CRect2D();
+    if (bounds.IsVoid())
+        return;
+    // A single point has no extent to fill the window with.
+    const double margin = std::max({bounds.Width(), bounds.Height(), 1e-6}) * 0.05;
+    bounds.InflateRect(margin, margin);
+    m_view->canvas()->SetViewBounds(bounds);
+}
+
+void LayerPane::showMenu(const QPoint &position)
+{
+    const CTxLayer *layer = m_list->itemAt(position) ? currentLayer() : nullptr;
+    if (!layer)
+        return;
+    const CTxDataset *dataset = layer->GetDataset();
+    QMenu menu(this);
+    QAction *zoom = menu.addAction(tr("&Zoom to Layer"));
+    zoom->setEnabled(dataset);
+    connect(zoom, &QAction::triggered, this, [this, layer] { zoomTo(*layer); });
+    QAction *table = menu.addAction(tr("Attribute &Table"));
+    table->setEnabled(dataset && dataset->IsVector());
+    connect(table, &QAction::triggered, this, [this, layer] { Q_EMIT tableWanted(layer); });
+    menu.addSeparator();
+    menu.addAction(m_remove);
+    menu.exec(m_list->viewport()->mapToGlobal(position));
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "workspace/WkspImageList.h"
+
+#include <QWidget>
+
+class CTxLayer;
+class MapWindow;
+class QAction;
+class QListWidget;
+class QListWidgetItem;
+
+/// The layers of the current map, the topmost first: a check box shows or hides, dragging changes the order.
+class LayerPane : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit LayerPane(QWidget *parent = nullptr);
+
+    /// Shows the layers of @p view's map (not owned, may be null).
+    void setView(MapWindow *view);
+    /// Reads the layers of the map again.
+    void refresh();
+    /// Takes the selected layers out of the map.
+    void removeSelected();
+
+    QListWidget *list() const { return m_list; }
+
+Q_SIGNALS:
+    /// The user changed the map's layers.
+    void changed();
+    /// The user wants to see the records of the layer's dataset.
+    void tableWanted(const CTxLayer *layer);
+
+private:
+    void onItemChanged(QListWidgetItem *item);
+    void onMoved(int from, int to);
+    void showMenu(const QPoint &position);
+    void zoomTo(const CTxLayer &layer);
+    CTxLayer *currentLayer() const;
+
+    MapWindow *m_view = nullptr; // not owned
+    QListWidget *m_list;
+    QAction *m_remove;
+    CTdWkspImageList m_images;
+};

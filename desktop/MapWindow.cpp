@@ -1,0 +1,85 @@
+#include "MapWindow.h"
+
+#include "DropContent.h"
+#include "engine/data/TxDataset.h"
+#include "engine/map/TxMap.h"
+#include "engine/map/TxMapWnd.h"
+#include "engine/projection/TxPJCoordSys.h"
+
+#include <QDragEnterEvent>
+#include <QVBoxLayout>
+
+#include <cmath>
+#include <numbers>
+
+MapWindow::MapWindow(QWidget *parent) : QWidget(parent), m_canvas(new CTxMapWnd(this))
+{
+    setAcceptDrops(true);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_canvas);
+    setFocusProxy(m_canvas);
+    m_canvas->setAccessibleName(tr("Map"));
+    m_canvas->setFocusPolicy(Qt::StrongFocus);
+}
+
+void MapWindow::setMap(CTxMap *map)
+{
+    m_canvas->SetMap(map);
+    if (map)
+        setWindowTitle(map->GetName());
+}
+
+CTxMap *MapWindow::map() const
+{
+    return m_canvas->GetMap();
+}
+
+void MapWindow::refresh()
+{
+    m_canvas->Refresh();
+}
+
+double MapWindow::scaleDenominator() const
+{
+    const CRect2D view = m_canvas->GetViewBounds();
+    if (!map() || map()->GetLayers().GetCount() == 0 || view.IsVoid() || m_canvas->width() < 1)
+        return 0;
+    constexpr double metresPerDegree = 6378137.0 * std::numbers::pi / 180.0; // along the equator of WGS 84
+    double metresPerUnit = 1.0;
+    // The map is drawn in the coordinate system of its first layer.
+    if (const CTxDataset *dataset = map()->GetLayers().GetLayerAt(0)->GetDataset()) {
+        CTxPJCoordSys system;
+        dataset->GetProjection(system);
+        const qint32 tenthsOfMillimetre = system.GetDistUnits();
+        metresPerUnit = tenthsOfMillimetre > 0
+                            ? tenthsOfMillimetre / 10000.0
+                            : metresPerDegree * std::cos(view.CenterPoint().y * std::numbers::pi / 180.0);
+    }
+    const double metresPerPixel = 0.0254 / m_canvas->logicalDpiX();
+    return std::abs(view.Width() * metresPerUnit / m_canvas->width() / metresPerPixel);
+}
+
+void MapWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    const DropContent content(*event->mimeData());
+    if (!content.datasets.entries.isEmpty() || !content.files.isEmpty())
+        event->acceptProposedAction();
+}
+
+void MapWindow::dragMoveEvent(QDragMoveEvent *event)
+{
+    event->acceptProposedAction();
+}
+
+void MapWindow::dropEvent(QDropEvent *event)
+{
+    const DropContent content(*event->mimeData());
+    if (!content.datasets.entries.isEmpty())
+        Q_EMIT itemsDropped(content.datasets);
+    else if (!content.files.isEmpty())
+        Q_EMIT filesDropped(content.files);
+    else
+        return;
+    event->acceptProposedAction();
+}

@@ -1,0 +1,180 @@
+#include "PropertiesDialog.h"
+
+#include "common/TdCommMethods.h"
+#include "engine/base/TxNumberText.h"
+#include "engine/data/DatasetRaster.h"
+#include "engine/data/DatasetVector.h"
+#include "engine/data/TxDataSource.h"
+#include "engine/projection/TxPJCoordSys.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+QString boundsText(const CRect2D &bounds)
+{
+    if (bounds.IsVoid())
+        return PropertiesDialog::tr("empty");
+    const auto number = [](double value) { return TxNumberText::general(value, 10); };
+    return PropertiesDialog::tr("left %1, bottom %2\nright %3, top %4")
+        .arg(number(bounds.left), number(bounds.bottom), number(bounds.right), number(bounds.top));
+}
+
+QString coordSysText(const CTxPJCoordSys &system)
+{
+    if (system.GetType() == CTxPJCoordSys::None)
+        return PropertiesDialog::tr("none (plane coordinates)");
+    const qint32 unit = system.GetDistUnits();
+    return PropertiesDialog::tr("%1\nunit: %2").arg(system.GetName(), CTdCommMethods::GetDistanceUint(unit));
+}
+
+QString storageText(const CTxDataSource &source)
+{
+    const CTxDataSourceStorage::Entry *entry = CTxDataSourceStorage::find(source.GetEngineType());
+    return entry ? entry->caption : PropertiesDialog::tr("unknown");
+}
+
+} // namespace
+
+PropertiesDialog::PropertiesDialog(const CTxDataset &dataset, QWidget *parent) : QDialog(parent)
+{
+    build(dataset.GetName());
+    const CTxDataSource &source = *dataset.GetDataSource();
+    CTxPJCoordSys system;
+    dataset.GetProjection(system);
+    addRow(tr("Name"), dataset.GetName());
+    addRow(tr("Kind"), CTdCommMethods::GetDatasetTypeName(dataset.GetType()));
+    addRow(tr("Datasource"), source.GetAlias());
+    addRow(tr("State"), dataset.IsOpen() ? tr("open") : tr("closed"));
+    if (dataset.IsVector()) {
+        const auto &vector = static_cast<const CDatasetVector &>(dataset);
+        const qint64 records = vector.GetRecordCount();
+        addRow(tr("Records"), records < 0 ? tr("not known") : QLocale().toString(records));
+        addRow(tr("Fields"), QLocale().toString(vector.GetFieldCount()));
+    } else {
+        const auto &raster = static_cast<const CDatasetRaster &>(dataset);
+        const QSize size = raster.GetSize();
+        addRow(tr("Size"), tr("%1 × %2 cells").arg(size.width()).arg(size.height()));
+        addRow(tr("Bands"), tr("%1 (%2)").arg(raster.GetBandCount()).arg(raster.GetPixelFormat()));
+    }
+    if (dataset.GetEncType() != CElemDataEnc::NONE)
+        addRow(tr("Encoding"), CTdCommMethods::GetEncTypeName(dataset.GetEncType()));
+    if (dataset.GetType() != CElemDatasetInfo::Tabular) {
+        addRow(tr("Bounds"), boundsText(dataset.GetBounds()));
+        addRow(tr("Coordinate system"), coordSysText(system));
+    }
+    if (dataset.IsVector())
+        addFields(static_cast<const CDatasetVector &>(dataset));
+}
+
+PropertiesDialog::PropertiesDialog(const CTxDataSource &dataSource, QWidget *parent) : QDialog(parent)
+{
+    build(dataSource.GetAlias());
+    CTxPJCoordSys system;
+    dataSource.GetProjection(system);
+    addRow(tr("Alias"), dataSource.GetAlias());
+    addRow(tr("Storage"), storageText(dataSource));
+    addRow(dataSource.IsDatabaseType() ? tr("Connection") : tr("Path"),
+           dataSource.IsDatabaseType() ? dataSource.GetPath() : QDir::toNativeSeparators(dataSource.GetPath()));
+    addRow(tr("Access"),
+           dataSource.GetOpenOptions() & CTxDataSource::OpenReadOnly ? tr("read only") : tr("read and write"));
+    addRow(tr("Transaction"), dataSource.IsTransStarted() ? tr("started") : tr("none"));
+    addRow(tr("Datasets"), QLocale().toString(dataSource.GetDatasetCount()));
+    addRow(tr("Coordinate system"), coordSysText(system));
+    addDatasets(dataSource);
+}
+
+void PropertiesDialog::build(const QString &name)
+{
+    setWindowTitle(tr("Properties of %1").arg(name));
+    m_tabs = new QTabWidget;
+    auto *page = new QWidget;
+    m_form = new QFormLayout(page);
+    m_form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    m_form->setHorizontalSpacing(18);
+    m_tabs->addTab(page, tr("&General"));
+    auto *box = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_tabs);
+    layout->addWidget(box);
+    resize(520, 400);
+}
+
+void PropertiesDialog::addRow(const QString &caption, const QString &value)
+{
+    auto *label = new QLabel(value);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->setWordWrap(true);
+    label->setObjectName(caption);
+    m_form->addRow(tr("%1:").arg(caption), label);
+}
+
+QString PropertiesDialog::value(const QString &caption) const
+{
+    const auto *label = findChild<QLabel *>(caption);
+    return label ? label->text() : QString();
+}
+
+QTreeWidget *PropertiesDialog::addList(const QString &title, const QStringList &columns)
+{
+    auto *list = new QTreeWidget;
+    list->setRootIsDecorated(false);
+    list->setUniformRowHeights(true);
+    list->setAlternatingRowColors(true);
+    list->setHeaderLabels(columns);
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(list);
+    m_tabs->addTab(page, title);
+    return list;
+}
+
+void PropertiesDialog::addFields(const CDatasetVector &dataset)
+{
+    m_fields = addList(tr("&Fields"), {tr("Name"), tr("Type"), tr("Size"), tr("Notes")});
+    QList<QTreeWidgetItem *> items;
+    const int count = dataset.GetFieldCount();
+    for (int i = 0; i < count; ++i) {
+        CTxFieldInfo field;
+        if (!dataset.GetFieldInfo(i, field))
+            continue;
+        QStringList notes;
+        if (field.IsSystemField())
+            notes << tr("kept by the system");
+        if (field.GetFlags() & CTxFieldInfo::Required)
+            notes << tr("required");
+        if (field.GetFlags() & CTxFieldInfo::Unique)
+            notes << tr("unique");
+        if (field.GetCaption() != field.GetName())
+            notes << tr("shown as %1").arg(field.GetCaption());
+        auto *item = new QTreeWidgetItem({field.GetName(), CTdCommMethods::GetFieldNameFromType(field.GetType()),
+                                          field.GetSize() > 0 ? QString::number(field.GetSize()) : QString(),
+                                          notes.join(QStringLiteral(", "))});
+        item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
+        items << item;
+    }
+    m_fields->addTopLevelItems(items);
+    m_fields->setColumnWidth(0, 160);
+}
+
+void PropertiesDialog::addDatasets(const CTxDataSource &dataSource)
+{
+    QTreeWidget *list = addList(tr("&Datasets"), {tr("Name"), tr("Kind")});
+    QList<QTreeWidgetItem *> items;
+    for (qint32 i = 0; i < dataSource.GetDatasetCount(); ++i) {
+        const CTxDataset *dataset = dataSource.GetDatasetAt(i);
+        items << new QTreeWidgetItem({dataset->GetName(), CTdCommMethods::GetDatasetTypeName(dataset->GetType())});
+    }
+    list->addTopLevelItems(items);
+    list->setColumnWidth(0, 260);
+}

@@ -1,0 +1,349 @@
+#include "WorkspaceCommands.h"
+
+#include "Actions.h"
+#include "AttributeTable.h"
+#include "DocumentArea.h"
+#include "LayerDefaults.h"
+#include "MapWindow.h"
+#include "Prompts.h"
+#include "PropertiesDialog.h"
+#include "WorkspaceDocument.h"
+#include "WorkspacePane.h"
+#include "engine/base/TxErrorMsg.h"
+#include "engine/data/DatasetVector.h"
+#include "workspace/WorkspaceBarTree.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <algorithm>
+
+WorkspaceCommands::WorkspaceCommands(WorkspaceDocument &document, WorkspacePane &pane, DocumentArea &area,
+                                     Actions &actions, Prompts &prompts, QWidget *window)
+    : QObject(window), m_document(document), m_pane(pane), m_area(area), m_actions(actions), m_prompts(prompts),
+      m_window(window)
+{
+    const auto on = [&](Actions::Id id, auto &&command) { connect(actions[id], &QAction::triggered, this, command); };
+    on(Actions::AddToMap, [this] { addSelection(false); });
+    on(Actions::AddToNewMap, [this] { addSelection(true); });
+    on(Actions::ShowTable, [this] { showSelectedTables(); });
+    on(Actions::Properties, [this] { showProperties(); });
+    on(Actions::CloseDataset, [this] { closeSelectedDatasets(); });
+    on(Actions::CloseDataSource, [this] { closeDataSources(); });
+    on(Actions::RefreshDataSource, [this] { refreshDataSources(); });
+    on(Actions::Rename, [this] { rename(); });
+    on(Actions::Delete, [this] { deleteSelection(); });
+    on(Actions::ListTiles, [this] { listTiles(); });
+    on(Actions::OpenMap, [this] { openMaps(); });
+    connect(&pane, &WorkspacePane::selectionChanged, this, &WorkspaceCommands::updateActions);
+    connect(&pane, &WorkspacePane::activated, this, &WorkspaceCommands::activate);
+    connect(&area, &DocumentArea::itemsDropped, this, &WorkspaceCommands::addToMap);
+    updateActions();
+}
+
+CTxDataset *WorkspaceCommands::find(const CTdOleDataNode::CTdOleData &entry) const
+{
+    if (entry.itemType != CTdOleDataNode::ItemDataset && entry.itemType != CTdOleDataNode::ItemSubDataset)
+        return nullptr;
+    const CTxDataSource *source = m_document.workspace().GetDataSources().find(entry.alias);
+    return source ? source->GetDataset(entry.itemName) : nullptr;
+}
+
+QList<CTxDataset *> WorkspaceCommands::selectedDatasets() const
+{
+    QList<CTxDataset *> datasets;
+    for (const CTdOleDataNode &node : m_pane.selection())
+        if (CTxDataset *dataset = find(node.entries.first()))
+            datasets << dataset;
+    return datasets;
+}
+
+QList<CTxDataSource *> WorkspaceCommands::selectedDataSources() const
+{
+    QList<CTxDataSource *> sources;
+    for (const CTdOleDataNode &node : m_pane.selection()) {
+        if (node.itemType != CTdOleDataNode::ItemDataSource)
+            continue;
+        if (CTxDataSource *source = m_document.workspace().GetDataSources().find(node.entries.first().itemName))
+            sources << source;
+    }
+    return sources;
+}
+
+QStringList WorkspaceCommands::selectedMaps() const
+{
+    QStringList maps;
+    for (const CTdOleDataNode &node : m_pane.selection())
+        if (node.itemType == CTdOleDataNode::ItemMap)
+            maps << node.entries.first().itemName;
+    return maps;
+}
+
+void WorkspaceCommands::updateActions()
+{
+    const QList<CTxDataset *> datasets = selectedDatasets();
+    const QList<CTxDataSource *> sources = selectedDataSources();
+    const QStringList maps = selectedMaps();
+    const bool anyVector = std::any_of(datasets.begin(), datasets.end(), [](const auto *d) { return d->IsVector(); });
+    const bool anyDrawable =
+        std::any_of(datasets.begin(), datasets.end(), [](const auto *d) { return LayerDefaults::isDrawable(*d); });
+    const bool anyOpen = std::any_of(datasets.begin(), datasets.end(), [](const auto *d) { return d->IsOpen(); });
+    const bool anyLibrary = std::any_of(datasets.begin(), datasets.end(),
+                                        [](const CTxDataset *d) { return d->GetOptions() & CTxDataset::Library; });
+    const auto can = [](const CTxDataset *d, CTxDataSource::Capability what) {
+        return d->GetDataSource()->HasCapability(what);
+    };
+    const bool canDelete = !datasets.isEmpty() && std::all_of(datasets.begin(), datasets.end(), [&](const auto *d) {
+        return can(d, CTxDataSource::CanDeleteDatasets);
+    });
+    const qsizetype named = datasets.size() + sources.size() + maps.size();
+    m_actions[Actions::AddToMap]->setEnabled(anyDrawable);
+    m_actions[Actions::AddToNewMap]->setEnabled(anyDrawable);
+    m_actions[Actions::ShowTable]->setEnabled(anyVector);
+    m_actions[Actions::Properties]->setEnabled(datasets.size() + sources.size() == 1);
+    m_actions[Actions::CloseDataset]->setEnabled(anyOpen);
+    m_actions[Actions::CloseDataSource]->setEnabled(!sources.isEmpty());
+    m_actions[Actions::RefreshDataSource]->setEnabled(!sources.isEmpty());
+    m_actions[Actions::Rename]->setEnabled(
+        named == 1 && (datasets.isEmpty() || can(datasets.first(), CTxDataSource::CanRenameDatasets)));
+    m_actions[Actions::Delete]->setEnabled(sources.isEmpty() && (canDelete || (datasets.isEmpty() && !maps.isEmpty())));
+    m_actions[Actions::ListTiles]->setEnabled(anyLibrary);
+    m_actions[Actions::OpenMap]->setEnabled(!maps.isEmpty());
+}
+
+void WorkspaceCommands::fillMenu(QMenu &menu) const
+{
+    const auto add = [&](std::initializer_list<Actions::Id> ids) {
+        menu.addSeparator();
+        for (const Actions::Id id : ids)
+            menu.addAction(m_actions[id]);
+    };
+    const QList<CTxDataset *> datasets = selectedDatasets();
+    if (!datasets.isEmpty()) {
+        menu.setDefaultAction(
+            m_actions[LayerDefaults::isDrawable(*datasets.first()) ? Actions::AddToMap : Actions::ShowTable]);
+        add({Actions::AddToMap, Actions::AddToNewMap, Actions::ShowTable});
+        if (m_actions[Actions::ListTiles]->isEnabled())
+            add({Actions::ListTiles});
+        add({Actions::CloseDataset, Actions::Rename, Actions::Delete});
+        add({Actions::Properties});
+    } else if (!selectedDataSources().isEmpty()) {
+        add({Actions::RefreshDataSource, Actions::Rename, Actions::CloseDataSource});
+        add({Actions::Properties});
+    } else if (!selectedMaps().isEmpty()) {
+        menu.setDefaultAction(m_actions[Actions::OpenMap]);
+        add({Actions::OpenMap});
+        add({Actions::Rename, Actions::Delete});
+    } else {
+        add({Actions::OpenFiles, Actions::OpenFolder, Actions::OpenDatabase});
+        add({Actions::NewMap});
+    }
+}
+
+void WorkspaceCommands::activate(const CTdOleDataNode &node)
+{
+    if (node.itemType == CTdOleDataNode::ItemMap) {
+        m_area.showMap(node.entries.first().itemName);
+        return;
+    }
+    m_area.addToMap(find(node.entries.first()));
+}
+
+void WorkspaceCommands::addToMap(const CTdOleDataNode &node, MapWindow *view)
+{
+    for (const CTdOleDataNode::CTdOleData &entry : node.entries)
+        m_area.addToMap(find(entry), view);
+}
+
+void WorkspaceCommands::addSelection(bool newMap)
+{
+    bool makeMap = newMap;
+    for (CTxDataset *dataset : selectedDatasets()) {
+        if (!LayerDefaults::isDrawable(*dataset))
+            continue;
+        // All of them go into the one new map.
+        makeMap ? m_area.addToNewMap(dataset) : m_area.addToMap(dataset);
+        makeMap = false;
+    }
+}
+
+void WorkspaceCommands::showTable(const CTxLayer *layer)
+{
+    CTxDataset *dataset = layer->GetDataset();
+    if (dataset && dataset->IsVector())
+        m_area.showTable(static_cast<CDatasetVector *>(dataset));
+}
+
+void WorkspaceCommands::showSelectedTables()
+{
+    for (CTxDataset *dataset : selectedDatasets())
+        if (dataset->IsVector())
+            m_area.showTable(static_cast<CDatasetVector *>(dataset));
+}
+
+void WorkspaceCommands::showProperties()
+{
+    const QList<CTxDataset *> datasets = selectedDatasets();
+    const QList<CTxDataSource *> sources = selectedDataSources();
+    if (!datasets.isEmpty())
+        PropertiesDialog(*datasets.first(), m_window).exec();
+    else if (!sources.isEmpty())
+        PropertiesDialog(*sources.first(), m_window).exec();
+}
+
+void WorkspaceCommands::closeDataset(CTxDataset *dataset)
+{
+    m_area.release(dataset);
+    if (!dataset->Close())
+        Q_EMIT m_document.failed(tr("%1 could not be closed.").arg(dataset->GetName()),
+                                 TxGetErrorMsgObj().GetErrorMessage());
+    m_pane.updateDataset(dataset);
+}
+
+void WorkspaceCommands::closeSelectedDatasets()
+{
+    for (CTxDataset *dataset : selectedDatasets())
+        closeDataset(dataset);
+    updateActions();
+}
+
+void WorkspaceCommands::closeDataSources()
+{
+    QStringList aliases;
+    for (const CTxDataSource *source : selectedDataSources())
+        aliases << source->GetAlias();
+    for (const QString &alias : aliases)
+        m_document.closeDataSource(alias);
+}
+
+void WorkspaceCommands::refreshDataSources()
+{
+    QStringList aliases;
+    for (const CTxDataSource *source : selectedDataSources())
+        aliases << source->GetAlias();
+    for (const QString &alias : aliases)
+        m_document.refreshDataSource(alias);
+}
+
+void WorkspaceCommands::rename()
+{
+    const QList<CTdOleDataNode> nodes = m_pane.selection();
+    if (nodes.size() != 1)
+        return;
+    const CTdOleDataNode &node = nodes.first();
+    if (CTxDataset *dataset = find(node.entries.first())) {
+        renameDataset(dataset);
+        return;
+    }
+    const QString old = node.entries.first().itemName;
+    const std::optional<QString> name = m_prompts.text(m_window, tr("Rename"), tr("&New name of “%1”:").arg(old), old);
+    if (!name || name->trimmed() == old)
+        return;
+    if (node.itemType == CTdOleDataNode::ItemDataSource)
+        m_document.renameDataSource(old, name->trimmed());
+    else if (node.itemType == CTdOleDataNode::ItemMap)
+        m_document.renameMap(old, name->trimmed());
+}
+
+void WorkspaceCommands::renameDataset(CTxDataset *dataset)
+{
+    CTxDataSource *source = dataset->GetDataSource();
+    const QString old = dataset->GetName();
+    const std::optional<QString> name = m_prompts.text(m_window, tr("Rename"), tr("&New name of “%1”:").arg(old), old);
+    if (!name || name->trimmed() == old)
+        return;
+    closeDataset(dataset);
+    if (!source->RenameDataset(old, name->trimmed())) {
+        Q_EMIT m_document.failed(tr("“%1” could not be renamed.").arg(old), TxGetErrorMsgObj().GetErrorMessage());
+        return;
+    }
+    CTxMaps &maps = m_document.workspace().GetMaps();
+    for (int m = 0; m < maps.GetCount(); ++m) {
+        CTxLayers &layers = maps.GetAt(m)->GetLayers();
+        for (int i = 0; i < layers.GetCount(); ++i) {
+            CTxLayer *layer = layers.GetLayerAt(i);
+            if (layer->GetDataSourceAlias() == source->GetAlias() && layer->GetDatasetName() == old)
+                layer->SetDatasetName(name->trimmed());
+        }
+    }
+    Q_EMIT m_document.dataSourceChanged(source->GetAlias(), source->GetAlias());
+    m_document.touch();
+}
+
+void WorkspaceCommands::deleteSelection()
+{
+    const QList<CTxDataset *> datasets = selectedDatasets();
+    if (!datasets.isEmpty()) {
+        deleteDatasets(datasets);
+        return;
+    }
+    const QStringList maps = selectedMaps();
+    const QString question =
+        maps.size() == 1 ? tr("Delete the map “%1”?").arg(maps.first()) : tr("Delete %1 maps?").arg(maps.size());
+    if (maps.isEmpty() || !m_prompts.confirm(m_window, question, tr("The datasets that it shows stay."), tr("Delete")))
+        return;
+    for (const QString &map : maps)
+        m_document.removeMap(map);
+}
+
+void WorkspaceCommands::deleteDatasets(const QList<CTxDataset *> &datasets)
+{
+    const QString question = datasets.size() == 1 ? tr("Delete the dataset “%1”?").arg(datasets.first()->GetName())
+                                                  : tr("Delete %1 datasets?").arg(datasets.size());
+    if (!m_prompts.confirm(m_window, question, tr("Their records are gone for good. This cannot be undone."),
+                           tr("Delete")))
+        return;
+    // By name: a deletion may take another dataset of the selection, its child, along.
+    QList<std::pair<QString, QString>> names;
+    for (const CTxDataset *dataset : datasets)
+        names << std::pair(dataset->GetDataSource()->GetAlias(), dataset->GetName());
+    for (const auto &[alias, name] : names) {
+        CTxDataSource *source = m_document.workspace().GetDataSources().find(alias);
+        CTxDataset *dataset = source ? source->GetDataset(name) : nullptr;
+        if (!dataset)
+            continue;
+        closeDataset(dataset);
+        if (!source->DeleteDataset(name)) {
+            Q_EMIT m_document.failed(tr("“%1” could not be deleted.").arg(name), TxGetErrorMsgObj().GetErrorMessage());
+            continue;
+        }
+        m_pane.removeDataset(alias, name);
+        removeLayers(alias, name);
+    }
+    m_area.refreshMaps();
+    m_document.touch();
+}
+
+void WorkspaceCommands::removeLayers(const QString &alias, const QString &name)
+{
+    CTxMaps &maps = m_document.workspace().GetMaps();
+    for (int m = 0; m < maps.GetCount(); ++m) {
+        CTxLayers &layers = maps.GetAt(m)->GetLayers();
+        for (int i = layers.GetCount() - 1; i >= 0; --i) {
+            const CTxLayer *layer = layers.GetLayerAt(i);
+            if (layer->GetDataSourceAlias() == alias && layer->GetDatasetName() == name)
+                layers.Remove(i);
+        }
+    }
+}
+
+void WorkspaceCommands::listTiles()
+{
+    for (const CTxDataset *dataset : selectedDatasets()) {
+        if (!(dataset->GetOptions() & CTxDataset::Library))
+            continue;
+        const QString alias = dataset->GetDataSource()->GetAlias();
+        QTreeWidgetItem *item = m_pane.tree()->FindHTreeItem(dataset->GetName(), alias, CTdOleDataNode::ItemDataset, 0);
+        if (!item)
+            continue;
+        m_pane.tree()->DeleteSubItems(item, 0);
+        m_pane.tree()->FillTreeItem(CWorkspaceBarTree::FillTypeTiles, alias, dataset->GetName());
+        item->setExpanded(true);
+    }
+}
+
+void WorkspaceCommands::openMaps()
+{
+    for (const QString &map : selectedMaps())
+        m_area.showMap(map);
+}

@@ -1,0 +1,137 @@
+#pragma once
+
+#include "MainWindow.h"
+#include "Prompts.h"
+#include "WorkspaceDocument.h"
+#include "basic/TdProfileFile.h"
+#include "engine/data/DatasetVector.h"
+#include "engine/data/TxDataSource.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+/// Answers the desktop's questions as a test wants, and keeps what was asked.
+class ScriptedPrompts : public Prompts
+{
+public:
+    QStringList openFiles(QWidget *, const QString &, const QString &, const QStringList &) override
+    {
+        return filesToOpen;
+    }
+    QString openFolder(QWidget *, const QString &, const QString &) override { return folderToOpen; }
+    QString saveFile(QWidget *, const QString &, const QString &, const QStringList &, const QString &) override
+    {
+        return fileToSave;
+    }
+    std::optional<QString> text(QWidget *, const QString &, const QString &, const QString &) override
+    {
+        return textToEnter;
+    }
+    Unsaved unsaved(QWidget *, const QString &) override
+    {
+        ++unsavedQuestions;
+        return unsavedAnswer;
+    }
+    bool confirm(QWidget *, const QString &question, const QString &, const QString &) override
+    {
+        questions << question;
+        return confirmAnswer;
+    }
+    void warn(QWidget *, const QString &what, const QString &why) override
+    {
+        warnings << what + QLatin1Char(' ') + why;
+    }
+
+    QStringList filesToOpen;
+    QString folderToOpen;
+    QString fileToSave;
+    std::optional<QString> textToEnter;
+    Unsaved unsavedAnswer = Unsaved::Cancel;
+    bool confirmAnswer = false;
+    int unsavedQuestions = 0;
+    QStringList questions;
+    QStringList warnings;
+};
+
+/// A temporary folder with small real data files, and settings that do not touch the user's.
+class DesktopFixture : public testing::Test
+{
+protected:
+    DesktopFixture()
+    {
+        QCoreApplication::setOrganizationName(QStringLiteral("terravox-test"));
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path() + QStringLiteral("/settings"));
+        profile = std::make_unique<CTdProfileFile>(folder.filePath(QStringLiteral("profile.ini")));
+    }
+
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    }
+
+    /// Three towns, the second without a population.
+    QString towns() const
+    {
+        return write(QStringLiteral("towns.geojson"), R"({"type":"FeatureCollection","features":[
+{"type":"Feature","properties":{"name":"Havn","population":18250},"geometry":{"type":"Point","coordinates":[10.9,54.05]}},
+{"type":"Feature","properties":{"name":"Midby","population":null},"geometry":{"type":"Point","coordinates":[10.85,53.75]}},
+{"type":"Feature","properties":{"name":"Sund","population":9120},"geometry":{"type":"Point","coordinates":[10.6,53.45]}}]})");
+    }
+
+    /// One red-bordered region.
+    QString districts() const
+    {
+        return write(QStringLiteral("districts.geojson"), R"({"type":"FeatureCollection","features":[
+{"type":"Feature","properties":{"name":"North"},"geometry":{"type":"Polygon","coordinates":[[[10,53],[12,53],[12,55],[10,55],[10,53]]]}}]})");
+    }
+
+    /// A table of @p rows rows without geometry: n and its square.
+    QString numbers(int rows) const
+    {
+        QByteArray text = "n,square\n";
+        for (int i = 0; i < rows; ++i)
+            text += QByteArray::number(i) + ',' + QByteArray::number(qint64(i) * i) + '\n';
+        write(QStringLiteral("numbers.csvt"), "Integer,Integer64\n");
+        return write(QStringLiteral("numbers.csv"), text);
+    }
+
+    /// The first dataset of the datasource called @p alias, as a vector dataset.
+    static CDatasetVector *vector(CTxWorkspace &workspace, const QString &alias)
+    {
+        CTxDataSource *source = workspace.GetDataSources().find(alias);
+        CTxDataset *dataset = source ? source->GetDatasetAt(0) : nullptr;
+        return dataset && dataset->IsVector() ? static_cast<CDatasetVector *>(dataset) : nullptr;
+    }
+
+    QTemporaryDir folder;
+    ScriptedPrompts prompts;
+    std::unique_ptr<CTdProfileFile> profile;
+};
+
+/// A main window on the screen, with the data open that a test names.
+class WindowFixture : public DesktopFixture
+{
+protected:
+    WindowFixture() : window(std::make_unique<MainWindow>(prompts, *profile))
+    {
+        window->resize(1280, 800);
+        window->show();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    CTxWorkspace &workspace() const { return window->document().workspace(); }
+
+    std::unique_ptr<MainWindow> window;
+};

@@ -1,0 +1,247 @@
+#include "AttributeTable.h"
+#include "DesktopFixture.h"
+#include "DocumentArea.h"
+#include "LayerPane.h"
+#include "MapWindow.h"
+#include "MissingDialog.h"
+#include "OutputPane.h"
+#include "WorkspacePane.h"
+#include "basic/TdOleDataNode.h"
+#include "engine/map/TxMapWnd.h"
+#include "workspace/WorkspaceBarTree.h"
+
+#include <QDropEvent>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeWidget>
+#include <QUrl>
+
+namespace {
+
+class Window : public WindowFixture
+{
+protected:
+    CWorkspaceBarTree *tree() const { return window->workspacePane().tree(); }
+
+    QTreeWidgetItem *item(const QString &name, const QString &alias, CTdOleDataNode::ItemType kind) const
+    {
+        QTreeWidgetItem *found = tree()->FindHTreeItem(name, alias, kind, 0);
+        EXPECT_NE(found, nullptr) << name.toStdString();
+        return found;
+    }
+
+    void doubleClick(QTreeWidgetItem *item) const
+    {
+        tree()->scrollToItem(item);
+        const QPoint place = tree()->visualItemRect(item).center();
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, {}, place);
+    }
+
+    /// Drags @p mime over @p target and lets go. @return true when it was taken.
+    static bool drop(QWidget *target, const QMimeData &mime)
+    {
+        const QPoint place = target->rect().center();
+        QDragEnterEvent enter(place, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent event(place, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &event);
+        return event.isAccepted();
+    }
+
+    /// How many pixels of the map are not the paper's colour.
+    static int inkOf(MapWindow *view)
+    {
+        view->canvas()->FinishDrawing();
+        const QImage picture = view->canvas()->grab().toImage();
+        const QRgb paper = picture.pixel(1, 1);
+        int ink = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                ink += picture.pixel(x, y) != paper;
+        return ink;
+    }
+
+    void openTowns()
+    {
+        ASSERT_EQ(window->openFiles({towns()}), 1);
+        ASSERT_TRUE(prompts.warnings.isEmpty());
+    }
+};
+
+TEST_F(Window, ADoubleClickedDatasetIsDrawnInAMap)
+{
+    ASSERT_EQ(window->openFiles({districts(), towns()}), 2);
+    doubleClick(item(QStringLiteral("districts"), QStringLiteral("districts"), CTdOleDataNode::ItemDataset));
+    MapWindow *view = window->documentArea().currentMap();
+    ASSERT_NE(view, nullptr);
+    const int region = inkOf(view);
+    EXPECT_GT(region, 5000);
+    EXPECT_NE(tree()->FindFirstItem(CTdOleDataNode::ItemMap), nullptr) << "the new map is in the tree";
+
+    doubleClick(item(QStringLiteral("towns"), QStringLiteral("towns"), CTdOleDataNode::ItemDataset));
+    EXPECT_EQ(window->documentArea().maps().size(), 1) << "it is added to the map that is there";
+    EXPECT_EQ(view->map()->GetLayers().GetCount(), 2);
+    EXPECT_EQ(view->map()->GetLayers().GetLayerAt(0)->GetDatasetName(), "towns") << "points above regions";
+    EXPECT_EQ(window->layerPane().list()->count(), 2);
+}
+
+TEST_F(Window, RegionsGoBelowThePointsThatAreThere)
+{
+    ASSERT_EQ(window->openFiles({districts(), towns()}), 2);
+    window->documentArea().addToMap(vector(workspace(), QStringLiteral("towns")));
+    window->documentArea().addToMap(vector(workspace(), QStringLiteral("districts")));
+    const CTxLayers &layers = window->documentArea().currentMap()->map()->GetLayers();
+    EXPECT_EQ(layers.GetLayerAt(0)->GetDatasetName(), "towns");
+    EXPECT_EQ(layers.GetLayerAt(1)->GetDatasetName(), "districts");
+}
+
+TEST_F(Window, ATableIsOpenedWhereThereIsNothingToDraw)
+{
+    ASSERT_EQ(window->openFiles({numbers(5)}), 1);
+    doubleClick(item(QStringLiteral("numbers"), QStringLiteral("numbers"), CTdOleDataNode::ItemDataset));
+    EXPECT_NE(window->documentArea().currentTable(), nullptr);
+    EXPECT_TRUE(window->documentArea().maps().isEmpty());
+}
+
+TEST_F(Window, ADoubleClickedMapOpensItsWindow)
+{
+    window->document().addMap(QStringLiteral("Empty"));
+    doubleClick(item(QStringLiteral("Empty"), QString(), CTdOleDataNode::ItemMap));
+    ASSERT_EQ(window->documentArea().maps().size(), 1);
+    doubleClick(item(QStringLiteral("Empty"), QString(), CTdOleDataNode::ItemMap));
+    EXPECT_EQ(window->documentArea().maps().size(), 1) << "not twice";
+}
+
+TEST_F(Window, ADatasetDraggedFromTheTreeIsAddedToTheMap)
+{
+    openTowns();
+    window->document().addMap(QStringLiteral("Target"));
+    MapWindow *view = window->documentArea().showMap(QStringLiteral("Target"));
+    QTreeWidgetItem *dragged = item(QStringLiteral("towns"), QStringLiteral("towns"), CTdOleDataNode::ItemDataset);
+    const std::unique_ptr<QMimeData> mime(tree()->mimeData({dragged}));
+    ASSERT_NE(mime, nullptr);
+    EXPECT_TRUE(drop(view, *mime));
+    EXPECT_EQ(view->map()->GetLayers().GetCount(), 1);
+    EXPECT_GT(inkOf(view), 20);
+
+    QMimeData text;
+    text.setText(QStringLiteral("towns"));
+    EXPECT_FALSE(drop(view, text)) << "a text is nothing to draw";
+}
+
+TEST_F(Window, DroppedFilesAreOpenedAsDatasources)
+{
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(towns()), QUrl(QStringLiteral("https://example.org/x.gpkg"))});
+    EXPECT_TRUE(drop(window.get(), mime));
+    EXPECT_EQ(workspace().GetDataSources().GetCount(), 1);
+    EXPECT_TRUE(prompts.warnings.isEmpty());
+}
+
+TEST_F(Window, AClosedDatasourceIsLetGoByMapAndTable)
+{
+    openTowns();
+    CDatasetVector *dataset = vector(workspace(), QStringLiteral("towns"));
+    window->documentArea().addToMap(dataset);
+    ASSERT_NE(window->documentArea().showTable(dataset), nullptr);
+    EXPECT_TRUE(window->documentArea().isShown(dataset));
+    EXPECT_TRUE(window->document().closeDataSource(QStringLiteral("towns")));
+    EXPECT_TRUE(window->documentArea().tables().isEmpty());
+    EXPECT_EQ(tree()->FindFirstItem(CTdOleDataNode::ItemDataSource), nullptr);
+    MapWindow *view = window->documentArea().currentMap();
+    ASSERT_NE(view, nullptr);
+    view->canvas()->Zoom(2);
+    EXPECT_EQ(inkOf(view), 0) << "nothing of it is drawn any more";
+    EXPECT_EQ(view->map()->GetLayers().GetCount(), 1) << "the layer waits for its datasource";
+
+    openTowns();
+    EXPECT_GT(inkOf(view), 20) << "and is drawn again when that comes back";
+}
+
+TEST_F(Window, ANewWorkspaceClosesEveryWindow)
+{
+    openTowns();
+    CDatasetVector *dataset = vector(workspace(), QStringLiteral("towns"));
+    window->documentArea().addToMap(dataset);
+    window->documentArea().showTable(dataset);
+    prompts.unsavedAnswer = Prompts::Unsaved::Discard;
+    EXPECT_TRUE(window->document().newWorkspace());
+    EXPECT_EQ(window->documentArea().current(), nullptr);
+    EXPECT_EQ(window->layerPane().list()->count(), 0);
+    EXPECT_EQ(tree()->FindFirstItem(CTdOleDataNode::ItemMap), nullptr);
+    QCoreApplication::processEvents();
+}
+
+TEST_F(Window, RefreshKeepsTheTableOfADatasetThatIsStillThere)
+{
+    openTowns();
+    window->documentArea().showTable(vector(workspace(), QStringLiteral("towns")));
+    EXPECT_TRUE(window->document().refreshDataSource(QStringLiteral("towns")));
+    ASSERT_EQ(window->documentArea().tables().size(), 1);
+    EXPECT_EQ(window->documentArea().tables().first()->dataset(), vector(workspace(), QStringLiteral("towns")));
+}
+
+TEST_F(Window, LayersAreHiddenAndRemovedInTheLayerPane)
+{
+    openTowns();
+    window->documentArea().addToMap(vector(workspace(), QStringLiteral("towns")));
+    MapWindow *view = window->documentArea().currentMap();
+    ASSERT_GT(inkOf(view), 20);
+    QListWidget *list = window->layerPane().list();
+    ASSERT_EQ(list->count(), 1);
+    list->setCurrentRow(0);
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_FALSE(view->map()->GetLayers().GetLayerAt(0)->IsVisible());
+    EXPECT_EQ(inkOf(view), 0);
+    QTest::keyClick(list, Qt::Key_Delete);
+    EXPECT_EQ(view->map()->GetLayers().GetCount(), 0);
+    EXPECT_EQ(list->count(), 0);
+}
+
+TEST_F(Window, AsksBeforeItClosesWithChanges)
+{
+    openTowns();
+    prompts.unsavedAnswer = Prompts::Unsaved::Cancel;
+    EXPECT_FALSE(window->close());
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(window->isWindowModified());
+    prompts.unsavedAnswer = Prompts::Unsaved::Discard;
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(prompts.unsavedQuestions, 2);
+}
+
+TEST_F(Window, BadFilesAreToldAndTheOthersOpened)
+{
+    const QString bad = write(QStringLiteral("bad.tdb"), "SQLite format 3");
+    EXPECT_EQ(window->openFiles({bad, towns()}, false), 1);
+    EXPECT_TRUE(prompts.warnings.isEmpty()) << "no message box at start";
+    EXPECT_TRUE(window->outputPane().text().contains(QStringLiteral("bad.tdb")));
+    EXPECT_EQ(window->openFiles({bad}), 0);
+    EXPECT_EQ(prompts.warnings.size(), 1);
+}
+
+TEST_F(Window, MissingDatasourcesAreRemovedInTheirDialog)
+{
+    const QString path = write(QStringLiteral("w.txw"), "");
+    openTowns();
+    ASSERT_TRUE(window->document().saveAs(path));
+    ASSERT_TRUE(QFile::remove(folder.filePath(QStringLiteral("towns.geojson"))));
+    ASSERT_TRUE(window->document().openWorkspace(path));
+    EXPECT_TRUE(window->outputPane().text().contains(QStringLiteral("Missing datasource towns")));
+    MissingDialog dialog(window->document(), prompts);
+    dialog.show();
+    ASSERT_EQ(dialog.list()->topLevelItemCount(), 1);
+    for (QPushButton *button : dialog.findChildren<QPushButton *>())
+        if (button->text() == QStringLiteral("&Remove"))
+            QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(dialog.list()->topLevelItemCount(), 0);
+    EXPECT_TRUE(workspace().GetMissingDataSources().isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,123 @@
+#include "RecordTableModel.h"
+#include "DesktopFixture.h"
+#include "engine/map/TxWorkspace.h"
+
+#include <QAbstractItemModelTester>
+#include <QFont>
+#include <QSignalSpy>
+
+namespace {
+
+class RecordTable : public DesktopFixture
+{
+protected:
+    CDatasetVector *open(const QString &path)
+    {
+        CTxDataSource *source = workspace.GetDataSources().Open(path);
+        EXPECT_NE(source, nullptr);
+        return source ? vector(workspace, source->GetAlias()) : nullptr;
+    }
+
+    /// The texts of a column, top to bottom.
+    QStringList column(const QString &name) const
+    {
+        QStringList texts;
+        for (int c = 0; c < model.columnCount(); ++c)
+            if (model.headerData(c, Qt::Horizontal).toString() == name)
+                for (int r = 0; r < model.rowCount(); ++r)
+                    texts << model.index(r, c).data().toString();
+        return texts;
+    }
+
+    int columnOf(const QString &name) const
+    {
+        for (int c = 0; c < model.columnCount(); ++c)
+            if (model.headerData(c, Qt::Horizontal).toString() == name)
+                return c;
+        return -1;
+    }
+
+    void finishWalk()
+    {
+        while (!model.isComplete())
+            QCoreApplication::processEvents();
+    }
+
+    CTxWorkspace workspace;
+    RecordTableModel model;
+    QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST_F(RecordTable, ShowsRecordsAndTellsNullFromText)
+{
+    ASSERT_TRUE(model.setDataset(open(towns())));
+    finishWalk();
+    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby", "Sund"}));
+    EXPECT_EQ(column(QStringLiteral("population")), (QStringList{"18250", "NULL", "9120"}));
+    const QModelIndex null = model.index(1, columnOf(QStringLiteral("population")));
+    EXPECT_TRUE(null.data(Qt::FontRole).value<QFont>().italic());
+    EXPECT_TRUE(model.fullText(null).isEmpty());
+    EXPECT_FALSE(model.index(0, 0).data(Qt::FontRole).isValid());
+}
+
+TEST_F(RecordTable, FiltersAndOrdersAndKeepsTheRowsWhenTheConditionIsWrong)
+{
+    ASSERT_TRUE(model.setDataset(open(towns())));
+    EXPECT_TRUE(model.setFilter(QStringLiteral("population > 10000 OR name = 'Midby'")));
+    finishWalk();
+    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby"}));
+    EXPECT_FALSE(model.setFilter(QStringLiteral("population >")));
+    EXPECT_FALSE(model.error().isEmpty());
+    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby"}));
+    EXPECT_TRUE(model.setFilter(QString()));
+    model.sort(columnOf(QStringLiteral("name")), Qt::DescendingOrder);
+    finishWalk();
+    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Sund", "Midby", "Havn"}));
+    model.sort(-1);
+    finishWalk();
+    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby", "Sund"}));
+}
+
+TEST_F(RecordTable, GivesItsCursorsBack)
+{
+    CDatasetVector *dataset = open(towns());
+    ASSERT_TRUE(model.setDataset(dataset));
+    EXPECT_GT(dataset->GetRecordsetCount(), 0);
+    model.release();
+    EXPECT_EQ(dataset->GetRecordsetCount(), 0);
+    EXPECT_EQ(model.rowCount(), 0);
+    {
+        RecordTableModel other;
+        ASSERT_TRUE(other.setDataset(dataset));
+    }
+    EXPECT_EQ(dataset->GetRecordsetCount(), 0);
+    EXPECT_TRUE(dataset->Close());
+}
+
+TEST_F(RecordTable, ReadsManyRecordsBitByBit)
+{
+    constexpr int rows = 60000;
+    QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+    ASSERT_TRUE(model.setDataset(open(numbers(rows))));
+    EXPECT_GT(model.rowCount(), 0) << "the first rows are there at once";
+    finishWalk();
+    ASSERT_EQ(model.rowCount(), rows);
+    EXPECT_LT(inserted.count(), 20) << "views are not told of every row";
+    const int square = columnOf(QStringLiteral("square"));
+    for (const int row : {0, 1, 255, 256, 46341, rows - 1, 3}) // 46341² does not fit into 31 bits
+        EXPECT_EQ(model.index(row, square).data().toString(), QString::number(qint64(row) * row));
+    EXPECT_EQ(model.headerData(rows - 1, Qt::Vertical).toInt(), rows);
+}
+
+TEST_F(RecordTable, AnEmptyTableIsAnAnswerToo)
+{
+    ASSERT_TRUE(model.setDataset(open(towns())));
+    EXPECT_TRUE(model.setFilter(QStringLiteral("1 = 0")));
+    EXPECT_TRUE(model.isComplete());
+    EXPECT_EQ(model.rowCount(), 0);
+    EXPECT_GT(model.columnCount(), 0);
+    EXPECT_TRUE(model.setDataset(nullptr));
+    EXPECT_EQ(model.columnCount(), 0);
+}
+
+} // namespace

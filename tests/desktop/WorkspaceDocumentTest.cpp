@@ -1,0 +1,119 @@
+#include "DesktopFixture.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+class Document : public DesktopFixture
+{
+protected:
+    WorkspaceDocument document{prompts};
+};
+
+TEST_F(Document, AFreshWorkspaceIsNothingToAskAbout)
+{
+    document.workspace().SetName(QStringLiteral("Untitled"));
+    EXPECT_FALSE(document.isModified());
+    EXPECT_TRUE(document.mayClose());
+    EXPECT_EQ(prompts.unsavedQuestions, 0);
+}
+
+TEST_F(Document, AsksBeforeChangesAreLost)
+{
+    ASSERT_TRUE(document.openFile(towns()));
+    EXPECT_TRUE(document.isModified());
+
+    prompts.unsavedAnswer = Prompts::Unsaved::Cancel;
+    EXPECT_FALSE(document.newWorkspace());
+    EXPECT_EQ(document.workspace().GetDataSources().GetCount(), 1);
+
+    prompts.unsavedAnswer = Prompts::Unsaved::Save;
+    prompts.fileToSave.clear(); // the file dialog is cancelled
+    EXPECT_FALSE(document.newWorkspace());
+    EXPECT_EQ(document.workspace().GetDataSources().GetCount(), 1);
+
+    prompts.fileToSave = folder.filePath(QStringLiteral("kept.txw"));
+    EXPECT_TRUE(document.newWorkspace());
+    EXPECT_EQ(document.workspace().GetDataSources().GetCount(), 0);
+    EXPECT_TRUE(QFile::exists(prompts.fileToSave));
+    EXPECT_EQ(prompts.unsavedQuestions, 3);
+
+    EXPECT_TRUE(document.openWorkspace(prompts.fileToSave));
+    EXPECT_EQ(document.title(), "kept");
+    EXPECT_EQ(document.workspace().GetDataSources().GetCount(), 1);
+    EXPECT_FALSE(document.isModified());
+    EXPECT_TRUE(document.closeDataSource(QStringLiteral("towns")));
+    EXPECT_TRUE(document.isModified());
+    prompts.unsavedAnswer = Prompts::Unsaved::Discard;
+    EXPECT_TRUE(document.mayClose());
+}
+
+TEST_F(Document, AFileThatIsNoWorkspaceLeavesTheWorkspaceAsItWas)
+{
+    ASSERT_TRUE(document.openFile(towns()));
+    prompts.unsavedAnswer = Prompts::Unsaved::Discard;
+    QSignalSpy failed(&document, &WorkspaceDocument::failed);
+    QSignalSpy closing(&document, &WorkspaceDocument::workspaceClosing);
+    EXPECT_FALSE(document.openWorkspace(write(QStringLiteral("bad.txw"), "<workspace version=")));
+    EXPECT_FALSE(document.openWorkspace(folder.filePath(QStringLiteral("gone.txw"))));
+    EXPECT_EQ(failed.count(), 2);
+    EXPECT_EQ(closing.count(), 0) << "nobody has to let go of anything";
+    EXPECT_EQ(document.workspace().GetDataSources().GetCount(), 1);
+}
+
+TEST_F(Document, OpensWhatItCanAndTellsTheRest)
+{
+    QSignalSpy failed(&document, &WorkspaceDocument::failed);
+    const QString bad = write(QStringLiteral("bad.gpkg"), "no database");
+    EXPECT_EQ(document.openFiles({bad, towns(), folder.filePath(QStringLiteral("gone.shp")), districts()}), 2);
+    ASSERT_EQ(failed.count(), 2);
+    EXPECT_TRUE(failed[0][0].toString().contains(QStringLiteral("bad.gpkg")));
+    EXPECT_FALSE(failed[0][1].toString().isEmpty()) << "the reason is told";
+}
+
+TEST_F(Document, LayersFollowARenamedDatasource)
+{
+    ASSERT_TRUE(document.openFile(towns()));
+    CTxMap *map = document.addMap(QStringLiteral("Map"));
+    map->GetLayers().Add(std::make_unique<CTxLayer>(&document.workspace().GetDataSources(), QStringLiteral("towns"),
+                                                    QStringLiteral("towns")));
+    EXPECT_TRUE(document.renameDataSource(QStringLiteral("towns"), QStringLiteral("cities")));
+    EXPECT_NE(map->GetLayers().GetLayerAt(0)->GetDataset(), nullptr);
+    EXPECT_FALSE(document.renameDataSource(QStringLiteral("cities"), QString()));
+}
+
+TEST_F(Document, AsksBeforeATransactionIsTakenBack)
+{
+    CTxDataSource *source = document.workspace().GetDataSources().Create(
+        folder.filePath(QStringLiteral("own.tdb")), QStringLiteral("own"), CTxDataSourceStorage::Native);
+    ASSERT_NE(source, nullptr);
+    ASSERT_TRUE(source->BeginTrans());
+    EXPECT_FALSE(document.closeDataSource(QStringLiteral("own")));
+    EXPECT_EQ(prompts.questions.size(), 1);
+    EXPECT_NE(document.workspace().GetDataSources().find(QStringLiteral("own")), nullptr);
+    prompts.confirmAnswer = true;
+    EXPECT_TRUE(document.closeDataSource(QStringLiteral("own")));
+}
+
+TEST_F(Document, AMissingDatasourceStaysUntilItIsFoundOrRemoved)
+{
+    const QString file = towns();
+    const QString gone = districts();
+    ASSERT_EQ(document.openFiles({file, gone}), 2);
+    const QString path = folder.filePath(QStringLiteral("w.txw"));
+    ASSERT_TRUE(document.saveAs(path));
+    ASSERT_TRUE(QFile::rename(file, folder.filePath(QStringLiteral("moved.geojson"))));
+    ASSERT_TRUE(QFile::remove(gone));
+    QSignalSpy told(&document, &WorkspaceDocument::told);
+    ASSERT_TRUE(document.openWorkspace(path));
+    ASSERT_EQ(document.workspace().GetMissingDataSources().size(), 2);
+    EXPECT_EQ(told.count(), 2);
+
+    EXPECT_FALSE(document.locateMissing(QStringLiteral("towns"), QString()));
+    EXPECT_TRUE(document.locateMissing(QStringLiteral("towns"), folder.filePath(QStringLiteral("moved.geojson"))));
+    EXPECT_NE(document.workspace().GetDataSources().find(QStringLiteral("towns")), nullptr);
+    EXPECT_TRUE(document.removeMissing(QStringLiteral("districts")));
+    EXPECT_TRUE(document.workspace().GetMissingDataSources().isEmpty());
+}
+
+} // namespace
