@@ -59,6 +59,9 @@ bool setUp()
     CPLSetErrorHandler(handleMessage);
     // Nothing that is merely opened may reach for the network.
     CPLSetConfigOption("PROJ_NETWORK", "OFF");
+    // How long a database that another program has locked is waited for, in milliseconds.
+    if (!CPLGetConfigOption("SQLITE_BUSY_TIMEOUT", nullptr))
+        CPLSetConfigOption("SQLITE_BUSY_TIMEOUT", "1000");
     GDALAllRegister();
     return true;
 }
@@ -85,7 +88,7 @@ ErrorCollector::~ErrorCollector()
 
 QString ErrorCollector::text() const
 {
-    return (m_failures.isEmpty() ? m_warnings : m_failures).join(QStringLiteral("; "));
+    return messages().join(QStringLiteral("; "));
 }
 
 bool ErrorCollector::fail(const QString &what) const

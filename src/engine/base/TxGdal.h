@@ -39,6 +39,8 @@ public:
     /// True when a failure (not a mere warning) was reported.
     bool hasFailure() const { return !m_failures.isEmpty(); }
     /// The distinct messages in the order in which they came, failures if there are any, else warnings.
+    QStringList messages() const { return m_failures.isEmpty() ? m_warnings : m_failures; }
+    /// The same, joined by semicolons.
     QString text() const;
     /// Makes "@p what: messages" the engine's last error. @return false, always, for the caller to return.
     bool fail(const QString &what) const;

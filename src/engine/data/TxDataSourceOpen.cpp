@@ -2,6 +2,7 @@
 
 #include "engine/data/TdbDataSourcePlus.h"
 #include "engine/data/TxDatasetListing.h"
+#include "engine/data/TxRasterCheck.h"
 #include "engine/data/TxStoragePath.h"
 
 #include <QDir>
@@ -26,6 +27,7 @@ constexpr std::array driverRows = {
     DriverRow{"ESRI Shapefile", true, nullptr},
     DriverRow{"SQLite", true, nullptr},
     DriverRow{"PostgreSQL", true, nullptr},
+    DriverRow{"GML", false, "WRITE_GFS=NO"},        // looking at a file must leave nothing beside it
     DriverRow{"CSV", false, "AUTODETECT_TYPE=YES"}, // else every field is a text
 };
 
@@ -60,7 +62,7 @@ public:
         const bool isNative = !isConnection && m_extension == u"tdb";
         if (isNative && !CTdbDataSourcePlus::IsTdb5File(m_path))
             return QStringLiteral("is no native database that can be opened here");
-        if (!openByExtension() && !openAnyhow())
+        if (!openByExtension() && (isLocked() || !openAnyhow()))
             return reasonOfFailure();
         m_d.driver = m_d.gdal->GetDriverName();
         m_d.engineType =
@@ -91,6 +93,8 @@ private:
             for (const QString &driver : row.drivers) {
                 if (openWith(driver))
                     return true;
+                if (isLocked())
+                    return false;
             }
         }
         return false;
@@ -116,6 +120,8 @@ private:
                               (TxStoragePath::isConnection(m_path) || QFileInfo(m_path).isWritable());
         if (mayWrite && take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_UPDATE, options, {driver}), options, true))
             return true;
+        if (isLocked())
+            return false;
         return take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER, options, {driver}), options, false);
     }
 
@@ -133,12 +139,17 @@ private:
         return true;
     }
 
+    /// SQLite's words; whoever tries again would wait again.
+    bool isLocked() const { return m_errors.text().contains(u"database is locked"); }
+
     QString reasonOfFailure() const
     {
-        const QString said = m_errors.text();
-        if (said.contains(u"locked"))
-            return QStringLiteral("is locked by another program (%1)").arg(said);
-        return said.isEmpty() ? QStringLiteral("is of no known kind") : QStringLiteral("cannot be opened: ") + said;
+        if (isLocked())
+            return QStringLiteral("is locked by another program");
+        QStringList said = m_errors.messages();
+        said.removeIf([](const QString &message) { return message.contains(u"not recognized as a supported file"); });
+        return said.isEmpty() ? QStringLiteral("is of no known kind")
+                              : QStringLiteral("cannot be opened: ") + said.join(QStringLiteral("; "));
     }
 
     TxDataSourcePrivate &m_d;
@@ -152,8 +163,7 @@ private:
 bool mayBeEmpty(const TxDataSourcePrivate &d)
 {
     return !d.isReadOnly() && d.gdal->TestCapability(ODsCCreateLayer) &&
-           (d.isGeoPackage() || d.engineType == CTxDataSourceStorage::PostgreSQL ||
-            d.engineType == CTxDataSourceStorage::SQLite);
+           (d.isGeoPackage() || d.engineType == CTxDataSourceStorage::PostgreSQL);
 }
 
 } // namespace
@@ -181,6 +191,8 @@ std::unique_ptr<CTxDataSource> TxDataSourcePrivate::open(const QString &path, co
     const TxGdal::ErrorCollector errors;
     if (!d.refresh() || errors.hasFailure())
         return refuse(QStringLiteral("is damaged: ") + errors.text());
+    if (const QString reason = TxRasterCheck::damage(*d.gdal, path); !reason.isEmpty())
+        return refuse(reason);
     if (d.datasets().empty() && !mayBeEmpty(d))
         return refuse(QStringLiteral("holds no datasets"));
     return result;

@@ -106,6 +106,16 @@ QString jpegDamage(const QString &path, qint64)
                                                     : QStringLiteral("is cut: the end of the image is missing");
 }
 
+/// An XML file ends with the end tag of its root element.
+QString xmlDamage(const QString &path, qint64)
+{
+    static const QRegularExpression root(QStringLiteral("<([A-Za-z_][^\\s/>]*)"));
+    const QRegularExpressionMatch match = root.match(QString::fromUtf8(head(path, 65536)));
+    if (!match.hasMatch() || tail(path, 4096).contains("</" + match.captured(1).toUtf8()))
+        return QString();
+    return QStringLiteral("is cut: the end of <%1> is missing").arg(match.captured(1));
+}
+
 struct DamageRow
 {
     const char16_t *extension;
@@ -114,7 +124,8 @@ struct DamageRow
 
 constexpr std::array damageRows = {
     DamageRow{u"shp", shapeDamage},   DamageRow{u"shx", shapeDamage},     DamageRow{u"dbf", tableDamage},
-    DamageRow{u"gpkg", sqliteDamage}, DamageRow{u"sqlite", sqliteDamage}, DamageRow{u"png", pngDamage},
+    DamageRow{u"gpkg", sqliteDamage}, DamageRow{u"sqlite", sqliteDamage}, DamageRow{u"gml", xmlDamage},
+    DamageRow{u"kml", xmlDamage},     DamageRow{u"gpx", xmlDamage},       DamageRow{u"png", pngDamage},
     DamageRow{u"jpg", jpegDamage},    DamageRow{u"jpeg", jpegDamage},
 };
 
@@ -177,11 +188,20 @@ QString damage(const QString &path)
     if (!info.isFile())
         return QString();
     const QString extension = info.suffix().toLower();
+    QString reason;
     for (const DamageRow &row : damageRows) {
         if (extension == QStringView(row.extension))
-            return row.check(path, info.size());
+            reason = row.check(path, info.size());
     }
-    return QString();
+    if (reason.isEmpty() && extension == u"shp") { // its index and its table belong to it
+        for (const char *other : {"shx", "dbf"}) {
+            const QString sibling = path.chopped(3) + QLatin1String(other);
+            const QString its = damage(sibling);
+            if (!its.isEmpty())
+                return QStringLiteral("belongs together with “%1”, which ").arg(sibling) + its;
+        }
+    }
+    return reason;
 }
 
 } // namespace TxStoragePath
