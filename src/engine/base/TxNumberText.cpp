@@ -1,13 +1,11 @@
 #include "engine/base/TxNumberText.h"
 
-#include <QByteArray>
-#include <QVarLengthArray>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string>
 
 namespace TxNumberText {
 
@@ -45,14 +43,14 @@ public:
         for (const QChar c : text) {
             if (c.unicode() <= u' ' || c.unicode() >= 0x7f)
                 break;
-            m_bytes.append(static_cast<char>(c.unicode()));
+            m_bytes.push_back(static_cast<char>(c.unicode()));
         }
     }
-    const char *begin() const { return m_bytes.constData(); }
-    const char *end() const { return m_bytes.constData() + m_bytes.size(); }
+    const char *begin() const { return m_bytes.data(); }
+    const char *end() const { return m_bytes.data() + m_bytes.size(); }
 
 private:
-    QVarLengthArray<char, 64> m_bytes;
+    std::string m_bytes; // short ones are held without an allocation
 };
 
 /// Takes the sign that from_chars does not take. @return true for "-".
