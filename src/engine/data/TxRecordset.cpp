@@ -1,7 +1,10 @@
 #include "engine/data/TxRecordset.h"
 
+#include "engine/data/NativeSchema.h"
 #include "engine/data/TxCursors.h"
 #include "engine/data/TxRecordsetPrivate.h"
+#include "engine/geometry/GeoPoint.h"
+#include "engine/geometry/GeoText.h"
 #include "engine/geometry/OgrGeometry.h"
 
 #include <QSet>
@@ -185,6 +188,30 @@ bool CTxRecordset::GetFieldValue(const QString &name, CTxVariant &value) const
     return GetFieldValue(d->findField(name), value);
 }
 
+namespace {
+
+/// The text that stands at @p place, where the record keeps one beside its geometry and the query wants it; else
+/// @p place.
+std::unique_ptr<CElemGeometry> withText(const CTxRecordset &record, std::unique_ptr<CElemGeometry> place)
+{
+    const CElemDatasetInfo::Type kind = record.GetDataset()->GetType();
+    const bool holdsTexts =
+        kind == CElemDatasetInfo::Text || kind == CElemDatasetInfo::Text3D || kind == CElemDatasetInfo::CAD;
+    const auto *anchor = holdsTexts ? dynamic_cast<const CGeoPoint *>(place.get()) : nullptr;
+    CTxVariant text;
+    if (!anchor || !record.GetFieldValue(QString::fromLatin1(NativeSchema::text), text) || text.IsNull())
+        return place;
+    CTxVariant angle;
+    CTxVariant height;
+    record.GetFieldValue(QString::fromLatin1(NativeSchema::textAngle), angle);
+    record.GetFieldValue(QString::fromLatin1(NativeSchema::textHeight), height);
+    auto element = std::make_unique<CGeoText>(anchor->GetPoint(), text.toText(), angle.toDouble(), height.toDouble());
+    element->SetAnchor(*anchor);
+    return element;
+}
+
+} // namespace
+
 bool CTxRecordset::GetGeometry(CElemGeometry *&geometry) const
 {
     geometry = nullptr;
@@ -196,6 +223,6 @@ bool CTxRecordset::GetGeometry(CElemGeometry *&geometry) const
         element = OgrGeometry::fromOgr(d->pinned->geometry.get());
     else
         element = OgrGeometry::fromOgr(d->cursor->geometry().get());
-    geometry = element.release();
+    geometry = withText(*this, std::move(element)).release();
     return geometry != nullptr;
 }
