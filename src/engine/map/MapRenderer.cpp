@@ -14,11 +14,13 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
 constexpr int recordsBetweenLooks = 8; // at the clock
-constexpr double room = 64.0;          // pixels beyond the window from which symbols and texts may reach in
+constexpr std::array textFields = {"TxText", "TxTextAngle", "TxTextHeight"};
+constexpr double room = 64.0; // pixels beyond the window from which symbols and texts may reach in
 
 /// The interval of heights of @p geometry, as left and right of a rectangle; void without heights.
 CRect2D heightsOf(const CElemGeometry &geometry)
@@ -219,10 +221,16 @@ bool MapRenderer::query(CDatasetVector &dataset, bool everything)
     CTxQueryDef definition;
     definition.options = CTxQueryDef::SkipAttributes | CTxQueryDef::AnyOrder;
     const bool hasLabels = !everything && !task.nodes && dataset.FindField(task.style.labelField) >= 0;
-    if (hasLabels) {
-        definition.options = CTxQueryDef::AnyOrder;
-        definition.fields = {task.style.labelField};
+    if (hasLabels)
+        definition.fields.append(task.style.labelField);
+    if (!everything) {
+        for (const char *name : textFields) { // geometries become texts with them
+            if (dataset.FindField(QString::fromLatin1(name)) >= 0)
+                definition.fields.append(QString::fromLatin1(name));
+        }
     }
+    if (!definition.fields.isEmpty())
+        definition.options = CTxQueryDef::AnyOrder;
     if (!everything) {
         definition.bounds = m_settings.view.bounds();
         definition.bounds.InflateRect(room * m_settings.view.scale(), room * m_settings.view.scale());

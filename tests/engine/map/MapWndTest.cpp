@@ -3,6 +3,10 @@
 #include "engine/data/DatasetVector.h"
 #include "engine/data/TxQueryDef.h"
 #include "engine/data/TxRecordset.h"
+#include "engine/geometry/GeoLine.h"
+#include "engine/geometry/GeoPoint.h"
+#include "engine/geometry/GeoRegion.h"
+#include "engine/geometry/GeoText.h"
 #include "engine/map/TxWorkspace.h"
 #include "tests/engine/map/MapTestData.h"
 
@@ -206,6 +210,77 @@ TEST_F(MapWnd, RastersAreDrawnInTheirPlace)
     EXPECT_TRUE(isNear(at(7.5, 7.5), paper)) << "no data";
     EXPECT_TRUE(isNear(at(12, 5), paper));
     EXPECT_TRUE(isNear(at(-1, 5), paper));
+}
+
+TEST_F(MapWnd, RastersOfAnotherCoordinateSystemLieWhereTheyBelong)
+{
+    add(data.writeSquare(QStringLiteral("square")), "square");
+    // From (0, 0) to about (9, 9) degrees, in metres; the western half low, the eastern high.
+    data.write(
+        QStringLiteral("metres.prj"),
+        "PROJCS[\"WGS 84 / Pseudo-Mercator\",GEOGCS[\"WGS 84\",DATUM[\"WGS_1984\",SPHEROID[\"WGS "
+        "84\",6378137,298.257223563]],"
+        "PRIMEM[\"Greenwich\",0],UNIT[\"degree\",0.0174532925199433]],PROJECTION[\"Mercator_1SP\"],"
+        "PARAMETER[\"central_meridian\",0],PARAMETER[\"scale_factor\",1],PARAMETER[\"false_easting\",0],"
+        "PARAMETER[\"false_northing\",0],UNIT[\"metre\",1],EXTENSION[\"PROJ4\",\"+proj=merc +a=6378137 +b=6378137 "
+        "+lat_ts=0 +lon_0=0 +x_0=0 +y_0=0 +k=1 +units=m +nadgrids=@null +wktext "
+        "+no_defs\"],AUTHORITY[\"EPSG\",\"3857\"]]");
+    add(data.write(QStringLiteral("metres.asc"),
+                   "ncols 2\nnrows 2\nxllcorner 0\nyllcorner 0\ncellsize 500000\nNODATA_value -9\n1 100\n1 100\n"),
+        "metres");
+    draw();
+    const QColor west = at(2, 2);
+    EXPECT_FALSE(isNear(west, red)) << "it lies above the square";
+    EXPECT_TRUE(isNear(at(4, 8), west));
+    EXPECT_FALSE(isNear(at(5, 5), west)) << "the border is at 4.49 degrees";
+    EXPECT_TRUE(isNear(at(9.5, 9.5), red)) << "it ends at 8.98 degrees";
+}
+
+TEST_F(MapWnd, KindsThatOnlyTheDatabaseHoldsAreDrawn)
+{
+    CTxDataSource *database = workspace.GetDataSources().Create(data.path(QStringLiteral("kinds.tdb")),
+                                                                QStringLiteral("kinds"), CTxDataSourceStorage::Native);
+    ASSERT_TRUE(database);
+    const auto make = [&](const char *name, CElemDatasetInfo::Type type, const CElemGeometry &geometry) {
+        CTxDatasetDef definition;
+        definition.name = QString::fromUtf8(name);
+        definition.type = type;
+        auto *dataset = dynamic_cast<CDatasetVector *>(database->CreateDataset(definition));
+        ASSERT_TRUE(dataset && dataset->Open()) << name;
+        CTxRecordset *records = dataset->Query(CTxQueryDef());
+        ASSERT_TRUE(records && records->AddNew() && records->SetGeometry(&geometry) && records->Update()) << name;
+        dataset->ReleaseRecordset(records);
+        CTxLayer *layer = map->GetLayers().Add(
+            std::make_unique<CTxLayer>(&workspace.GetDataSources(), QStringLiteral("kinds"), definition.name));
+        layer->setStyle(plainStyle(red, blue));
+    };
+    CGeoRegion surface; // a low face in the south-west, a high one in the north-east
+    const CPoint2D low[] = {{0, 0}, {10, 0}, {0, 10}};
+    const CPoint2D high[] = {{10, 0}, {10, 10}, {0, 10}};
+    const double lowZ[] = {0, 0, 0};
+    const double highZ[] = {100, 100, 100};
+    surface.AddSubPolygon(low, 3, lowZ);
+    surface.AddSubPolygon(high, 3, highZ);
+    make("surface", CElemDatasetInfo::TIN, surface);
+    make("text", CElemDatasetInfo::Text, CGeoText(CPoint2D(0, 11), QStringLiteral("MMMM"), 0, 1.5));
+    make("net", CElemDatasetInfo::Network, [] {
+        const CPoint2D points[] = {{-4, -2}, {14, -2}};
+        CGeoLine line;
+        line.MakePolyline(points, 2);
+        return line;
+    }());
+    make("space", CElemDatasetInfo::Point3D, CGeoPoint(-3, 5, 17));
+    draw();
+    EXPECT_FALSE(isNear(at(2, 2), paper));
+    EXPECT_FALSE(isNear(at(2, 2), at(8, 8), 25)) << "heights have colours";
+    EXPECT_FALSE(isNear(at(2, 2), red)) << "and the layer's fill is not among them";
+    int inked = 0;
+    for (double x = 0; x < 5; x += 0.05)
+        inked += !isNear(at(x, 11.7), paper, 60);
+    EXPECT_GT(inked, 15) << "letters of the map's size";
+    EXPECT_TRUE(isNear(at(12, 11.7), paper));
+    EXPECT_TRUE(isNear(at(5, -2), blue)) << "the network's edge";
+    EXPECT_TRUE(isNear(at(-3, 5), red)) << "the point in space";
 }
 
 TEST_F(MapWnd, TheWheelKeepsThePlaceUnderThePointer)
