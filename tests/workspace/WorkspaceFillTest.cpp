@@ -2,6 +2,8 @@
 
 #include "engine/data/TxDataset.h"
 
+#include <QGuiApplication>
+
 namespace {
 
 using Tree = CWorkspaceBarTree;
@@ -58,6 +60,19 @@ TEST_F(WorkspaceFill, OfTheWholeWorkspaceAnswersZeroThoughAllIsFilled)
     EXPECT_EQ(dataset->entries.first(), (Node::CTdOleData{a, QStringLiteral("cities"), 30, CElemDatasetInfo::Point}));
     const Node *source = Tree::GetItemNode(find(Node::ItemDataSource, a));
     EXPECT_EQ(source->entries.first(), wanted(20, a)) << "a datasource's alias is its item name";
+}
+
+TEST_F(WorkspaceFill, ShowsTheWaitCursorAndTakesItAway)
+{
+    tree.SetShowItemMask(everything);
+    tree.ConnectWorkspace(workspace);
+    QList<int> shapes;
+    QObject::connect(tree.model(), &QAbstractItemModel::rowsInserted, &tree, [&shapes] {
+        shapes.append(QGuiApplication::overrideCursor() ? QGuiApplication::overrideCursor()->shape() : -1);
+    });
+    fill(Tree::FillTypeMap, QStringLiteral("m"));
+    EXPECT_EQ(shapes, QList<int>{Qt::WaitCursor});
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(WorkspaceFill, UnknownTypesDoNothing)
