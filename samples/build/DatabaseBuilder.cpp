@@ -57,11 +57,24 @@ double numberOf(const CTxRecordset &record, const QString &field)
     return record.GetFieldValue(field, value) ? value.toDouble() : 0.0;
 }
 
+/// True for datasets that hold texts.
+bool holdsTexts(CElemDatasetInfo::Type type)
+{
+    return type == CElemDatasetInfo::Text || type == CElemDatasetInfo::Text3D || type == CElemDatasetInfo::CAD;
+}
+
+/// True for a field of the source that the texts themselves keep.
+bool describesText(const VectorSample &sample, const QString &name)
+{
+    return holdsTexts(sample.type) &&
+           (name == QStringLiteral("Text") || name == QStringLiteral("Height") || name == QStringLiteral("Angle"));
+}
+
 /// True for a record that stands for a text: in a text dataset each, in a drawing those that say so.
 bool isText(const CTxRecordset &record, CElemDatasetInfo::Type type)
 {
-    return type == CElemDatasetInfo::Text || type == CElemDatasetInfo::Text3D ||
-           (type == CElemDatasetInfo::CAD && textOf(record, QStringLiteral("Kind")) == QStringLiteral("Text"));
+    return holdsTexts(type) &&
+           (type != CElemDatasetInfo::CAD || textOf(record, QStringLiteral("Kind")) == QStringLiteral("Text"));
 }
 
 /// The text element that the fields Text, Angle and Height describe, at @p anchor.
@@ -140,7 +153,7 @@ CDatasetVector *DatabaseBuilder::makeVector(const VectorSample &sample, const CD
     for (int i = 0; i < source.GetFieldCount(); ++i) {
         CTxFieldInfo info;
         if (source.GetFieldInfo(i, info) && !info.IsSystemField() && info.GetName() != QStringLiteral("WKT") &&
-            targetField(sample, info.GetName()) == info.GetName())
+            targetField(sample, info.GetName()) == info.GetName() && !describesText(sample, info.GetName()))
             def.fields.append(info);
     }
     if (!sample.isCompanion)

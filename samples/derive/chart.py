@@ -60,6 +60,7 @@ def land_and_depths(drawing):
         for part in parts(track, LineString):
             if part.length > 4000:
                 drawing.line(f"DEPTH_{-height:.0f}", "#3F7CB5", list(part.simplify(120).coords))
+    stations = [point for point, _ in features("region/Stations.geojson")]
     grid = topobathy()
     to_degrees = transformer(UTM10N, WGS84)
     x0, y0, x1, y1 = FRAME.bounds
@@ -69,8 +70,9 @@ def land_and_depths(drawing):
             spot = Point(x, y)
             depth = -grid.height(*to_degrees(x, y))
             if depth > 5 and FRAME.buffer(-1500).contains(spot) and not TITLE.buffer(1500).contains(spot) \
-                    and all(polygon.distance(spot) > 900 for polygon in land):
-                drawing.text("SOUNDINGS", "#1E3F66", x, y, f"{depth:.0f}", 900)
+                    and all(polygon.distance(spot) > 900 for polygon in land) \
+                    and all(station.distance(spot) > 2500 for station in stations):
+                drawing.text("SOUNDINGS", "#1E3F66", x - 700, y, f"{depth:.0f}", 650)
 
 
 def frame_and_graticule(drawing):
@@ -84,11 +86,11 @@ def frame_and_graticule(drawing):
         if isinstance(meridian, LineString) and not meridian.is_empty:
             points = sorted(meridian.coords, key=lambda point: point[1])
             drawing.line("GRATICULE", "#9A9A9A", points)
-            drawing.text("GRATICULE", "#555555", points[0][0] - 2200, y0 - 1900, dms(longitude, "E", "W"), 1200)
+            drawing.text("GRATICULE", "#555555", points[0][0] - 2500, y0 - 1650, dms(longitude, "E", "W"), 750)
         if isinstance(parallel, LineString) and not parallel.is_empty:
             points = sorted(parallel.coords)
             drawing.line("GRATICULE", "#9A9A9A", points)
-            drawing.text("GRATICULE", "#555555", x0 - 700, points[0][1] - 2200, dms(latitude, "N", "S"), 1200, 90)
+            drawing.text("GRATICULE", "#555555", x0 - 850, points[0][1] - 2300, dms(latitude, "N", "S"), 750, 90)
 
 
 def dms(degrees, positive, negative):
@@ -103,29 +105,29 @@ def stations_and_ferries(drawing):
     for point, properties in features("region/Stations.geojson"):
         if FRAME.buffer(-500).contains(point):
             drawing.add("STATIONS", "#C03020", mapping(point))
-            drawing.text("STATIONS", "#C03020", point.x + 500, point.y + 300, properties["Code"], 800)
+            drawing.text("STATIONS", "#C03020", point.x + 500, point.y + 300, properties["Code"], 600)
 
 
 def title_block(drawing):
     x0, y0, x1, y1 = TITLE.bounds
     drawing.region("TITLE", "#FFFFFF", TITLE)
     drawing.line("TITLE", "#000000", list(TITLE.exterior.coords))
-    for text, up, height in (("GULF ISLANDS", 8600, 1700), ("and Haro Strait", 6700, 1200),
-                             ("Depths in metres; not for navigation", 5300, 620),
-                             ("WGS 84 / UTM zone 10N", 4300, 620)):
+    for text, up, height in (("GULF ISLANDS", 8700, 1400), ("and Haro Strait", 6700, 1100),
+                             ("Depths in metres. Not for navigation", 5300, 480),
+                             ("WGS 84 / UTM zone 10N", 4300, 480)):
         drawing.text("TITLE", "#000000", x0 + 800, y0 + up, text, height)
     for piece in range(4):  # the scale bar: four pieces of 2.5 km
         bar = box(x0 + 800 + piece * 2500, y0 + 1900, x0 + 800 + (piece + 1) * 2500, y0 + 2500)
         drawing.region("SCALE", "#000000" if piece % 2 == 0 else "#FFFFFF", bar)
     for kilometres in (0, 5, 10):
-        drawing.text("SCALE", "#000000", x0 + 600 + kilometres * 1000, y0 + 700, f"{kilometres}", 700)
-    drawing.text("SCALE", "#000000", x0 + 11900, y0 + 1900, "km", 700)
+        drawing.text("SCALE", "#000000", x0 + 600 + kilometres * 1000, y0 + 700, f"{kilometres}", 600)
+    drawing.text("SCALE", "#000000", x0 + 11900, y0 + 1900, "km", 600)
     x, y = x1 - 2200, y0 + 2200  # the north arrow
     drawing.region("NORTH", "#000000", Polygon([(x, y), (x + 900, y), (x, y + 4200)]))
     drawing.region("NORTH", "#FFFFFF", Polygon([(x, y), (x - 900, y), (x, y + 4200)]))
     drawing.line("NORTH", "#000000", [(x + 1500 * math.cos(math.radians(step * 10)),
                                        y + 1400 + 1500 * math.sin(math.radians(step * 10))) for step in range(37)])
-    drawing.text("NORTH", "#000000", x - 450, y + 4500, "N", 1200)
+    drawing.text("NORTH", "#000000", x - 420, y + 4500, "N", 1000)
 
 
 def write_dxf(elements):

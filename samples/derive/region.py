@@ -37,17 +37,17 @@ LAND_NAMES = [
 
 # Labels of the region: text, position, height of the letters in metres, angle in degrees, kind.
 LABELS = [
-    ("Pacific Ocean", -125.80, 48.45, 9000, 0, "Sea"), ("Strait of Georgia", -123.93, 49.40, 5000, -35, "Sea"),
-    ("Strait of Juan de Fuca", -124.28, 48.33, 4200, -14, "Sea"), ("Haro Strait", -123.24, 48.57, 2000, -65, "Sea"),
-    ("Howe Sound", -123.33, 49.45, 1800, 60, "Sea"), ("Rosario Strait", -122.755, 48.55, 1600, 80, "Sea"),
-    ("Barkley Sound", -125.30, 48.85, 2200, 35, "Sea"), ("Puget Sound", -122.60, 48.05, 1800, -50, "Sea"),
-    ("Vancouver Island", -124.70, 49.10, 9000, -40, "Land"), ("Coast Mountains", -122.75, 49.72, 7000, -45, "Land"),
-    ("Gulf Islands", -123.36, 48.88, 2200, -40, "Land"), ("San Juan Islands", -122.98, 48.61, 2000, 0, "Land"),
-    ("Olympic Peninsula", -123.70, 48.08, 4000, 0, "Land"), ("Texada Island", -124.42, 49.66, 1800, -52, "Land"),
-    ("Vancouver", -123.12, 49.26, 3000, 0, "Town"), ("Victoria", -123.36, 48.43, 2600, 0, "Town"),
-    ("Nanaimo", -123.94, 49.165, 2200, 0, "Town"), ("Bellingham", -122.48, 48.75, 2200, 0, "Town"),
-    ("Port Angeles", -123.43, 48.118, 2200, 0, "Town"), ("Tofino", -125.90, 49.15, 2000, 0, "Town"),
-    ("Canada", -122.45, 49.05, 2400, 0, "Country"), ("United States", -122.45, 48.95, 2400, 0, "Country"),
+    ("Pacific Ocean", -125.85, 48.52, 7500, 0, "Sea"), ("Strait of Georgia", -123.93, 49.40, 4500, -35, "Sea"),
+    ("Strait of Juan de Fuca", -124.28, 48.34, 3600, -14, "Sea"), ("Haro Strait", -123.25, 48.60, 1800, -65, "Sea"),
+    ("Howe Sound", -123.33, 49.45, 1600, 60, "Sea"), ("Rosario Strait", -122.755, 48.55, 1500, 80, "Sea"),
+    ("Barkley Sound", -125.36, 48.81, 2000, 35, "Sea"), ("Admiralty Inlet", -122.77, 48.20, 1500, -60, "Sea"),
+    ("Vancouver Island", -125.25, 49.42, 7000, -38, "Land"), ("Coast Mountains", -122.95, 49.86, 5200, -38, "Land"),
+    ("Gulf Islands", -123.55, 48.99, 1900, -45, "Land"), ("San Juan Islands", -123.03, 48.62, 1700, 0, "Land"),
+    ("Olympic Peninsula", -124.45, 48.05, 3600, 0, "Land"), ("Texada Island", -124.53, 49.73, 1700, -50, "Land"),
+    ("Vancouver", -123.10, 49.24, 2800, 0, "Town"), ("Victoria", -123.36, 48.45, 2400, 0, "Town"),
+    ("Nanaimo", -124.14, 49.13, 2000, 0, "Town"), ("Bellingham", -122.46, 48.75, 2000, 0, "Town"),
+    ("Port Angeles", -123.40, 48.09, 2000, 0, "Town"), ("Tofino", -125.88, 49.10, 1800, 0, "Town"),
+    ("Canada", -122.45, 49.03, 2200, 0, "Country"), ("United States", -122.45, 48.955, 2200, 0, "Country"),
 ]
 
 to_utm = transformer(WGS84, UTM10N)
