@@ -210,7 +210,7 @@ void GeometryPainter::drawText(QPainter &painter, const CGeoText &text)
     if (std::isnan(place.x()) || std::isnan(place.y()))
         return;
     constexpr double capitals = 0.72; // height of a capital letter to the font's size, for most fonts
-    constexpr double smallest = 3.0;  // pixels: below nobody can read it
+    constexpr double smallest = 5.0;  // pixels: below nobody can read it
     constexpr double largest = 2000.0;
     QFont font = m_font;
     if (text.GetHeight() > 0) {

@@ -48,12 +48,13 @@ double HeightRamp::shade(const CPoint2D *points, const double *zs, double range)
     if (area == 0 || !(range > 0))
         return 1.0;
     // The gradient of the plane through the corners. Heights and places may have different units (metres over degrees),
-    // so the slope is told relative to the face: a face that rises by a tenth of the whole range is steep.
+    // so the slope is told relative to the face: one that rises by a sixth of the whole range is steep.
+    constexpr double steepness = 6.0;
     const double az = zs[1] - zs[0];
     const double bz = zs[2] - zs[0];
     const double size = std::sqrt(std::abs(area));
-    const double gx = (az * by - bz * ay) / area * size / range * 10;
-    const double gy = (bz * ax - az * bx) / area * size / range * 10;
+    const double gx = (az * by - bz * ay) / area * size / range * steepness;
+    const double gy = (bz * ax - az * bx) / area * size / range * steepness;
     constexpr double side = 0.5; // the light comes from (-1, 1), 45 degrees above the horizon
     constexpr double up = 0.70710678118654752;
     const double length = std::sqrt(gx * gx + gy * gy + 1);

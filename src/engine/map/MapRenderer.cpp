@@ -355,6 +355,12 @@ void MapRenderer::release(const CTxDataset *dataset)
 {
     if (!dataset)
         return;
+    const CTxMap *map = m_map.get();
+    for (int i = 0; map && i < map->GetLayers().GetCount(); ++i) { // the nodes of a network go with it
+        const CTxDataset *shown = map->GetLayers().GetLayerAt(i)->GetDataset();
+        if (shown == dataset && shown->GetChildDataset() && !m_released.contains(shown->GetChildDataset()))
+            release(shown->GetChildDataset());
+    }
     if (m_inTask && m_dataset == dataset)
         endTask();
     m_released.insert(dataset);

@@ -56,9 +56,14 @@ public:
         if (CTxMap *map = keep ? renderer.map() : nullptr)
             map->SetViewBounds(wanted.bounds());
         if (wanted == view && !renderer.image().isNull())
-            return;
+            return; // also while it is being drawn
         view = wanted;
-        restart(pauseMilliseconds);
+        // A drawing that is nearly done is worth finishing: moved to its place it shows more than the one before.
+        isStale = renderer.isDrawing() && !isPending && sinceStart.elapsed() < patienceMilliseconds;
+        if (isStale)
+            q->update();
+        else if (!isPending)
+            restart(pauseMilliseconds);
         Q_EMIT q->viewChanged();
     }
 
@@ -85,6 +90,7 @@ public:
     void restart(int milliseconds)
     {
         renderer.stop();
+        isStale = false;
         isPending = renderer.map() && hasView && !q->size().isEmpty();
         if (isPending)
             timer.start(milliseconds);
@@ -127,6 +133,8 @@ public:
             pictureView = renderer.settings().view;
             q->update();
         }
+        if (isStale && (!hasMore || sinceStart.elapsed() >= patienceMilliseconds))
+            restart(0);
         tell();
     }
 
@@ -194,6 +202,7 @@ public:
     MapView view;
     bool hasView = false;   // false while there was nothing to show yet
     bool isPending = false; // a picture is to be begun when the timer ends
+    bool isStale = false;   // the picture that is being drawn is of a view that has passed
     CRect2D fitted;         // what the view was made to show; void when somebody moved it since
     double fittedMargin = 0;
     QImage picture; // the last complete one
@@ -295,10 +304,11 @@ bool CTxMapWnd::IsDrawing() const
 
 void CTxMapWnd::FinishDrawing()
 {
-    if (d->isPending)
-        d->begin();
-    while (d->renderer.isDrawing())
+    while (IsDrawing()) {
+        if (d->isPending)
+            d->begin();
         d->advance(1000);
+    }
 }
 
 CPoint2D CTxMapWnd::PixelToMap(const QPointF &pixel) const

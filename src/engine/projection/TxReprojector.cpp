@@ -1,5 +1,6 @@
 #include "engine/projection/TxReprojector.h"
 
+#include "engine/base/TxGdal.h"
 #include "engine/projection/TxPJCoordSys.h"
 
 #include <ogr_spatialref.h>
@@ -77,6 +78,7 @@ std::shared_ptr<TxReprojector> TxReprojector::make(const CTxPJCoordSys &from, co
     failed = false;
     if (from.GetType() == CTxPJCoordSys::None || to.GetType() == CTxPJCoordSys::None || from == to)
         return nullptr;
+    const TxGdal::ErrorCollector errors;
     OGRSpatialReference source;
     OGRSpatialReference target;
     source.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
