@@ -5,6 +5,7 @@
 
 #include <cpl_conv.h>
 #include <cpl_error.h>
+#include <sqlite3.h>
 
 #include <QLoggingCategory>
 
@@ -118,8 +119,14 @@ DatasetPtr open(const QByteArray &name, unsigned flags, const QStringList &openO
     CPLStringList driverList;
     for (const QString &driver : drivers)
         driverList.AddString(driver.toUtf8().constData());
-    return DatasetPtr(GDALDataset::Open(name.constData(), flags | GDAL_OF_VERBOSE_ERROR,
-                                        drivers.isEmpty() ? nullptr : driverList.List(), optionList.List()));
+    DatasetPtr dataset(GDALDataset::Open(name.constData(), flags | GDAL_OF_VERBOSE_ERROR,
+                                         drivers.isEmpty() ? nullptr : driverList.List(), optionList.List()));
+    // How long a file that another program has locked is waited for: the driver's five seconds would freeze a window.
+    constexpr int patience = 1000; // milliseconds
+    const QByteArray driver = dataset && dataset->GetDriver() ? dataset->GetDriverName() : "";
+    if (driver == "GPKG" || driver == "SQLite") // others answer with handles of their own, whatever is asked for
+        sqlite3_busy_timeout(static_cast<sqlite3 *>(dataset->GetInternalHandle("SQLITE_HANDLE")), patience);
+    return dataset;
 }
 
 QString quoteIdentifier(const QString &name)

@@ -20,6 +20,11 @@ sqlite3 *connection(GDALDataset &dataset)
     return static_cast<sqlite3 *>(dataset.GetInternalHandle("SQLITE_HANDLE"));
 }
 
+bool lockForWriting(GDALDataset &dataset)
+{
+    return execute(connection(dataset), QStringLiteral("UPDATE gpkg_contents SET table_name = table_name WHERE 0"));
+}
+
 Statement::Statement(sqlite3 *database, const char *sql) : m_database(database)
 {
     check(sqlite3_prepare_v2(database, sql, -1, &m_statement, nullptr));

@@ -16,6 +16,11 @@ namespace TxSqlite {
 /// The connection of a GeoPackage or SQLite dataset; null when it has none.
 sqlite3 *connection(GDALDataset &dataset);
 
+/// Locks the GeoPackage @p dataset for writing, within the transaction that is open. SQLite would lock at the first write
+/// by itself; a driver that is refused then tries a dozen statements more, and waits for each.
+/// @return false when another connection holds the lock
+bool lockForWriting(GDALDataset &dataset);
+
 /// One prepared statement. Parameters are bound in the order of the calls. What SQLite reports goes to the error
 /// collectors, as GDAL's messages do.
 class Statement

@@ -98,11 +98,14 @@ bool CTxDataSource::DeleteDataset(const QString &name)
     const TxGdal::ErrorCollector errors;
     const QString failure = QStringLiteral("Cannot delete the dataset “%1”").arg(dataset->GetName());
     const QList<CTxDataset *> family = familyOf(*d, dataset);
-    for (CTxDataset *member : family)
-        member->Close();
-    d->endRecordsets(); // SQLite drops no table while a statement of the connection reads
     TxSchemaChange change(*d);
     bool done = change.isOpen();
+    for (CTxDataset *member : family) {
+        if (done)
+            member->Close();
+    }
+    if (done)
+        d->endRecordsets(); // SQLite drops no table while a statement of the connection reads
     for (CTxDataset *member : family)
         done = done && TxDatasetMaker::removeStored(*d, *member);
     if (!done || !change.commit())

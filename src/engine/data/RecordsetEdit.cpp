@@ -1,3 +1,4 @@
+#include "engine/base/TxSqlite.h"
 #include "engine/data/NativeSchema.h"
 #include "engine/data/TxFieldValue.h"
 #include "engine/data/TxRecordsetPrivate.h"
@@ -81,6 +82,26 @@ bool hasTextMember(const CElemGeometry &geometry)
     return false;
 }
 
+/// Runs @p change on the dataset's layer. While no edit transaction is open it is one of its own in a GeoPackage, so
+/// that what the driver notes of a table (its extent) is written with the record or not at all.
+template<class Change>
+bool changeRecords(TxVectorPrivate &vector, Change change)
+{
+    const TxDataSourcePrivate &dataSource = vector.dataSource();
+    OGRLayer *layer = vector.layer();
+    if (!layer)
+        return false;
+    if (dataSource.transaction || !dataSource.isGeoPackage())
+        return change(*layer) == OGRERR_NONE;
+    if (dataSource.gdal->StartTransaction() != OGRERR_NONE)
+        return false;
+    const bool done = TxSqlite::lockForWriting(*dataSource.gdal) && change(*layer) == OGRERR_NONE &&
+                      layer->SyncToDisk() == OGRERR_NONE && dataSource.gdal->CommitTransaction() == OGRERR_NONE;
+    if (!done)
+        dataSource.gdal->RollbackTransaction();
+    return done;
+}
+
 } // namespace
 
 bool CTxRecordset::Edit()
@@ -127,7 +148,7 @@ bool CTxRecordset::SetFieldValue(int index, const CTxVariant &value)
 {
     if (d->editMode == TxRecordsetPrivate::EditMode::None)
         return TxGdal::fail(QStringLiteral("No record is open for change"));
-    if (index < 0 || static_cast<size_t>(index) >= d->fields.size())
+    if (index < 0 || index >= GetFieldCount())
         return TxGdal::fail(QStringLiteral("There is no field number %1").arg(index));
     const TxRecordsetField &field = d->fields[static_cast<size_t>(index)];
     const bool isWritable = field.info.CanUpdate() || NativeSchema::isKeyField(field.info.GetName());
@@ -166,12 +187,11 @@ bool CTxRecordset::Update()
         return TxGdal::fail(QStringLiteral("No record is open for change"));
     const TxGdal::ErrorCollector errors;
     const QString failure = QStringLiteral("Cannot write the record to “%1”").arg(d->dataset->GetName());
-    OGRLayer *layer = d->vector().layer();
-    if (!layer)
-        return errors.fail(failure);
     const bool adds = d->editMode == EditMode::Add;
-    const OGRErr status = adds ? layer->CreateFeature(d->edited.get()) : layer->SetFeature(d->edited.get());
-    if (status != OGRERR_NONE || errors.hasFailure()) {
+    const bool done = changeRecords(d->vector(), [&](OGRLayer &target) {
+        return adds ? target.CreateFeature(d->edited.get()) : target.SetFeature(d->edited.get());
+    });
+    if (!done || errors.hasFailure()) {
         if (adds)
             d->edited->SetFID(OGRNullFID); // a number may have been given that is not taken
         return errors.fail(failure);
@@ -180,7 +200,7 @@ bool CTxRecordset::Update()
     d->edited.reset();
     d->editMode = EditMode::None;
     d->vector().contentChanged();
-    d->pin(id, false);
+    d->pinWritten(id);
     return true;
 }
 
@@ -199,8 +219,7 @@ bool CTxRecordset::Delete()
     if (id < 0)
         return TxGdal::fail(QStringLiteral("There is no current record to delete"));
     const TxGdal::ErrorCollector errors;
-    OGRLayer *layer = d->vector().layer();
-    if (!layer || layer->DeleteFeature(id) != OGRERR_NONE)
+    if (!changeRecords(d->vector(), [id](OGRLayer &target) { return target.DeleteFeature(id); }))
         return errors.fail(QStringLiteral("Cannot delete the record %1 of “%2”").arg(id).arg(d->dataset->GetName()));
     CancelUpdate();
     d->vector().contentChanged();

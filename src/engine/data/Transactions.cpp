@@ -1,3 +1,4 @@
+#include "engine/base/TxSqlite.h"
 #include "engine/data/DatasetVector.h"
 #include "engine/data/TxDataSource.h"
 #include "engine/data/TxVectorPrivate.h"
@@ -24,6 +25,10 @@ bool CTxDataSource::BeginTrans()
     const TxGdal::ErrorCollector errors;
     if (d->gdal->StartTransaction() != OGRERR_NONE)
         return errors.fail(QStringLiteral("Cannot open an edit transaction in “%1”").arg(d->alias));
+    if (d->isGeoPackage() && !TxSqlite::lockForWriting(*d->gdal)) {
+        d->gdal->RollbackTransaction();
+        return errors.fail(QStringLiteral("Cannot open an edit transaction in “%1”").arg(d->alias));
+    }
     d->transaction = true;
     return true;
 }
@@ -47,9 +52,12 @@ bool CTxDataSource::RollbackTrans()
         return TxGdal::fail(QStringLiteral("“%1” has no open edit transaction").arg(d->alias));
     const TxGdal::ErrorCollector errors;
     d->endRecordsets();
-    const bool done = d->gdal->RollbackTransaction() == OGRERR_NONE;
+    bool done = d->gdal->RollbackTransaction() == OGRERR_NONE;
     d->transaction = false;
     contentChanged(*d);
-    // A connection that cannot take the changes back is given up: the storage then forgets them by itself.
-    return done || d->reopen() || errors.fail(QStringLiteral("Cannot take back the changes of “%1”").arg(d->alias));
+    // The driver still believes in the extents that the records had, and a connection that could not take the changes
+    // back is given up: the storage then forgets them by itself.
+    if (d->isGeoPackage() || !done)
+        done = d->reopen();
+    return done || errors.fail(QStringLiteral("Cannot take back the changes of “%1”").arg(d->alias));
 }

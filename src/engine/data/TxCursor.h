@@ -2,6 +2,8 @@
 
 #include "engine/base/TxVariant.h"
 
+#include <QByteArray>
+
 #include <ogr_geometry.h>
 
 #include <memory>
@@ -13,6 +15,7 @@ struct TxRecord
     qint64 id = -1;
     std::vector<CTxVariant> values; ///< one for each field of the recordset
     std::unique_ptr<OGRGeometry> geometry;
+    QByteArray style; ///< how the source draws the record, in OGR's style language; empty where it does not say
 };
 
 /// A walk over the records that a query gives; how it is done depends on the storage. Cursors of the same dataset do
@@ -34,6 +37,8 @@ public:
     virtual void value(int index, CTxVariant &value) const = 0;
     /// A copy of the geometry, null when there is none.
     virtual std::unique_ptr<OGRGeometry> geometry() const = 0;
+    /// How the source draws the current record, in OGR's style language; empty where it does not say.
+    virtual QByteArray style() const { return QByteArray(); }
     /// Reads the record @p id apart from the walk, which stays where it is. With @p matching only if the query gives
     /// it. @return false when there is none.
     virtual bool fetch(qint64 id, bool matching, TxRecord &record) = 0;

@@ -39,8 +39,6 @@ std::optional<double> realOf(const CTxVariant &value)
 {
     if (isBytes(value) || value.GetType() == CTxVariant::Date)
         return std::nullopt;
-    if (value.GetType() == CTxVariant::Currency)
-        return static_cast<double>(value.toInt64()) / 10000.0;
     if (value.GetType() == CTxVariant::Boolean)
         return value.toBool() ? 1.0 : 0.0;
     double number = value.toDouble();
@@ -139,7 +137,8 @@ QString writeText(OGRFeature &feature, int index, const CTxFieldInfo &info, cons
         return QStringLiteral("holds a zero character");
     const QByteArray utf8 = text.toUtf8();
     const OGRFieldDefn &field = *feature.GetFieldDefnRef(index);
-    const qsizetype bound = info.GetSize() > 0 ? info.GetSize() : field.GetWidth();
+    const qsizetype noted = TxFieldDefinition::bound(info);
+    const qsizetype bound = noted > 0 ? noted : field.GetWidth();
     if (bound > 0 && text.size() > bound && text.toUcs4().size() > bound)
         return QStringLiteral("has more than %1 characters").arg(bound);
     feature.SetField(index, utf8.constData());

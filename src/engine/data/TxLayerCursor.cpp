@@ -65,6 +65,8 @@ public:
 
     std::unique_ptr<OGRGeometry> geometry() const override { return copiedGeometry(*m_feature); }
 
+    QByteArray style() const override { return m_feature->GetStyleString(); }
+
     bool fetch(qint64 id, bool matching, TxRecord &record) override
     {
         OGRLayer *layer = m_vector.layer();
@@ -81,6 +83,7 @@ public:
         for (const Field &field : m_fields)
             record.values.push_back(read(*feature, field));
         record.geometry = copiedGeometry(*feature);
+        record.style = feature->GetStyleString();
         return true;
     }
 

@@ -1,5 +1,6 @@
 #include "engine/data/TxQueryPlan.h"
 
+#include "engine/data/NativeSchema.h"
 #include "engine/data/TxFilterText.h"
 
 #include <ogrsf_frmts.h>
@@ -54,6 +55,7 @@ std::optional<TxQueryPlan> TxQueryPlan::make(TxVectorPrivate &vector, const CTxQ
     TxQueryPlan plan(vector, query);
     if (!plan.addJoins() || !plan.chooseFields() || !plan.readOrder())
         return std::nullopt;
+    plan.addTextFields();
     return plan;
 }
 
@@ -80,13 +82,16 @@ bool TxQueryPlan::addJoins()
     return true;
 }
 
+void TxQueryPlan::addField(size_t place)
+{
+    const Column &column = m_columns[place];
+    m_fieldColumns.push_back(place);
+    m_fields.push_back({column.info, column.source == 0 ? column.ogrIndex : foreign});
+}
+
 bool TxQueryPlan::chooseFields()
 {
-    const auto add = [this](size_t place) {
-        const Column &column = m_columns[place];
-        m_fieldColumns.push_back(place);
-        m_fields.push_back({column.info, column.source == 0 ? column.ogrIndex : foreign});
-    };
+    const auto add = [this](size_t place) { addField(place); };
     add(0); // TxID is always the first
     if ((m_query.options & CTxQueryDef::SkipAttributes) != 0)
         return true;
@@ -105,6 +110,18 @@ bool TxQueryPlan::chooseFields()
             add(*place);
     }
     return true;
+}
+
+void TxQueryPlan::addTextFields()
+{
+    m_visibleCount = m_fields.size();
+    if (!wantsGeometry())
+        return;
+    for (const char *name : {NativeSchema::text, NativeSchema::textAngle, NativeSchema::textHeight}) {
+        const std::optional<size_t> place = findColumn(QString::fromLatin1(name));
+        if (place && std::find(m_fieldColumns.begin(), m_fieldColumns.end(), *place) == m_fieldColumns.end())
+            addField(*place);
+    }
 }
 
 bool TxQueryPlan::readOrder()

@@ -21,8 +21,11 @@ public:
     /// not exist, or the condition is not closed (a quote without its partner).
     static std::optional<TxQueryPlan> make(TxVectorPrivate &vector, const CTxQueryDef &query);
 
-    /// The recordset's fields, TxID first.
+    /// The recordset's fields, TxID first; behind them those that a text's geometry is made of, where they were not
+    /// asked for.
     const std::vector<TxRecordsetField> &fields() const { return m_fields; }
+    /// How many of the fields were asked for.
+    size_t visibleCount() const { return m_visibleCount; }
     /// True when the datasets' own order and records are asked for: no join, no order.
     bool isPlain() const { return m_query.joins.isEmpty() && m_order.empty(); }
     bool wantsGeometry() const { return (m_query.options & CTxQueryDef::SkipGeometry) == 0; }
@@ -69,6 +72,8 @@ private:
     void addSource(TxVectorPrivate &vector, const QString &prefix);
     bool addJoins();
     bool chooseFields();
+    void addTextFields();
+    void addField(size_t place);
     bool readOrder();
     std::optional<size_t> findColumn(const QString &name) const;
     QString columnText(size_t column, const IdColumn &idColumn) const;
@@ -80,6 +85,7 @@ private:
     QHash<QString, size_t> m_byName;    // their places by case-folded name
     std::vector<size_t> m_fieldColumns; // the column of each of m_fields
     std::vector<TxRecordsetField> m_fields;
+    size_t m_visibleCount = 0;
     std::vector<OrderKey> m_order;
     QString m_leadingTable;
 };

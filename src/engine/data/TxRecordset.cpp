@@ -3,9 +3,9 @@
 #include "engine/data/NativeSchema.h"
 #include "engine/data/TxCursors.h"
 #include "engine/data/TxRecordsetPrivate.h"
-#include "engine/geometry/GeoPoint.h"
 #include "engine/geometry/GeoText.h"
 #include "engine/geometry/OgrGeometry.h"
+#include "engine/geometry/OgrText.h"
 
 #include <QSet>
 
@@ -22,7 +22,7 @@ CTxRecordset *CDatasetVector::Query(const CTxQueryDef &query)
     if (!plan)
         return nullptr;
     auto recordset = std::make_unique<TxRecordsetPrivate>(this, query);
-    recordset->setFields(plan->fields());
+    recordset->setFields(plan->fields(), plan->visibleCount());
     bool refused = false;
     recordset->cursor = TxCursors::makeSqlite(*d, *plan, refused);
     if (!recordset->cursor && !refused)
@@ -40,12 +40,22 @@ std::unique_ptr<CTxRecordset> TxRecordsetPrivate::wrap(std::unique_ptr<TxRecords
     return std::unique_ptr<CTxRecordset>(new CTxRecordset(std::move(priv)));
 }
 
-void TxRecordsetPrivate::setFields(const std::vector<TxRecordsetField> &list)
+void TxRecordsetPrivate::setFields(const std::vector<TxRecordsetField> &list, size_t visible)
 {
     fields = list;
+    visibleCount = visible;
     m_byName.clear();
-    for (size_t index = fields.size(); index-- > 0;)
+    for (size_t index = visible; index-- > 0;)
         m_byName.insert(fields[index].info.GetName().toCaseFolded(), static_cast<int>(index));
+    const auto place = [this](const char *name) {
+        const auto at = std::find_if(fields.begin(), fields.end(), [name](const TxRecordsetField &field) {
+            return field.info.GetName().compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
+        });
+        return at == fields.end() ? -1 : static_cast<int>(at - fields.begin());
+    };
+    m_textField = place(NativeSchema::text);
+    m_angleField = place(NativeSchema::textAngle);
+    m_heightField = place(NativeSchema::textHeight);
 }
 
 int TxRecordsetPrivate::findField(const QString &name) const
@@ -53,13 +63,70 @@ int TxRecordsetPrivate::findField(const QString &name) const
     return m_byName.value(name.toCaseFolded(), -1);
 }
 
-bool TxRecordsetPrivate::pin(qint64 id, bool matching)
+bool TxRecordsetPrivate::pin(qint64 id)
 {
     TxRecord record;
-    if (!cursor || !cursor->fetch(id, matching, record))
+    if (!cursor || !cursor->fetch(id, true, record))
         return false;
     pinned = std::move(record);
+    m_pinIsRead = true;
     return true;
+}
+
+void TxRecordsetPrivate::pinWritten(qint64 id)
+{
+    pinned = TxRecord();
+    pinned->id = id;
+    m_pinIsRead = false;
+}
+
+bool TxRecordsetPrivate::readPinned()
+{
+    if (m_pinIsRead)
+        return true;
+    TxRecord record;
+    if (!cursor || !cursor->fetch(pinned->id, false, record))
+        return false; // deleted by another since it was written
+    pinned = std::move(record);
+    m_pinIsRead = true;
+    return true;
+}
+
+bool TxRecordsetPrivate::value(size_t index, CTxVariant &value)
+{
+    if (!hasRecord() || index >= fields.size() || (pinned && !readPinned()))
+        return false;
+    if (pinned)
+        value = pinned->values[index];
+    else
+        cursor->value(static_cast<int>(index), value);
+    return true;
+}
+
+std::unique_ptr<CElemGeometry> TxRecordsetPrivate::geometry()
+{
+    if (!hasRecord() || (pinned && !readPinned()))
+        return nullptr;
+    std::unique_ptr<CElemGeometry> element =
+        OgrGeometry::fromOgr(pinned ? pinned->geometry.get() : cursor->geometry().get());
+    const bool isPoint =
+        element && (element->GetType() == CElemGeometry::Point || element->GetType() == CElemGeometry::Point3D);
+    if (!isPoint)
+        return element;
+    const auto &anchor = static_cast<const CGeoPoint &>(*element);
+    const auto numberAt = [this](int field) {
+        CTxVariant number;
+        return field >= 0 && value(static_cast<size_t>(field), number) ? number.toDouble() : 0.0;
+    };
+    CTxVariant said;
+    if (m_textField >= 0 && value(static_cast<size_t>(m_textField), said) && !said.IsNull()) {
+        auto text = std::make_unique<CGeoText>(anchor.GetPoint(), said.toText(), numberAt(m_angleField),
+                                               numberAt(m_heightField));
+        text->SetAnchor(anchor);
+        return text;
+    }
+    std::unique_ptr<CElemGeometry> drawn = OgrText::fromStyle(pinned ? pinned->style : cursor->style(), anchor);
+    return drawn ? std::move(drawn) : std::move(element);
 }
 
 void TxRecordsetPrivate::markGone()
@@ -125,8 +192,7 @@ bool CTxRecordset::MoveFirst()
 
 bool CTxRecordset::MoveNext()
 {
-    if (d->editMode != TxRecordsetPrivate::EditMode::None)
-        d->leaveRecord();
+    d->leaveRecord();
     if (!d->onRecord)
         return false;
     const TxGdal::ErrorCollector errors;
@@ -137,7 +203,7 @@ bool CTxRecordset::MoveNext()
 bool CTxRecordset::MoveToID(qint64 id)
 {
     const TxGdal::ErrorCollector errors;
-    if (!d->pin(id, true))
+    if (!d->pin(id))
         return false;
     d->dropChanges();
     return true;
@@ -156,7 +222,7 @@ qint64 CTxRecordset::GetID() const
 
 int CTxRecordset::GetFieldCount() const
 {
-    return static_cast<int>(d->fields.size());
+    return static_cast<int>(d->visibleCount);
 }
 
 bool CTxRecordset::GetFieldInfo(int index, CTxFieldInfo &info, int) const
@@ -174,13 +240,7 @@ int CTxRecordset::FindField(const QString &name) const
 
 bool CTxRecordset::GetFieldValue(int index, CTxVariant &value) const
 {
-    if (index < 0 || static_cast<size_t>(index) >= d->fields.size() || !d->hasRecord())
-        return false;
-    if (d->pinned)
-        value = d->pinned->values[static_cast<size_t>(index)];
-    else
-        d->cursor->value(index, value);
-    return true;
+    return index >= 0 && index < GetFieldCount() && d->value(static_cast<size_t>(index), value);
 }
 
 bool CTxRecordset::GetFieldValue(const QString &name, CTxVariant &value) const
@@ -188,41 +248,9 @@ bool CTxRecordset::GetFieldValue(const QString &name, CTxVariant &value) const
     return GetFieldValue(d->findField(name), value);
 }
 
-namespace {
-
-/// The text that stands at @p place, where the record keeps one beside its geometry and the query wants it; else
-/// @p place.
-std::unique_ptr<CElemGeometry> withText(const CTxRecordset &record, std::unique_ptr<CElemGeometry> place)
-{
-    const CElemDatasetInfo::Type kind = record.GetDataset()->GetType();
-    const bool holdsTexts =
-        kind == CElemDatasetInfo::Text || kind == CElemDatasetInfo::Text3D || kind == CElemDatasetInfo::CAD;
-    const auto *anchor = holdsTexts ? dynamic_cast<const CGeoPoint *>(place.get()) : nullptr;
-    CTxVariant text;
-    if (!anchor || !record.GetFieldValue(QString::fromLatin1(NativeSchema::text), text) || text.IsNull())
-        return place;
-    CTxVariant angle;
-    CTxVariant height;
-    record.GetFieldValue(QString::fromLatin1(NativeSchema::textAngle), angle);
-    record.GetFieldValue(QString::fromLatin1(NativeSchema::textHeight), height);
-    auto element = std::make_unique<CGeoText>(anchor->GetPoint(), text.toText(), angle.toDouble(), height.toDouble());
-    element->SetAnchor(*anchor);
-    return element;
-}
-
-} // namespace
-
 bool CTxRecordset::GetGeometry(CElemGeometry *&geometry) const
 {
-    geometry = nullptr;
-    if (!d->hasRecord())
-        return false;
     const TxGdal::ErrorCollector errors;
-    std::unique_ptr<CElemGeometry> element;
-    if (d->pinned)
-        element = OgrGeometry::fromOgr(d->pinned->geometry.get());
-    else
-        element = OgrGeometry::fromOgr(d->cursor->geometry().get());
-    geometry = withText(*this, std::move(element)).release();
+    geometry = d->geometry().release();
     return geometry != nullptr;
 }

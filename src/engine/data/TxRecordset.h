@@ -52,7 +52,7 @@ public:
     bool GetFieldValue(const QString &name, CTxVariant &value) const;
 
     /// The geometry of the current record. On success @p geometry points to a new object that the caller owns. A point
-    /// that the record keeps a text for becomes that text when the query wants the field "TxText".
+    /// that the record keeps a text for is that text, whatever fields the query wants.
     /// @return false, and null, at the end or when the record has none.
     bool GetGeometry(CElemGeometry *&geometry) const;
 

@@ -28,9 +28,16 @@ public:
     static std::unique_ptr<CTxRecordset> wrap(std::unique_ptr<TxRecordsetPrivate> priv);
 
     TxVectorPrivate &vector() const { return TxVectorPrivate::of(*dataset); }
-    /// Puts the record @p id in front of the walk (as it is stored now) until the next move: what MoveToID() does, and
-    /// what Update() does with the record it wrote. With @p matching only if the query gives it.
-    bool pin(qint64 id, bool matching);
+    /// Puts the record @p id in front of the walk (as it is stored now) until the next move, if the query gives it: what
+    /// MoveToID() does.
+    bool pin(qint64 id);
+    /// Puts the record @p id, which was just written, in front of the walk until the next move. It is read when somebody
+    /// asks for it, so that writing many records reads none.
+    void pinWritten(qint64 id);
+    /// Reads the field at @p index of the current record. @return false when there is no such record or field.
+    bool value(size_t index, CTxVariant &value);
+    /// The geometry of the current record; a text where the record says one. Null when there is none.
+    std::unique_ptr<CElemGeometry> geometry();
     /// Tells that the current record was deleted: there is none until the next move.
     void markGone();
     /// Ends the walk for good: the recordset stands at its end and cannot be moved. What close and rollback do.
@@ -54,13 +61,14 @@ public:
     qint64 currentId() const { return pinned ? pinned->id : hasRecord() ? cursor->id() : -1; }
     /// The index of the field called @p name (letter case ignored), -1 when there is none.
     int findField(const QString &name) const;
-    /// Gives the recordset its fields.
-    void setFields(const std::vector<TxRecordsetField> &list);
+    /// Gives the recordset its fields; those behind the first @p visible are not shown.
+    void setFields(const std::vector<TxRecordsetField> &list, size_t visible);
 
     CDatasetVector *const dataset;
     const CTxQueryDef query;
     const quint64 serial = ++lastSerial; ///< tells a recordset from one that stood at its address before
     std::vector<TxRecordsetField> fields; ///< made by setFields()
+    size_t visibleCount = 0;              ///< how many of the fields are shown
     std::unique_ptr<TxCursor> cursor;     ///< null after end()
     bool onRecord = false;                ///< the walk stands on a record
     bool gone = false;                    ///< the record that the walk stands on was deleted
@@ -73,7 +81,13 @@ public:
     /// @}
 
 private:
-    QHash<QString, int> m_byName; // indices of fields by case-folded name
-
     static inline quint64 lastSerial = 0;
+
+    bool readPinned();
+
+    QHash<QString, int> m_byName; // indices of shown fields by case-folded name
+    bool m_pinIsRead = false;     // pinned holds more than the identifier
+    int m_textField = -1;         // places of what a text says
+    int m_angleField = -1;
+    int m_heightField = -1;
 };

@@ -1,13 +1,20 @@
 #include "engine/data/TxSchemaChange.h"
 
+#include "engine/base/TxSqlite.h"
+
 #include <ogrsf_frmts.h>
 
 TxSchemaChange::TxSchemaChange(TxDataSourcePrivate &dataSource) : m_dataSource(dataSource)
 {
-    if (!dataSource.gdal->TestCapability(ODsCTransactions))
+    if (!dataSource.gdal->TestCapability(ODsCTransactions)) {
         m_state = State::Direct;
-    else if (dataSource.gdal->StartTransaction() == OGRERR_NONE)
+    } else if (dataSource.gdal->StartTransaction() == OGRERR_NONE) {
         m_state = State::Transaction;
+        if (dataSource.isGeoPackage() && !TxSqlite::lockForWriting(*dataSource.gdal)) {
+            dataSource.gdal->RollbackTransaction();
+            m_state = State::Failed;
+        }
+    }
 }
 
 TxSchemaChange::~TxSchemaChange()
@@ -19,9 +26,11 @@ TxSchemaChange::~TxSchemaChange()
     m_dataSource.reopen();
 }
 
-QString TxSchemaChange::refusal(const TxDataSourcePrivate &dataSource)
+QString TxSchemaChange::refusal(TxDataSourcePrivate &dataSource)
 {
-    if (dataSource.isReadOnly() || !dataSource.gdal)
+    if (!dataSource.gdal && !dataSource.reopen())
+        return QStringLiteral("The connection to “%1” is lost").arg(dataSource.alias);
+    if (dataSource.isReadOnly())
         return QStringLiteral("“%1” is read-only").arg(dataSource.alias);
     if (dataSource.transaction)
         return QStringLiteral("The structure of “%1” cannot be changed while an edit transaction is open")

@@ -16,7 +16,7 @@ public:
     TxSchemaChange &operator=(const TxSchemaChange &) = delete;
 
     /// Why the structure of the storage cannot be changed now; empty when it can.
-    static QString refusal(const TxDataSourcePrivate &dataSource);
+    static QString refusal(TxDataSourcePrivate &dataSource);
 
     /// True when the change can go on.
     bool isOpen() const { return m_state != State::Failed; }

@@ -127,6 +127,7 @@ private:
         if (column.isEmpty())
             return;
         if (layer.TestCapability(OLCFastSpatialFilter)) {
+            layer.SyncToDisk(); // the driver holds new entries of the index back
             const QString index = TxGdal::quoteIdentifier(QStringLiteral("rtree_") + table + u'_' + column);
             const bool indexFirst =
                 (m_plan.query().options & CTxQueryDef::AnyOrder) && m_plan.isPlain() && m_plan.query().filter.isEmpty();

@@ -9,6 +9,8 @@
 OGRLayer *TxVectorPrivate::layer()
 {
     TxDataSourcePrivate &owner = dataSource();
+    if (!owner.gdal) // it could not be opened again when that was needed; perhaps it can now
+        owner.reopen();
     if (m_generation != owner.generation) {
         m_generation = owner.generation;
         m_layer = owner.layer(source);

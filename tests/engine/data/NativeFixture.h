@@ -8,6 +8,7 @@
 #include "engine/data/TxRecordset.h"
 #include "engine/geometry/ElemGeometry.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -97,6 +98,8 @@ protected:
 
     static std::string lastError() { return TxGetErrorMsgObj().GetErrorMessage().toStdString(); }
 
-    QTemporaryDir m_folder;
+    /// In memory where the system has such a place: waiting for a disk a thousand times proves nothing.
+    QTemporaryDir m_folder{
+        QFileInfo(QStringLiteral("/dev/shm")).isWritable() ? QStringLiteral("/dev/shm/terravox-XXXXXX") : QString()};
     CTxDataSources sources;
 };

@@ -1,0 +1,194 @@
+#include "NativeFixture.h"
+
+#include "engine/base/TxErrorMsg.h"
+#include "engine/geometry/GeoPoint.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <csignal>
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+class Transaction : public NativeFixture
+{
+protected:
+    /// Adds @p count points from (@p from, 0) to the right. @return false at the first that fails.
+    static bool addPoints(CDatasetVector *dataset, int from, int count)
+    {
+        const RecordsetPtr records = query(dataset);
+        for (int i = from; i < from + count; ++i) {
+            const CGeoPoint place(i, 0);
+            if (!records->AddNew() || !records->SetFieldValue(QStringLiteral("Size"), CTxVariant(i)) ||
+                !records->SetGeometry(&place) || !records->Update())
+                return false;
+        }
+        return true;
+    }
+
+    /// How many records lie within @p bounds.
+    static qint64 countWithin(CDatasetVector *dataset, const CRect2D &bounds)
+    {
+        CTxQueryDef def;
+        def.bounds = bounds;
+        const RecordsetPtr records(dataset->Query(def));
+        return records ? records->GetRecordCount() : -1;
+    }
+};
+
+TEST_F(Transaction, KnowsItsState)
+{
+    CTxDataSource *source = create();
+    EXPECT_FALSE(source->IsTransStarted());
+    EXPECT_FALSE(source->CommitTrans());
+    EXPECT_FALSE(source->RollbackTrans());
+    ASSERT_TRUE(source->BeginTrans()) << lastError();
+    EXPECT_TRUE(source->IsTransStarted());
+    EXPECT_FALSE(source->BeginTrans());
+    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("Towns")))) << "structure changes on its own";
+    ASSERT_TRUE(source->CommitTrans()) << lastError();
+    EXPECT_FALSE(source->IsTransStarted());
+    EXPECT_TRUE(source->CreateDataset(definition(QStringLiteral("Towns")))) << lastError();
+}
+
+TEST_F(Transaction, RollbackTakesEverythingBack)
+{
+    CTxDataSource *source = create();
+    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    ASSERT_TRUE(addPoints(towns, 1, 3)) << lastError();
+    ASSERT_TRUE(source->BeginTrans());
+    RecordsetPtr records = query(towns);
+    ASSERT_TRUE(records->Edit() && records->SetFieldValue(QStringLiteral("Size"), CTxVariant(77)) && records->Update());
+    ASSERT_TRUE(records->MoveNext() && records->Delete()) << lastError();
+    ASSERT_TRUE(addPoints(towns, 50, 10)) << lastError();
+    EXPECT_EQ(towns->GetRecordCount(), 12);
+    EXPECT_EQ(towns->GetBounds().right, 59);
+    EXPECT_EQ(countWithin(towns, CRect2D(40, -1, 60, 1)), 10);
+    ASSERT_TRUE(records->MoveFirst());
+    ASSERT_TRUE(source->RollbackTrans()) << lastError();
+
+    EXPECT_TRUE(records->IsEOF()) << "open recordsets stand at their end";
+    EXPECT_FALSE(records->MoveFirst());
+    EXPECT_FALSE(records->AddNew() && records->Update());
+    EXPECT_EQ(towns->GetRecordCount(), 3);
+    EXPECT_EQ(towns->GetBounds(), CRect2D(1, 0, 3, 0));
+    EXPECT_EQ(countWithin(towns, CRect2D(40, -1, 60, 1)), 0);
+    records = query(towns);
+    EXPECT_EQ(textOf(*records, "Size").toStdString(), "1");
+    ASSERT_TRUE(addPoints(towns, 4, 1)) << "work goes on: " << lastError();
+    records.reset();
+    EXPECT_EQ(vector(reopen(), QStringLiteral("Towns"))->GetRecordCount(), 4);
+}
+
+TEST_F(Transaction, CommitLastsAndClosingTakesTheRestBack)
+{
+    CTxDataSource *source = create();
+    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    ASSERT_TRUE(source->BeginTrans() && addPoints(towns, 1, 100) && source->CommitTrans()) << lastError();
+    ASSERT_TRUE(source->BeginTrans() && addPoints(towns, 1000, 100));
+    towns = vector(reopen(), QStringLiteral("Towns"));
+    EXPECT_EQ(towns->GetRecordCount(), 100);
+    EXPECT_EQ(towns->GetBounds(), CRect2D(1, 0, 100, 0));
+}
+
+TEST_F(Transaction, SeesTheSpatialIndexKeepUp)
+{
+    CTxDataSource *source = create();
+    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    ASSERT_TRUE(source->BeginTrans() && addPoints(towns, 0, 20000)) << lastError();
+    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 100) << "within the transaction";
+    RecordsetPtr records = query(towns, QStringLiteral("Size = 150"));
+    const CGeoPoint away(150, 50);
+    ASSERT_TRUE(records->Edit() && records->SetGeometry(&away) && records->Update()) << lastError();
+    records = query(towns, QStringLiteral("Size = 151"));
+    ASSERT_TRUE(records->Delete()) << lastError();
+    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 98);
+    EXPECT_EQ(countWithin(towns, CRect2D(149, 49, 151, 51)), 1);
+    records.reset();
+    ASSERT_TRUE(source->CommitTrans()) << lastError();
+    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 98);
+    ASSERT_TRUE(addPoints(towns, 110, 5)) << lastError();
+    towns = vector(reopen(), QStringLiteral("Towns"));
+    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 103);
+
+    sqlite3 *database = nullptr;
+    ASSERT_EQ(sqlite3_open(path(QStringLiteral("new.tdb")).toUtf8().constData(), &database), SQLITE_OK);
+    sqlite3_stmt *check = nullptr;
+    ASSERT_EQ(sqlite3_prepare_v2(database, "SELECT rtreecheck('rtree_Towns_TxGeometry')", -1, &check, nullptr),
+              SQLITE_OK);
+    ASSERT_EQ(sqlite3_step(check), SQLITE_ROW);
+    EXPECT_STREQ(reinterpret_cast<const char *>(sqlite3_column_text(check, 0)), "ok");
+    sqlite3_finalize(check);
+    sqlite3_close(database);
+}
+
+/// Another process writes and is killed in the middle; what it had committed is there, and nothing else.
+TEST_F(Transaction, KilledWriterLosesNothingThatWasCommitted)
+{
+    makeVector(create(), QStringLiteral("Towns"));
+    sources.CloseAll();
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        CTxDataSource *source = sources.Open(path(QStringLiteral("new.tdb")), QStringLiteral("db"));
+        auto *towns = source ? dynamic_cast<CDatasetVector *>(source->GetDataset(QStringLiteral("Towns"))) : nullptr;
+        const bool done = towns && towns->Open() && source->BeginTrans() && addPoints(towns, 0, 5000) &&
+                          source->CommitTrans() && addPoints(towns, 5000, 3) && source->BeginTrans() &&
+                          addPoints(towns, 10000, 50000);
+        const char word = done ? 'y' : 'n';
+        (void)!write(ready[1], &word, 1);
+        for (;;)
+            pause();
+    }
+    char word = 'n';
+    ASSERT_EQ(read(ready[0], &word, 1), 1);
+    EXPECT_EQ(word, 'y');
+    kill(child, SIGKILL);
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    close(ready[0]);
+    close(ready[1]);
+
+    CTxDataSource *source = sources.Open(path(QStringLiteral("new.tdb")), QStringLiteral("db"));
+    ASSERT_TRUE(source) << lastError();
+    CDatasetVector *towns = vector(source, QStringLiteral("Towns"));
+    EXPECT_EQ(towns->GetRecordCount(), 5003);
+    EXPECT_EQ(towns->GetBounds(), CRect2D(0, 0, 5002, 0));
+    EXPECT_EQ(countWithin(towns, CRect2D(4990, -1, 20000, 1)), 13);
+    ASSERT_TRUE(addPoints(towns, 1, 1)) << lastError();
+}
+
+TEST_F(Transaction, LockOfAnotherIsToldAndSurvived)
+{
+    CTxDataSource *source = create();
+    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    ASSERT_TRUE(addPoints(towns, 1, 1));
+    sqlite3 *other = nullptr;
+    ASSERT_EQ(sqlite3_open(source->GetPath().toUtf8().constData(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    QElapsedTimer timer;
+    timer.start();
+    RecordsetPtr records(towns->Query(CTxQueryDef()));
+    const bool changed = records && records->AddNew() && records->Update();
+    EXPECT_FALSE(changed);
+    EXPECT_NE(lastError().find("locked"), std::string::npos) << lastError();
+    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("More"))));
+    EXPECT_FALSE(source->DeleteDataset(QStringLiteral("Towns")));
+    EXPECT_FALSE(source->BeginTrans());
+    EXPECT_LT(timer.elapsed(), 20000);
+    records.reset();
+    ASSERT_EQ(sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(other);
+
+    ASSERT_TRUE(source->GetDataset(QStringLiteral("Towns")));
+    towns = vector(source, QStringLiteral("Towns"));
+    EXPECT_TRUE(addPoints(towns, 2, 1)) << lastError();
+    EXPECT_EQ(towns->GetRecordCount(), 2);
+}
+
+} // namespace
