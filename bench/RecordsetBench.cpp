@@ -65,7 +65,8 @@ QString pointsFile(Format format, int count)
         feature.SetField(4, "some text of a record");
         OGRPoint point(i % 1000, i / 1000);
         feature.SetGeometry(&point);
-        layer->CreateFeature(&feature);
+        if (layer->CreateFeature(&feature) != OGRERR_NONE)
+            return QString();
     }
     file->CommitTransaction();
     return path;
