@@ -118,8 +118,8 @@ MapWindow *DocumentArea::showMap(const QString &name)
     });
     connect(view->canvas(), &CTxMapWnd::datasetsOpened, this, &DocumentArea::datasetsOpened);
     connect(view->canvas(), &CTxMapWnd::viewChanged, this, &DocumentArea::viewChanged);
-    addTab(view, mapIcon(), name, tr("Map %1").arg(name));
     view->setMap(map);
+    addTab(view, mapIcon(), name, tr("Map %1").arg(name));
     view->setFocus();
     return view;
 }
@@ -267,7 +267,8 @@ void DocumentArea::renameMap(const QString &, const QString &newName)
 
 void DocumentArea::addTab(QWidget *window, const QIcon &icon, const QString &title, const QString &toolTip)
 {
-    QString text = title;
+    constexpr int longestTitle = 40;
+    QString text = title.size() > longestTitle ? title.left(longestTitle) + QStringLiteral("…") : title;
     m_tabs->setCurrentIndex(m_tabs->addTab(window, icon, text.replace(QLatin1Char('&'), QLatin1String("&&"))));
     m_tabs->setTabToolTip(m_tabs->currentIndex(), toolTip);
     updatePage();

@@ -80,20 +80,28 @@ void GalleryData::populate(MainWindow &window)
 {
     CTxWorkspace &workspace = window.document().workspace();
     DocumentArea &area = window.documentArea();
+    const CTxDataSources &sources = workspace.GetDataSources();
     CDatasetVector *table = nullptr;
-    for (int s = 0; s < workspace.GetDataSources().GetCount(); ++s) {
-        CTxDataSource *source = workspace.GetDataSources().GetAt(s);
-        for (qint32 i = 0; i < source->GetDatasetCount(); ++i) {
-            CTxDataset *dataset = source->GetDatasetAt(i);
-            if (workspace.GetMaps().GetCount() == 0 || (area.currentMap() && s > 0 && area.maps().size() == 1))
+    const bool hasMaps = workspace.GetMaps().GetCount() > 0;
+    for (int s = 0; s < sources.GetCount(); ++s) {
+        for (qint32 i = 0; i < sources.GetAt(s)->GetDatasetCount(); ++i) {
+            CTxDataset *dataset = sources.GetAt(s)->GetDatasetAt(i);
+            if (!hasMaps)
                 area.addToMap(dataset);
-            if (dataset->IsVector() && (!table || dataset->GetType() == CElemDatasetInfo::Point))
+            if (!table && dataset->GetType() == CElemDatasetInfo::Point)
                 table = static_cast<CDatasetVector *>(dataset);
         }
     }
-    area.showTable(table);
-    if (workspace.GetMaps().GetCount() > 0)
+    if (hasMaps)
         area.showMap(workspace.GetMaps().GetAt(0)->GetName());
+    area.showTable(table);
+    area.step(-1);
+    if (sources.GetCount() > 0) {
+        QTreeWidgetItem *first = window.workspacePane().tree()->FindHTreeItem(sources.GetAt(0)->GetAlias(), QString(),
+                                                                              CTdOleDataNode::ItemDataSource, 0);
+        first->setExpanded(true);
+        window.workspacePane().tree()->scrollToTop();
+    }
     for (MapWindow *view : area.maps())
         view->canvas()->FinishDrawing();
 }

@@ -12,6 +12,7 @@
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QLocale>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -111,18 +112,33 @@ void PropertiesDialog::build(const QString &name)
 
 void PropertiesDialog::addRow(const QString &caption, const QString &value)
 {
-    auto *label = new QLabel(value);
-    label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    label->setWordWrap(true);
-    label->setObjectName(caption);
-    m_form->addRow(tr("%1:").arg(caption), label);
+    QWidget *field = nullptr;
+    if (value.contains(QLatin1Char('\n'))) {
+        auto *label = new QLabel(value);
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        field = label;
+    } else {
+        // A long path can be scrolled and copied where a label would be cut.
+        auto *line = new QLineEdit(value);
+        line->setReadOnly(true);
+        line->setFrame(false);
+        line->setCursorPosition(0);
+        line->setTextMargins(-2, 0, 0, 0);
+        QPalette palette = line->palette();
+        palette.setColor(QPalette::Base, Qt::transparent);
+        line->setPalette(palette);
+        field = line;
+    }
+    field->setObjectName(caption);
+    field->setAccessibleName(caption);
+    m_form->addRow(tr("%1:").arg(caption), field);
 }
 
 QString PropertiesDialog::value(const QString &caption) const
 {
-    const auto *label = findChild<QLabel *>(caption);
-    return label ? label->text() : QString();
+    const auto *field = findChild<QWidget *>(caption);
+    return field ? field->property("text").toString() : QString();
 }
 
 QTreeWidget *PropertiesDialog::addList(const QString &title, const QStringList &columns)
@@ -164,7 +180,9 @@ void PropertiesDialog::addFields(const CDatasetVector &dataset)
         items << item;
     }
     m_fields->addTopLevelItems(items);
-    m_fields->setColumnWidth(0, 160);
+    m_fields->setColumnWidth(0, 170);
+    m_fields->setColumnWidth(1, 100);
+    m_fields->setColumnWidth(2, 60);
 }
 
 void PropertiesDialog::addDatasets(const CTxDataSource &dataSource)

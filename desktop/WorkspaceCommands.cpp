@@ -146,7 +146,10 @@ void WorkspaceCommands::activate(const CTdOleDataNode &node)
         m_area.showMap(node.entries.first().itemName);
         return;
     }
-    m_area.addToMap(find(node.entries.first()));
+    if (node.itemType == CTdOleDataNode::ItemLayout || node.itemType == CTdOleDataNode::ItemScene)
+        Q_EMIT m_document.told(tr("“%1” cannot be shown: this desktop draws maps only.").arg(node.name));
+    else
+        m_area.addToMap(find(node.entries.first()));
 }
 
 void WorkspaceCommands::addToMap(const CTdOleDataNode &node, MapWindow *view)

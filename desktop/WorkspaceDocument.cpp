@@ -3,6 +3,7 @@
 #include "Prompts.h"
 #include "engine/base/TxErrorMsg.h"
 #include "engine/data/TxDataSourceStorage.h"
+#include "workspace/WaitCursor.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -22,6 +23,14 @@ bool isWorkspaceFile(const QString &path)
 QString shown(const QString &path)
 {
     return QDir::toNativeSeparators(path);
+}
+
+/// The answer of @p work, which runs under a wait cursor.
+template<class Work>
+auto waiting(Work &&work)
+{
+    const WaitCursor wait;
+    return work();
 }
 
 /// Why the engine refused.
@@ -85,7 +94,7 @@ bool WorkspaceDocument::openWorkspace(const QString &path)
         return false;
     // Read beside the old one, so that a file that turns out to be no workspace costs nothing.
     auto workspace = std::make_unique<CTxWorkspace>();
-    if (!workspace->Open(path)) {
+    if (!waiting([&] { return workspace->Open(path); })) {
         Q_EMIT failed(tr("%1 could not be opened.").arg(shown(path)), lastError());
         return false;
     }
@@ -96,6 +105,7 @@ bool WorkspaceDocument::openWorkspace(const QString &path)
         if (source.options & CTxDataSource::Exclusive)
             m_workspace->RetryMissingDataSource(source.alias);
     Q_EMIT used(path);
+    Q_EMIT told(tr("Opened the workspace %1.").arg(QFileInfo(path).fileName()));
     tellMissing();
     return true;
 }
@@ -114,6 +124,8 @@ void WorkspaceDocument::tellMissing()
 {
     for (const TxMissingDataSource &source : m_workspace->GetMissingDataSources())
         Q_EMIT told(tr("Missing datasource %1 (%2): %3").arg(source.alias, shown(source.path), source.reason));
+    if (!m_workspace->GetMissingDataSources().isEmpty())
+        Q_EMIT told(tr("The command Missing Datasources of the File menu locates or removes them."));
     Q_EMIT missingChanged();
 }
 
@@ -162,7 +174,7 @@ int WorkspaceDocument::openFiles(const QStringList &paths)
 
 CTxDataSource *WorkspaceDocument::openDataSource(const QString &path)
 {
-    CTxDataSource *source = m_workspace->GetDataSources().Open(path);
+    CTxDataSource *source = waiting([&] { return m_workspace->GetDataSources().Open(path); });
     if (!source) {
         Q_EMIT failed(tr("%1 could not be opened.").arg(shown(path)), lastError());
         return nullptr;

@@ -6,6 +6,7 @@
 #include "workspace/WorkspaceBarTree.h"
 #include "workspace/WorkspaceTreeFilterBox.h"
 
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace {
@@ -33,10 +34,13 @@ WorkspacePane::WorkspacePane(WorkspaceDocument &document, CTdProfileFile &profil
     m_tree->setExpandsOnDoubleClick(false); // a double click opens what can be opened
     m_filter->SetTree(m_tree);
 
+    auto *filterPlace = new QHBoxLayout;
+    filterPlace->setContentsMargins(4, 4, 4, 4);
+    filterPlace->addWidget(m_filter);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_filter);
+    layout->addLayout(filterPlace);
     layout->addWidget(m_tree, 1);
     setFocusProxy(m_tree);
     setTabOrder(m_filter, m_tree);

@@ -5,6 +5,7 @@
 #include "MapWindow.h"
 #include "MissingDialog.h"
 #include "OutputPane.h"
+#include "PropertiesDialog.h"
 #include "WorkspacePane.h"
 #include "basic/TdOleDataNode.h"
 #include "engine/map/TxMapWnd.h"
@@ -202,6 +203,36 @@ TEST_F(Window, LayersAreHiddenAndRemovedInTheLayerPane)
     QTest::keyClick(list, Qt::Key_Delete);
     EXPECT_EQ(view->map()->GetLayers().GetCount(), 0);
     EXPECT_EQ(list->count(), 0);
+}
+
+TEST_F(Window, AMapThatIsOpenedBringsItsLayersAlong)
+{
+    openTowns();
+    CTxMap *map = window->document().addMap(QStringLiteral("Stored"));
+    map->GetLayers().Add(
+        std::make_unique<CTxLayer>(&workspace().GetDataSources(), QStringLiteral("towns"), QStringLiteral("towns")));
+    EXPECT_EQ(window->layerPane().list()->count(), 0);
+    window->documentArea().showMap(QStringLiteral("Stored"));
+    EXPECT_EQ(window->layerPane().list()->count(), 1);
+    EXPECT_NE(vector(workspace(), QStringLiteral("towns")), nullptr);
+    window->documentArea().currentMap()->canvas()->FinishDrawing();
+    EXPECT_TRUE(vector(workspace(), QStringLiteral("towns"))->IsOpen()) << "drawing opens what it draws";
+    QTreeWidgetItem *dataset = item(QStringLiteral("towns"), QStringLiteral("towns"), CTdOleDataNode::ItemDataset);
+    const CTdWkspImageList &images = tree()->GetWkspImageList();
+    EXPECT_EQ(CWorkspaceBarTree::GetItemImage(dataset), images.GetImageIndex(CElemDatasetInfo::Point, 1));
+}
+
+TEST_F(Window, PropertiesTellWhatIsKnown)
+{
+    openTowns();
+    const CDatasetVector *dataset = vector(workspace(), QStringLiteral("towns"));
+    const PropertiesDialog properties(*dataset);
+    EXPECT_EQ(properties.value(QStringLiteral("Kind")), "Point");
+    EXPECT_EQ(properties.value(QStringLiteral("Records")), "3");
+    EXPECT_TRUE(properties.value(QStringLiteral("Coordinate system")).contains(QStringLiteral("WGS 84")));
+    EXPECT_TRUE(properties.value(QStringLiteral("Bounds")).contains(QStringLiteral("top 54.05")));
+    EXPECT_EQ(properties.fields()->topLevelItemCount(), dataset->GetFieldCount());
+    EXPECT_EQ(PropertiesDialog(*dataset->GetDataSource()).value(QStringLiteral("Datasets")), "1");
 }
 
 TEST_F(Window, AsksBeforeItClosesWithChanges)

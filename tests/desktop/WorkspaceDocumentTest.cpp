@@ -2,6 +2,8 @@
 
 #include <QSignalSpy>
 
+#include <algorithm>
+
 namespace {
 
 class Document : public DesktopFixture
@@ -107,7 +109,10 @@ TEST_F(Document, AMissingDatasourceStaysUntilItIsFoundOrRemoved)
     QSignalSpy told(&document, &WorkspaceDocument::told);
     ASSERT_TRUE(document.openWorkspace(path));
     ASSERT_EQ(document.workspace().GetMissingDataSources().size(), 2);
-    EXPECT_EQ(told.count(), 2);
+    const auto lines = std::count_if(told.cbegin(), told.cend(), [](const QList<QVariant> &line) {
+        return line.first().toString().startsWith(QStringLiteral("Missing datasource"));
+    });
+    EXPECT_EQ(lines, 2);
 
     EXPECT_FALSE(document.locateMissing(QStringLiteral("towns"), QString()));
     EXPECT_TRUE(document.locateMissing(QStringLiteral("towns"), folder.filePath(QStringLiteral("moved.geojson"))));
