@@ -12,6 +12,7 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QMap>
 #include <QTemporaryDir>
 
 #include <set>
@@ -167,6 +168,26 @@ TEST_F(SamplesTest, TextsHeightsMeasuresAndSurfacesSurvive)
     const auto surface = first("Surface");
     ASSERT_TRUE(surface && surface->GetType() == CElemGeometry::Region3D);
     EXPECT_EQ(static_cast<const CGeoRegion &>(*surface).GetPartCount(), 1620);
+}
+
+TEST_F(SamplesTest, DrawingsGiveTheirTexts)
+{
+    CTxDataSource *drawing = m_workspace.GetDataSources().find(QStringLiteral("GulfIslands"));
+    auto *entities = drawing ? dynamic_cast<CDatasetVector *>(drawing->GetDatasetAt(0)) : nullptr;
+    ASSERT_TRUE(entities && entities->Open());
+    CTxRecordset *records = entities->Query(CTxQueryDef());
+    ASSERT_NE(records, nullptr);
+    QMap<QString, std::pair<double, double>> texts; // height and angle
+    for (; !records->IsEOF(); records->MoveNext()) {
+        CElemGeometry *geometry = nullptr;
+        ASSERT_TRUE(records->GetGeometry(geometry));
+        const std::unique_ptr<CElemGeometry> owned(geometry);
+        if (const auto *text = dynamic_cast<const CGeoText *>(geometry))
+            texts.insert(text->GetText(), {text->GetHeight(), text->GetAngle()});
+    }
+    EXPECT_TRUE(entities->ReleaseRecordset(records));
+    EXPECT_EQ(texts.value(QStringLiteral("GULF ISLANDS")), std::make_pair(1400.0, 0.0));
+    EXPECT_EQ(texts.value(QStringLiteral("48°48'N")), std::make_pair(750.0, 90.0));
 }
 
 TEST(SampleFiles, StaySmallAndEachHasAnOrigin)

@@ -2,6 +2,20 @@
 
 #include <ogr_featurestyle.h>
 
+namespace {
+
+/// The size of @p label in map units; 0 for a size on paper, which unlike one on the ground grows with the scale.
+double groundSize(OGRStyleLabel &label)
+{
+    GBool isDefault = FALSE;
+    label.SetUnit(OGRSTUGround, 1.0);
+    const double size = label.Size(isDefault);
+    label.SetUnit(OGRSTUGround, 2.0);
+    return isDefault || size != label.Size(isDefault) ? 0.0 : size;
+}
+
+} // namespace
+
 std::unique_ptr<CElemGeometry> OgrText::fromStyle(const QByteArray &style, const CGeoPoint &anchor)
 {
     if (!style.contains("LABEL("))
@@ -14,7 +28,6 @@ std::unique_ptr<CElemGeometry> OgrText::fromStyle(const QByteArray &style, const
         if (!tool || tool->GetType() != OGRSTCLabel)
             continue;
         auto &label = static_cast<OGRStyleLabel &>(*tool);
-        label.SetUnit(OGRSTUGround);
         GBool isDefault = FALSE;
         const char *said = label.TextString(isDefault);
         if (isDefault || !said)
@@ -24,9 +37,7 @@ std::unique_ptr<CElemGeometry> OgrText::fromStyle(const QByteArray &style, const
         const double angle = label.Angle(isDefault);
         if (!isDefault)
             text->SetAngle(angle);
-        const double height = label.Size(isDefault);
-        if (!isDefault && label.GetUnit() == OGRSTUGround)
-            text->SetHeight(height);
+        text->SetHeight(groundSize(label));
         return text;
     }
     return nullptr;
