@@ -15,7 +15,7 @@ namespace {
 Q_LOGGING_CATEGORY(lcProfile, "terravox.profile")
 
 /// A profile is a few kilobytes; a file beyond this size is something else and is not read.
-constexpr qint64 largestFile = 16 * 1024 * 1024;
+constexpr qint64 largestFile = qint64(16) * 1024 * 1024;
 
 /// The keys of one branch of the workspace tree in the section "WorkspaceTree". Do not change: users' files hold them.
 struct TreeItemRow

@@ -6,7 +6,6 @@
 #include <QTranslator>
 
 #include <algorithm>
-#include <ranges>
 
 namespace {
 
@@ -26,7 +25,7 @@ Translators load(const QString &language, const std::vector<CTdModule::Resources
     // An unknown language gives the C locale, for which a system-wide file must not be taken.
     if (locale.language() == QLocale::C)
         return translators;
-    for (const CTdModule::Resources &module : chain | std::views::reverse) {
+    for (const CTdModule::Resources &module : chain) {
         auto translator = std::make_unique<QTranslator>();
         if (translator->load(locale, module.name, QStringLiteral("_"), module.root + QStringLiteral("/translations")))
             translators.push_back(std::move(translator));
@@ -37,7 +36,8 @@ Translators load(const QString &language, const std::vector<CTdModule::Resources
     auto qtTexts = std::make_unique<QTranslator>();
     if (qtTexts->load(locale, QStringLiteral("qtbase"), QStringLiteral("_"),
                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        translators.insert(translators.begin(), std::move(qtTexts));
+        translators.push_back(std::move(qtTexts));
+    std::ranges::reverse(translators); // the translator that is installed last is asked first
     return translators;
 }
 

@@ -102,7 +102,7 @@ QString CTdModule::LoadString(quint32 id)
 QString CTdModule::FindResource(const QString &path)
 {
     for (const Resources &module : state().chain) {
-        const QString file = module.root + u'/' + path;
+        QString file = module.root + u'/' + path;
         if (QFile::exists(file))
             return file;
     }
