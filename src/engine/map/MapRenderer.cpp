@@ -14,13 +14,11 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
 constexpr int recordsBetweenLooks = 8; // at the clock
-constexpr std::array textFields = {"TxText", "TxTextAngle", "TxTextHeight"};
-constexpr double room = 64.0; // pixels beyond the window from which symbols and texts may reach in
+constexpr double room = 64.0;          // pixels beyond the window from which symbols and texts may reach in
 
 /// The interval of heights of @p geometry, as left and right of a rectangle; void without heights.
 CRect2D heightsOf(const CElemGeometry &geometry)
@@ -48,13 +46,13 @@ bool isPoint(CElemDatasetInfo::Type kind)
 MapRenderer::~MapRenderer()
 {
     stop();
-    closeOpened(true);
+    m_opened.closeOthers(m_map.get(), {});
 }
 
 void MapRenderer::setMap(CTxMap *map)
 {
     stop();
-    closeOpened(true);
+    m_opened.closeOthers(m_map.get(), {});
     m_released.clear();
     m_surfaces.clear();
     m_map = TxMapHandle(map);
@@ -168,15 +166,10 @@ void MapRenderer::beginTask()
         endTask();
         return;
     }
-    if (!m_dataset->IsOpen()) {
-        if (!m_dataset->Open()) {
-            fail(TxGetErrorMsgObj().GetErrorMessage());
-            endTask();
-            return;
-        }
-        m_opened.append(
-            {task.layer->GetDataSources(), task.layer->GetDataSourceAlias(), m_dataset->GetName(), m_dataset});
-        m_hasOpened = true;
+    if (!m_opened.open(*m_dataset, *task.layer)) {
+        fail(TxGetErrorMsgObj().GetErrorMessage());
+        endTask();
+        return;
     }
     CTxPJCoordSys own;
     CTxPJCoordSys map;
@@ -221,16 +214,10 @@ bool MapRenderer::query(CDatasetVector &dataset, bool everything)
     CTxQueryDef definition;
     definition.options = CTxQueryDef::SkipAttributes | CTxQueryDef::AnyOrder;
     const bool hasLabels = !everything && !task.nodes && dataset.FindField(task.style.labelField) >= 0;
-    if (hasLabels)
-        definition.fields.append(task.style.labelField);
-    if (!everything) {
-        for (const char *name : textFields) { // geometries become texts with them
-            if (dataset.FindField(QString::fromLatin1(name)) >= 0)
-                definition.fields.append(QString::fromLatin1(name));
-        }
-    }
-    if (!definition.fields.isEmpty())
+    if (hasLabels) {
         definition.options = CTxQueryDef::AnyOrder;
+        definition.fields = {task.style.labelField};
+    }
     if (!everything) {
         definition.bounds = m_settings.view.bounds();
         definition.bounds.InflateRect(room * m_settings.view.scale(), room * m_settings.view.scale());
@@ -365,45 +352,27 @@ void MapRenderer::release(const CTxDataset *dataset)
         endTask();
     m_released.insert(dataset);
     m_surfaces.remove(dataset);
-    const auto at = std::find_if(m_opened.cbegin(), m_opened.cend(),
-                                 [dataset](const Opened &opened) { return opened.dataset == dataset; });
-    if (at != m_opened.cend()) {
-        close(*at);
-        m_opened.erase(at);
-    }
+    m_opened.close(map, dataset);
 }
 
 void MapRenderer::refresh()
 {
     m_released.clear();
     m_surfaces.clear();
-    closeOpened(false);
+    closeUnused();
 }
 
-void MapRenderer::closeOpened(bool all)
+void MapRenderer::closeUnused()
 {
     QSet<const CTxDataset *> shown;
     const CTxMap *map = m_map.get();
-    for (int i = 0; map && !all && i < map->GetLayers().GetCount(); ++i) {
+    for (int i = 0; map && i < map->GetLayers().GetCount(); ++i) {
         const CTxDataset *dataset = map->GetLayers().GetLayerAt(i)->GetDataset();
         shown.insert(dataset);
         if (dataset)
             shown.insert(dataset->GetChildDataset());
     }
-    m_opened.removeIf([&](const Opened &opened) { return !shown.contains(opened.dataset) && (close(opened), true); });
-}
-
-bool MapRenderer::close(const Opened &opened) const
-{
-    const bool isAlive = m_map.get() && opened.dataSources;
-    const CTxDataSource *dataSource = isAlive ? opened.dataSources->find(opened.alias) : nullptr;
-    CTxDataset *dataset = dataSource ? dataSource->GetDataset(opened.name) : nullptr;
-    if (!dataset || dataset != opened.dataset || !dataset->IsOpen())
-        return false;
-    // Somebody else reads it by now.
-    if (dataset->IsVector() && static_cast<const CDatasetVector *>(dataset)->GetRecordsetCount() > 0)
-        return false;
-    return dataset->Close();
+    m_opened.closeOthers(map, shown);
 }
 
 void MapRenderer::fail(const QString &reason)

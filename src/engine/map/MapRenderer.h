@@ -4,6 +4,7 @@
 #include "engine/map/GeometryPainter.h"
 #include "engine/map/LabelPlacer.h"
 #include "engine/map/MapView.h"
+#include "engine/map/OpenedDatasets.h"
 #include "engine/map/RasterPainter.h"
 #include "engine/map/TxMapHandle.h"
 
@@ -77,7 +78,7 @@ public:
     /// The layers that could not be drawn since the last call.
     QList<Failure> takeFailures() { return std::exchange(m_failures, {}); }
     /// True when a dataset was opened since the last call.
-    bool takeOpened() { return std::exchange(m_hasOpened, false); }
+    bool takeOpened() { return m_opened.takeChange(); }
 
 private:
     /// A layer to draw, or the nodes of a network.
@@ -87,14 +88,6 @@ private:
         QString name;
         TxLayerStyle style;
         bool nodes;
-    };
-    /// A dataset that was closed when it was to be drawn.
-    struct Opened
-    {
-        const CTxDataSources *dataSources; // they outlive the map
-        QString alias;
-        QString name;
-        const CTxDataset *dataset; // compared
     };
 
     bool isLayerAlive(const CTxLayer *layer) const;
@@ -110,8 +103,7 @@ private:
     void drawTiles(qint64 milliseconds);
     void endTask();
     void releaseRecordset();
-    void closeOpened(bool all);
-    bool close(const Opened &opened) const;
+    void closeUnused();
     void fail(const QString &reason);
 
     TxMapHandle m_map;
@@ -136,7 +128,6 @@ private:
 
     QHash<const CTxDataset *, std::pair<double, double>> m_surfaces; // lowest and highest of those measured
     QSet<const CTxDataset *> m_released;
-    QList<Opened> m_opened;
+    OpenedDatasets m_opened;
     QList<Failure> m_failures;
-    bool m_hasOpened = false;
 };

@@ -1,217 +1,23 @@
 #include "engine/map/TxMapWnd.h"
 
-#include "engine/map/MapRenderer.h"
 #include "engine/map/TxMap.h"
+#include "engine/map/TxMapWndPrivate.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
-#include <QSet>
-#include <QTimer>
 #include <QWheelEvent>
 
 #include <cmath>
 
 namespace {
 
-constexpr qint64 sliceMilliseconds = 10;
-constexpr int pauseMilliseconds = 25;        // after a change of the view, so that a turn of the wheel is one drawing
-constexpr qint64 repaintMilliseconds = 60;   // between showings of an incomplete picture
-constexpr qint64 patienceMilliseconds = 120; // before an incomplete picture is shown upon the old one
-constexpr double fitMargin = 16.0;           // pixels around everything
+constexpr double fitMargin = 16.0; // pixels around everything
 constexpr double keyZoom = 1.5;
 constexpr double keyPan = 0.125; // of the window
 
-/// A text of the canvas in the user's language.
-QString text(const char *english)
-{
-    return QCoreApplication::translate("TdCommon", english);
-}
-
 } // namespace
-
-/// The inside of CTxMapWnd.
-class TxMapWndPrivate
-{
-public:
-    explicit TxMapWndPrivate(CTxMapWnd *owner) : q(owner)
-    {
-        timer.setSingleShot(true);
-        QObject::connect(&timer, &QTimer::timeout, q, [this] { slice(); });
-    }
-
-    QColor background() const
-    {
-        const CTxMap *map = renderer.map();
-        return map && map->GetBackground().isValid() ? map->GetBackground() : q->palette().color(QPalette::Base);
-    }
-
-    /// Shows another view. @p keep stores it in the map as the one that somebody chose.
-    void setView(const MapView &wanted, bool keep)
-    {
-        hasView = true;
-        if (CTxMap *map = keep ? renderer.map() : nullptr)
-            map->SetViewBounds(wanted.bounds());
-        if (wanted == view && !renderer.image().isNull())
-            return; // also while it is being drawn
-        view = wanted;
-        // A drawing that is nearly done is worth finishing: moved to its place it shows more than the one before.
-        isStale = renderer.isDrawing() && !isPending && sinceStart.elapsed() < patienceMilliseconds;
-        if (isStale)
-            q->update();
-        else if (!isPending)
-            restart(pauseMilliseconds);
-        Q_EMIT q->viewChanged();
-    }
-
-    /// Shows @p bounds, again whenever the window's size changes until somebody moves the view.
-    void showBounds(const CRect2D &bounds, double margin, bool keep)
-    {
-        fitted = bounds;
-        fittedMargin = margin;
-        setView(MapView::fitting(bounds, q->size(), margin), false);
-        if (CTxMap *map = keep ? renderer.map() : nullptr)
-            map->SetViewBounds(bounds);
-    }
-
-    /// A view that somebody moved to.
-    void moveTo(const MapView &wanted)
-    {
-        if (!hasView)
-            return;
-        fitted = CRect2D();
-        setView(wanted, true);
-    }
-
-    /// Begins to draw the picture anew in @p milliseconds.
-    void restart(int milliseconds)
-    {
-        renderer.stop();
-        isStale = false;
-        isPending = renderer.map() && hasView && !q->size().isEmpty();
-        if (isPending)
-            timer.start(milliseconds);
-        else
-            timer.stop();
-        q->update();
-    }
-
-    void begin()
-    {
-        isPending = false;
-        renderer.start({view, q->devicePixelRatioF(), background(), q->font()});
-        sinceStart.start();
-        sinceRepaint.start();
-        lastPercent = -1;
-    }
-
-    void slice()
-    {
-        if (isPending)
-            begin();
-        advance(sliceMilliseconds);
-    }
-
-    /// Draws for some time and tells what came of it.
-    void advance(qint64 milliseconds)
-    {
-        if (!renderer.isDrawing())
-            return;
-        const bool hasMore = renderer.step(milliseconds);
-        if (hasMore) {
-            timer.start(0);
-            if (sinceStart.elapsed() >= patienceMilliseconds && sinceRepaint.elapsed() >= repaintMilliseconds) {
-                sinceRepaint.start();
-                q->update();
-            }
-        } else {
-            timer.stop();
-            picture = renderer.image();
-            pictureView = renderer.settings().view;
-            q->update();
-        }
-        if (isStale && (!hasMore || sinceStart.elapsed() >= patienceMilliseconds))
-            restart(0);
-        tell();
-    }
-
-    /// What a slice has to say. Listeners may do anything, closing what is drawn included, so this comes last.
-    void tell()
-    {
-        const QList<MapRenderer::Failure> failures = renderer.takeFailures();
-        const bool hasOpened = renderer.takeOpened();
-        const int percent = renderer.percent();
-        const QPointer<CTxMapWnd> guard(q);
-        if (hasOpened)
-            Q_EMIT q->datasetsOpened();
-        for (const MapRenderer::Failure &failure : failures) {
-            const QString key = failure.layer + u'\n' + failure.reason;
-            if (!guard)
-                return;
-            if (!told.contains(key)) {
-                told.insert(key);
-                Q_EMIT q->drawingFailed(failure.layer, failure.reason);
-            }
-        }
-        if (guard && percent != lastPercent) {
-            lastPercent = percent;
-            Q_EMIT q->drawingProgress(percent);
-        }
-    }
-
-    /// Draws @p image, which shows @p imageView, where it belongs in the view of now.
-    void drawPicture(QPainter &painter, const QImage &image, const MapView &imageView) const
-    {
-        if (image.isNull())
-            return;
-        if (imageView == view) {
-            painter.drawImage(QPointF(), image);
-            return;
-        }
-        const CRect2D bounds = imageView.bounds();
-        const QRectF target(view.toPixel(CPoint2D(bounds.left, bounds.top)),
-                            view.toPixel(CPoint2D(bounds.right, bounds.bottom)));
-        constexpr double most = 1e5; // a picture scaled to more pixels shows nothing any more
-        if (!target.intersects(QRectF(q->rect())) || target.width() > most || target.height() > most)
-            return;
-        painter.setRenderHint(QPainter::SmoothPixmapTransform, imageView.scale() != view.scale());
-        painter.drawImage(target, image, QRectF(image.rect()));
-    }
-
-    void drawHint(QPainter &painter) const
-    {
-        const CTxMap *map = renderer.map();
-        if (map && map->GetLayers().GetCount() > 0)
-            return;
-        QColor ink = background().lightnessF() < 0.5F ? QColor(Qt::white) : QColor(Qt::black);
-        ink.setAlphaF(0.6F);
-        painter.setPen(ink);
-        constexpr int margin = 24;
-        painter.drawText(q->rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap,
-                         map ? text("This map is empty. Drag datasets here to show them.") : text("No map is shown."));
-    }
-
-    CTxMapWnd *const q;
-    MapRenderer renderer;
-    QTimer timer;
-    QElapsedTimer sinceStart;
-    QElapsedTimer sinceRepaint;
-    MapView view;
-    bool hasView = false;   // false while there was nothing to show yet
-    bool isPending = false; // a picture is to be begun when the timer ends
-    bool isStale = false;   // the picture that is being drawn is of a view that has passed
-    CRect2D fitted;         // what the view was made to show; void when somebody moved it since
-    double fittedMargin = 0;
-    QImage picture; // the last complete one
-    MapView pictureView;
-    QSet<QString> told; // failures
-    int lastPercent = -1;
-    QPointF dragPlace;
-    bool isDragging = false;
-};
 
 CTxMapWnd::CTxMapWnd(QWidget *parent) : QWidget(parent), d(std::make_unique<TxMapWndPrivate>(this))
 {
@@ -219,7 +25,7 @@ CTxMapWnd::CTxMapWnd(QWidget *parent) : QWidget(parent), d(std::make_unique<TxMa
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setCursor(Qt::OpenHandCursor);
-    setAccessibleName(text("Map"));
+    setAccessibleName(QCoreApplication::translate("TdCommon", "Map"));
 }
 
 CTxMapWnd::~CTxMapWnd() = default;
@@ -336,7 +142,7 @@ void CTxMapWnd::paintEvent(QPaintEvent *)
             d->picture.devicePixelRatio() != devicePixelRatioF())
             d->restart(0); // the window came to another screen
         d->drawPicture(painter, d->picture, d->pictureView);
-        if (renderer.isDrawing() && (d->picture.isNull() || d->sinceStart.elapsed() >= patienceMilliseconds))
+        if (renderer.isDrawing() && (d->picture.isNull() || d->isSlow()))
             d->drawPicture(painter, renderer.image(), renderer.settings().view);
     }
     d->drawHint(painter);
@@ -436,5 +242,5 @@ void CTxMapWnd::changeEvent(QEvent *event)
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
         d->restart(0);
     else if (event->type() == QEvent::LanguageChange)
-        setAccessibleName(text("Map"));
+        setAccessibleName(QCoreApplication::translate("TdCommon", "Map"));
 }
