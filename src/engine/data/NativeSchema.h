@@ -3,25 +3,30 @@
 #include "engine/data/ElemDatasetInfo.h"
 #include "engine/data/TxFieldInfo.h"
 
+#include <array>
+
 /// What the tables of the native database look like. A private header.
 namespace NativeSchema {
 
 /// Column of the record identifier.
-constexpr char idColumn[] = "TxID";
+inline constexpr char idColumn[] = "TxID";
 /// Column of the geometry.
-constexpr char geometryColumn[] = "TxGeometry";
+inline constexpr char geometryColumn[] = "TxGeometry";
 
 /// @name Fields that the engine keeps beside the geometry
 /// @{
-constexpr char userId[] = "TxUserID";         ///< free for users, 0 at first
-constexpr char length[] = "TxLength";         ///< plane length of lines
-constexpr char area[] = "TxArea";             ///< plane area of regions
-constexpr char perimeter[] = "TxPerimeter";   ///< plane length of a region's rings
-constexpr char text[] = "TxText";             ///< what a text says; the geometry is its anchor
-constexpr char textAngle[] = "TxTextAngle";   ///< direction of a text in degrees
-constexpr char textHeight[] = "TxTextHeight"; ///< height of a text's letters in map units
-constexpr char tileName[] = "TxLibTileName";  ///< of a tile index, the tile that a record stands for
+inline constexpr char userId[] = "TxUserID";         ///< free for users, 0 at first
+inline constexpr char length[] = "TxLength";         ///< plane length of lines
+inline constexpr char area[] = "TxArea";             ///< plane area of regions
+inline constexpr char perimeter[] = "TxPerimeter";   ///< plane length of a region's rings
+inline constexpr char text[] = "TxText";             ///< what a text says; the geometry is its anchor
+inline constexpr char textAngle[] = "TxTextAngle";   ///< direction of a text in degrees
+inline constexpr char textHeight[] = "TxTextHeight"; ///< height of a text's letters in map units
+inline constexpr char tileName[] = "TxLibTileName";  ///< of a tile index, the tile that a record stands for
 /// @}
+
+/// Those of them that follow from the geometry.
+inline constexpr std::array derivedFields = {length, area, perimeter, text, textAngle, textHeight};
 
 /// True for the kinds that the native database holds as records.
 bool holdsRecords(CElemDatasetInfo::Type kind);

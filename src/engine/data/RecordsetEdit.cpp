@@ -23,43 +23,34 @@ QString refusal(const CDatasetVector &dataset)
     return QString();
 }
 
-/// Writes a field that the engine keeps, where the layer has it.
-void keep(OGRFeature &feature, const char *name, double value)
-{
-    const int index = feature.GetFieldIndex(name);
-    if (index >= 0)
-        feature.SetField(index, value);
-}
-
-void forget(OGRFeature &feature, const char *name)
-{
-    const int index = feature.GetFieldIndex(name);
-    if (index >= 0)
-        feature.SetFieldNull(index);
-}
-
 bool isText(const CElemGeometry &geometry)
 {
     return geometry.GetType() == CElemGeometry::Text || geometry.GetType() == CElemGeometry::Text3D;
 }
 
-/// Brings the fields that the engine keeps in line with the geometry.
-void keepMeasures(OGRFeature &feature, const CElemGeometry *geometry)
+/// Brings the fields that follow from the geometry in line with it. @p places are those of
+/// TxRecordsetPrivate::derivedPlaces().
+void deriveFields(OGRFeature &feature, const std::vector<int> &places, const CElemGeometry *geometry)
 {
-    for (const char *name : {NativeSchema::length, NativeSchema::area, NativeSchema::perimeter, NativeSchema::text,
-                             NativeSchema::textAngle, NativeSchema::textHeight})
-        forget(feature, name);
+    enum Place { Length, Area, Perimeter, Text, TextAngle, TextHeight };
+    const auto keep = [&](Place place, auto value) {
+        if (places[place] >= 0)
+            feature.SetField(places[place], value);
+    };
+    for (const int place : places) {
+        if (place >= 0)
+            feature.SetFieldNull(place);
+    }
     if (const auto *line = dynamic_cast<const CGeoLine *>(geometry)) {
-        keep(feature, NativeSchema::length, line->GetLength());
+        keep(Length, line->GetLength());
     } else if (const auto *region = dynamic_cast<const CGeoRegion *>(geometry)) {
-        keep(feature, NativeSchema::area, region->GetArea());
-        keep(feature, NativeSchema::perimeter, region->GetPerimeter());
+        keep(Area, region->GetArea());
+        keep(Perimeter, region->GetPerimeter());
     } else if (const auto *text = dynamic_cast<const CGeoText *>(geometry)) {
-        const int index = feature.GetFieldIndex(NativeSchema::text);
-        if (index >= 0)
-            feature.SetField(index, text->GetText().toUtf8().constData());
-        keep(feature, NativeSchema::textAngle, text->GetAngle());
-        keep(feature, NativeSchema::textHeight, text->GetHeight());
+        const QByteArray said = text->GetText().toUtf8();
+        keep(Text, said.constData());
+        keep(TextAngle, text->GetAngle());
+        keep(TextHeight, text->GetHeight());
     }
 }
 
@@ -103,6 +94,25 @@ bool changeRecords(TxVectorPrivate &vector, Change change)
 }
 
 } // namespace
+
+bool TxRecordsetPrivate::isWritable(size_t index)
+{
+    if (m_writable.empty()) {
+        for (const TxRecordsetField &field : fields)
+            m_writable.push_back(field.ogrIndex >= 0 &&
+                                 (field.info.CanUpdate() || NativeSchema::isKeyField(field.info.GetName())));
+    }
+    return index < m_writable.size() && m_writable[index];
+}
+
+const std::vector<int> &TxRecordsetPrivate::derivedPlaces()
+{
+    if (m_derived.empty()) {
+        for (const char *name : NativeSchema::derivedFields)
+            m_derived.push_back(edited->GetFieldIndex(name));
+    }
+    return m_derived;
+}
 
 bool CTxRecordset::Edit()
 {
@@ -151,8 +161,7 @@ bool CTxRecordset::SetFieldValue(int index, const CTxVariant &value)
     if (index < 0 || index >= GetFieldCount())
         return TxGdal::fail(QStringLiteral("There is no field number %1").arg(index));
     const TxRecordsetField &field = d->fields[static_cast<size_t>(index)];
-    const bool isWritable = field.info.CanUpdate() || NativeSchema::isKeyField(field.info.GetName());
-    if (field.ogrIndex < 0 || !isWritable)
+    if (!d->isWritable(static_cast<size_t>(index)))
         return TxGdal::fail(QStringLiteral("The field “%1” cannot be written").arg(field.info.GetName()));
     const QString reason = TxFieldValue::write(*d->edited, field.ogrIndex, field.info, value);
     return reason.isEmpty() || TxGdal::fail(QStringLiteral("The value “%1” for the field “%2” %3")
@@ -167,7 +176,10 @@ bool CTxRecordset::SetGeometry(const CElemGeometry *geometry)
     OGRLayer *layer = d->vector().layer();
     if (!layer || (geometry && layer->GetGeomType() == wkbNone))
         return TxGdal::fail(QStringLiteral("“%1” keeps no geometries").arg(name));
-    const bool keepsText = d->edited->GetFieldIndex(NativeSchema::text) >= 0;
+    const std::vector<int> &places = d->derivedPlaces();
+    constexpr size_t textPlace = 3;
+    static_assert(NativeSchema::derivedFields[textPlace] == NativeSchema::text);
+    const bool keepsText = places[textPlace] >= 0;
     if (geometry && (hasTextMember(*geometry) || (isText(*geometry) && !keepsText)))
         return TxGdal::fail(QStringLiteral("“%1” keeps no texts").arg(name));
     std::unique_ptr<OGRGeometry> made = geometry ? OgrGeometry::toOgr(*geometry, layer->GetGeomType()) : nullptr;
@@ -176,7 +188,7 @@ bool CTxRecordset::SetGeometry(const CElemGeometry *geometry)
     if (made)
         made->assignSpatialReference(layer->GetSpatialRef());
     d->edited->SetGeometryDirectly(made.release());
-    keepMeasures(*d->edited, geometry);
+    deriveFields(*d->edited, places, geometry);
     return true;
 }
 

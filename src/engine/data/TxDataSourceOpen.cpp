@@ -103,6 +103,10 @@ private:
     bool openAnyhow()
     {
         TxGdal::initialize();
+        // Among those that answer to the prefix of a database server the driver of its rasters would come first.
+        if (TxStoragePath::isConnection(m_path) &&
+            (m_path.startsWith(u"PG:", Qt::CaseInsensitive) || m_path.startsWith(u"postgresql:", Qt::CaseInsensitive)))
+            return openWith(QStringLiteral("PostgreSQL"));
         GDALDriverH driver =
             GDALIdentifyDriverEx(m_name.constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER, nullptr, nullptr);
         if (driver && openWith(QString::fromUtf8(GDALGetDriverShortName(driver))))

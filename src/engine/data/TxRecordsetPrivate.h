@@ -76,6 +76,12 @@ public:
 
     /// @name The record that is open for change (RecordsetEdit.cpp)
     /// @{
+    /// True when callers may write the field at @p index.
+    bool isWritable(size_t index);
+    /// Where the layer keeps what follows from the geometry, in the order of NativeSchema::derivedFields; -1 for what it
+    /// does not keep.
+    const std::vector<int> &derivedPlaces();
+
     EditMode editMode = EditMode::None;
     OGRFeatureUniquePtr edited; ///< a copy, of the layer's whole definition
     /// @}
@@ -86,6 +92,8 @@ private:
     bool readPinned();
 
     QHash<QString, int> m_byName; // indices of shown fields by case-folded name
+    std::vector<bool> m_writable; // of the fields, once somebody writes
+    std::vector<int> m_derived;   // derivedPlaces(), once somebody writes
     bool m_pinIsRead = false;     // pinned holds more than the identifier
     int m_textField = -1;         // places of what a text says
     int m_angleField = -1;
