@@ -25,7 +25,7 @@ struct DriverRow
 constexpr std::array driverRows = {
     DriverRow{"GPKG", true, "LIST_ALL_TABLES=NO"}, // tables of our own are no layers
     DriverRow{"ESRI Shapefile", true, nullptr},
-    DriverRow{"SQLite", true, nullptr},
+    DriverRow{"SQLite", true, "LIST_ALL_TABLES=YES"}, // those without a geometry too
     DriverRow{"PostgreSQL", true, nullptr},
     DriverRow{"GML", false, "WRITE_GFS=NO"},        // looking at a file must leave nothing beside it
     DriverRow{"CSV", false, "AUTODETECT_TYPE=YES"}, // else every field is a text

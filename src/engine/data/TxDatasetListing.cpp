@@ -70,7 +70,7 @@ void listLayers(GDALDataset &gdal, UniqueNames &names, std::vector<TxDatasetEntr
     entries.reserve(static_cast<size_t>(count));
     for (int index = 0; index < count; ++index) {
         OGRLayer *layer = gdal.GetLayer(index);
-        if (!layer)
+        if (!layer || gdal.IsLayerPrivate(index))
             continue;
         TxDatasetEntry entry;
         entry.source = layer->GetName();

@@ -102,7 +102,8 @@ bool isWhole(const QString &filter)
     return depth == 0;
 }
 
-QString replaceNames(const QString &filter, const std::function<QString(const QString &name)> &replacement)
+QString replaceNames(const QString &filter,
+                     const std::function<QString(const QString &name, bool isQuoted)> &replacement)
 {
     QString result;
     QChar before; // the last character that is no space
@@ -119,7 +120,7 @@ QString replaceNames(const QString &filter, const std::function<QString(const QS
             const QString name = nameOf(filter, token);
             const QChar behind = characterBehind(filter, token.end);
             const bool isBare = before != u'.' && behind != u'.' && behind != u'(';
-            const QString replaced = isBare ? replacement(name) : QString();
+            const QString replaced = isBare ? replacement(name, token.kind == Token::QuotedName) : QString();
             if (!replaced.isEmpty())
                 text = replaced;
             else if (token.kind == Token::QuotedName)

@@ -16,6 +16,7 @@ bool isWhole(const QString &filter);
 /// A bare name is an identifier, quoted in any of SQL's ways ("a", [a], `a`) or not, that stands neither before nor
 /// behind a point nor before an opening parenthesis. @p replacement gives the text for a name, or an empty one to keep
 /// it; names in brackets or backticks become "quoted" in any case. Texts and comments are left alone.
-QString replaceNames(const QString &filter, const std::function<QString(const QString &name)> &replacement);
+QString replaceNames(const QString &filter,
+                     const std::function<QString(const QString &name, bool isQuoted)> &replacement);
 
 } // namespace TxFilterText

@@ -195,7 +195,8 @@ std::unique_ptr<TxCursor> TxCursors::makeLayer(TxVectorPrivate &vector, const Tx
 {
     const TxGdal::ErrorCollector errors;
     auto cursor = std::make_unique<LayerCursor>(vector, plan);
-    if (!cursor->takeOver()) {
+    // Databases look at a condition only when the first record is asked for.
+    if (!cursor->takeOver() || (!cursor->first() && errors.hasFailure())) {
         errors.fail(QStringLiteral("“%1” cannot be queried").arg(vector.q->GetName()));
         return nullptr;
     }

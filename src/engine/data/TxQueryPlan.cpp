@@ -53,7 +53,7 @@ std::optional<TxQueryPlan> TxQueryPlan::make(TxVectorPrivate &vector, const CTxQ
         return std::nullopt;
     }
     TxQueryPlan plan(vector, query);
-    if (!plan.addJoins() || !plan.chooseFields() || !plan.readOrder())
+    if (!plan.addJoins() || !plan.knowsNames() || !plan.chooseFields() || !plan.readOrder())
         return std::nullopt;
     plan.addTextFields();
     return plan;
@@ -124,6 +124,19 @@ void TxQueryPlan::addTextFields()
     }
 }
 
+bool TxQueryPlan::knowsNames() const
+{
+    // SQLite takes a quoted name that it does not know for a text, and the misspelling would pass unnoticed.
+    QString unknown;
+    TxFilterText::replaceNames(m_query.filter, [&](const QString &name, bool isQuoted) {
+        if (isQuoted && !findColumn(name))
+            unknown = name;
+        return QString();
+    });
+    return unknown.isEmpty() ||
+           TxGdal::fail(QStringLiteral("“%1” has no field “%2”").arg(m_sources.front().name, unknown));
+}
+
 bool TxQueryPlan::readOrder()
 {
     for (const QString &entry : std::as_const(m_query.orderBy)) {
@@ -167,7 +180,7 @@ QString TxQueryPlan::mainAlias() const
 QString TxQueryPlan::layerFilter(const QString &idName) const
 {
     return TxFilterText::replaceNames(
-        m_query.filter, [&idName](const QString &name) { return isIdentifierName(name) ? idName : QString(); });
+        m_query.filter, [&idName](const QString &name, bool) { return isIdentifierName(name) ? idName : QString(); });
 }
 
 QString TxQueryPlan::columnText(size_t place, const IdColumn &idColumn) const
@@ -185,6 +198,7 @@ QString TxQueryPlan::fromText(const IdColumn &idColumn, const QStringList &condi
         return TxGdal::quoteIdentifier(QString::fromUtf8(source.vector->source)) + QStringLiteral(" AS ") +
                TxGdal::quoteIdentifier(source.name);
     };
+    const QString equals = m_readsJoinedWhole ? QStringLiteral(" = +") : QStringLiteral(" = ");
     QString text = QStringLiteral(" FROM ");
     if (!m_leadingTable.isEmpty())
         text += m_leadingTable + QStringLiteral(" CROSS JOIN "); // which SQLite takes in the order that is written
@@ -194,14 +208,14 @@ QString TxQueryPlan::fromText(const IdColumn &idColumn, const QStringList &condi
         const QString words =
             join.kind == CTxJoinItem::InnerJoin ? QStringLiteral(" JOIN ") : QStringLiteral(" LEFT JOIN ");
         text += words + table(m_sources[i]) + QStringLiteral(" ON ") +
-                columnText(*findColumn(join.localField), idColumn) + QStringLiteral(" = ") +
+                columnText(*findColumn(join.localField), idColumn) + equals +
                 columnText(*findColumn(m_sources[i].name + u'.' + join.foreignField), idColumn);
     }
     QStringList all = conditions;
     if (!m_query.filter.trimmed().isEmpty()) {
         // Bare names are those of the queried dataset, also where a joined one has the same; the line end closes a
         // comment that ends the condition.
-        const QString filter = TxFilterText::replaceNames(m_query.filter, [&](const QString &name) {
+        const QString filter = TxFilterText::replaceNames(m_query.filter, [&](const QString &name, bool) {
             const std::optional<size_t> place = findColumn(name);
             return place && m_columns[*place].source == 0 ? columnText(*place, idColumn) : QString();
         });

@@ -31,6 +31,9 @@ public:
     bool wantsGeometry() const { return (m_query.options & CTxQueryDef::SkipGeometry) == 0; }
     const CTxQueryDef &query() const { return m_query; }
 
+    /// Keeps SQL from looking partners up in a joined dataset, so that it reads that dataset whole for each record:
+    /// GDAL's SQLite dialect stumbles over a null that it is asked to look up, and does just the same otherwise.
+    void readJoinedWhole() { m_readsJoinedWhole = true; }
     /// The same query without its condition and rectangle.
     TxQueryPlan unfiltered() const;
 
@@ -74,6 +77,7 @@ private:
     bool chooseFields();
     void addTextFields();
     void addField(size_t place);
+    bool knowsNames() const;
     bool readOrder();
     std::optional<size_t> findColumn(const QString &name) const;
     QString columnText(size_t column, const IdColumn &idColumn) const;
@@ -87,5 +91,6 @@ private:
     std::vector<TxRecordsetField> m_fields;
     size_t m_visibleCount = 0;
     std::vector<OrderKey> m_order;
+    bool m_readsJoinedWhole = false;
     QString m_leadingTable;
 };

@@ -20,10 +20,11 @@ public:
     ResultCursor(TxVectorPrivate &vector, const TxQueryPlan &plan) : m_plan(plan)
     {
         TxDataSourcePrivate &source = vector.dataSource();
-        m_isNative = source.driver == "PostgreSQL" || source.driver == "SQLite" || source.driver == "GPKG";
+        m_isNative = source.driver == "PostgreSQL" || source.driver == "GPKG";
         if (m_isNative) {
             m_gdal = source.gdal.get();
         } else {
+            m_plan.readJoinedWhole();
             source.gdal->FlushCache(false); // what was changed here must be seen there
             m_own =
                 TxGdal::open(source.gdalName, GDAL_OF_VECTOR, source.gdalOptions, {QString::fromUtf8(source.driver)});
@@ -35,7 +36,9 @@ public:
             const QString column = QString::fromUtf8(layer->GetGeometryColumn());
             m_boundsColumn = column.isEmpty() && !m_isNative ? QStringLiteral("GEOMETRY") : column;
         }
-        if (plan.wantsGeometry())
+        // Without a spatial function in the dialect the rectangle is looked at here.
+        m_testsBounds = !plan.query().bounds.IsVoid() && source.driver != "PostgreSQL";
+        if (plan.wantsGeometry() || m_testsBounds)
             m_geometryColumn = m_boundsColumn;
         for (const TxRecordsetField &field : plan.fields())
             m_types.push_back(field.info.GetType());
@@ -49,7 +52,9 @@ public:
 
     bool next() override
     {
-        m_feature.reset(m_result ? m_result->GetNextFeature() : nullptr);
+        do
+            m_feature.reset(m_result ? m_result->GetNextFeature() : nullptr);
+        while (m_feature && m_testsBounds && !meetsBounds(*m_feature));
         return m_feature != nullptr;
     }
 
@@ -65,7 +70,7 @@ public:
 
     std::unique_ptr<OGRGeometry> geometry() const override
     {
-        const OGRGeometry *geometry = m_feature->GetGeometryRef();
+        const OGRGeometry *geometry = m_plan.wantsGeometry() ? m_feature->GetGeometryRef() : nullptr;
         return std::unique_ptr<OGRGeometry>(geometry ? geometry->clone() : nullptr);
     }
 
@@ -74,7 +79,7 @@ public:
         const TxQueryPlan plan = matching ? m_plan : m_plan.unfiltered();
         const Result one = run(plan, QStringList{idCondition(id)});
         const OGRFeatureUniquePtr feature(one ? one->GetNextFeature() : nullptr);
-        if (!feature)
+        if (!feature || (matching && m_testsBounds && !meetsBounds(*feature)))
             return false;
         record.id = id;
         record.values.clear();
@@ -86,6 +91,13 @@ public:
 
     qint64 count() override
     {
+        if (m_testsBounds) {
+            qint64 number = 0;
+            const Result all = run(m_plan, {});
+            while (const OGRFeatureUniquePtr feature{all ? all->GetNextFeature() : nullptr})
+                number += meetsBounds(*feature) ? 1 : 0;
+            return all ? number : -1;
+        }
         const Result counting = execute(m_plan.selectCount(idColumn(), boundsConditions(m_plan)));
         const OGRFeatureUniquePtr row(counting ? counting->GetNextFeature() : nullptr);
         return row ? row->GetFieldAsInteger64(0) : -1;
@@ -107,18 +119,26 @@ private:
         return m_plan.mainAlias() + u'.' + m_idName + QStringLiteral(" = ") + QString::number(id);
     }
 
-    /// The rectangle as a condition: both dialects know these functions where there are geometries.
+    /// The rectangle as a condition of PostGIS.
     QStringList boundsConditions(const TxQueryPlan &plan) const
     {
         const CRect2D &bounds = plan.query().bounds;
-        if (bounds.IsVoid() || m_boundsColumn.isEmpty())
+        if (m_testsBounds || bounds.IsVoid() || m_boundsColumn.isEmpty())
             return {};
-        const QString geometry = plan.mainAlias() + u'.' + TxGdal::quoteIdentifier(m_boundsColumn);
-        return {
-            QStringLiteral("ST_Intersects(ST_Envelope(%1), ST_GeomFromText('POLYGON((%2 %3,%4 %3,%4 %5,%2 %5,%2 %3))'"
-                           ", ST_SRID(%1)))")
-                .arg(geometry, TxNumberText::shortest(bounds.left), TxNumberText::shortest(bounds.bottom),
-                     TxNumberText::shortest(bounds.right), TxNumberText::shortest(bounds.top))};
+        return {QStringLiteral("%1 && ST_MakeEnvelope(%2, %3, %4, %5, ST_SRID(%1))")
+                    .arg(plan.mainAlias() + u'.' + TxGdal::quoteIdentifier(m_boundsColumn),
+                         TxNumberText::shortest(bounds.left), TxNumberText::shortest(bounds.bottom),
+                         TxNumberText::shortest(bounds.right), TxNumberText::shortest(bounds.top))};
+    }
+
+    bool meetsBounds(const OGRFeature &feature) const
+    {
+        const OGRGeometry *geometry = feature.GetGeometryRef();
+        if (!geometry || geometry->IsEmpty())
+            return false;
+        OGREnvelope box;
+        geometry->getEnvelope(&box);
+        return CRect2D(box.MinX, box.MinY, box.MaxX, box.MaxY).Intersects(m_plan.query().bounds);
     }
 
     Result run(const TxQueryPlan &plan, const QStringList &conditions)
@@ -143,13 +163,14 @@ private:
                           : TxFieldTypes::fromFeature(feature, index, m_types[static_cast<size_t>(index)]);
     }
 
-    const TxQueryPlan m_plan;
+    TxQueryPlan m_plan;
     bool m_isNative = false;
     TxGdal::DatasetPtr m_own; // where the datasource's GDAL dataset must not be disturbed
     GDALDataset *m_gdal = nullptr;
     QString m_geometryColumn; // empty when no geometry is wanted
-    QString m_boundsColumn;   // empty when the dataset has no geometry
-    QString m_idName;         // quoted
+    bool m_testsBounds = false;
+    QString m_boundsColumn; // empty when the dataset has no geometry
+    QString m_idName;       // quoted
     std::vector<qint16> m_types;
     Result m_result{nullptr, ResultReleaser{nullptr}};
     OGRFeatureUniquePtr m_feature;

@@ -243,7 +243,7 @@ private:
 std::unique_ptr<TxCursor> TxCursors::makeSqlite(TxVectorPrivate &vector, const TxQueryPlan &plan, bool &refused)
 {
     refused = false;
-    if (!vector.dataSource().gdal->GetInternalHandle("SQLITE_HANDLE") || idColumnOf(vector).isEmpty())
+    if (!vector.dataSource().isGeoPackage() || idColumnOf(vector).isEmpty())
         return nullptr;
     auto cursor = std::make_unique<SqliteCursor>(vector, plan);
     refused = !cursor->prepare();
