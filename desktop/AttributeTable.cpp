@@ -3,6 +3,7 @@
 #include "Icons.h"
 #include "RecordTableModel.h"
 #include "engine/data/DatasetVector.h"
+#include "workspace/WaitCursor.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -152,14 +153,19 @@ void AttributeTable::refresh()
 
 void AttributeTable::applyFilter()
 {
-    if (m_model->dataset())
+    if (m_model->dataset()) {
+        const WaitCursor wait;
         m_model->setFilter(m_filter->text());
+    }
     showError();
 }
 
 void AttributeTable::sortBy(int column, Qt::SortOrder order)
 {
-    m_model->sort(column, order);
+    {
+        const WaitCursor wait;
+        m_model->sort(column, order);
+    }
     showError();
     // A storage that cannot order by the column leaves the rows as they were, and so the mark.
     const QSignalBlocker blocker(m_view->horizontalHeader());

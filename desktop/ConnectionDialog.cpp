@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -49,7 +50,7 @@ ConnectionDialog::ConnectionDialog(QWidget *parent)
     m_schema->setPlaceholderText(QStringLiteral("public"));
     m_host->setMinimumWidth(fontMetrics().averageCharWidth() * 44);
 
-    auto *form = new QFormLayout(this);
+    auto *form = new QFormLayout;
     form->addRow(tr("&Host:"), m_host);
     form->addRow(tr("P&ort:"), m_port);
     form->addRow(tr("&Database:"), m_database);
@@ -60,9 +61,12 @@ ConnectionDialog::ConnectionDialog(QWidget *parent)
                                "the file. The client's own password file is the safer place."));
     note->setWordWrap(true);
     note->setForegroundRole(QPalette::PlaceholderText);
-    note->setContentsMargins(0, 6, 0, 6);
-    form->addRow(note);
-    form->addRow(m_buttons);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addSpacing(6);
+    layout->addWidget(note);
+    layout->addSpacing(6);
+    layout->addWidget(m_buttons);
 
     m_buttons->button(QDialogButtonBox::Ok)->setText(tr("Open"));
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

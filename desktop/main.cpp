@@ -41,6 +41,17 @@ bool needsNoDisplay(const CommandLine &line)
     return line.action != CommandLine::Action::Run;
 }
 
+/// False where Qt would end the program because there is no screen to show a window on.
+bool hasDisplay()
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+    return true;
+#endif
+}
+
 /// Draws the pictures, then has another process of this program draw them at twice the size: a process has one scale.
 int drawGallery(const CommandLine &line, const QStringList &arguments)
 {
@@ -121,6 +132,11 @@ int main(int argc, char **argv)
     case CommandLine::Action::ShowVersion:
         print(stdout, line.message);
         return 0;
+    case CommandLine::Action::Run:
+        if (hasDisplay())
+            break;
+        print(stderr, QStringLiteral("There is no display. --print-tree and --gallery need none."));
+        return 2;
     default:
         break;
     }

@@ -52,6 +52,7 @@ protected:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(QStringLiteral("QT_QPA_PLATFORM")); // no display is said to be needed
         environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(TERRAVOX_PROGRAM), arguments);
         ASSERT_TRUE(process.waitForFinished(60000));
@@ -88,6 +89,9 @@ TEST_F(Program, AnswersHelpVersionAndMistakes)
     run({QStringLiteral("--wrong")});
     EXPECT_EQ(code, 2);
     EXPECT_TRUE(err.contains(QStringLiteral("wrong"))) << err.toStdString();
+    run({});
+    EXPECT_EQ(code, 2);
+    EXPECT_TRUE(err.contains(QStringLiteral("no display"))) << err.toStdString();
 }
 
 } // namespace
