@@ -60,7 +60,18 @@ void TxRecordsetPrivate::setFields(const std::vector<TxRecordsetField> &list, si
 
 int TxRecordsetPrivate::findField(const QString &name) const
 {
-    return m_byName.value(name.toCaseFolded(), -1);
+    // Records are mostly read and written field after field: the one behind the last is tried first.
+    const size_t next = m_lastFound + 1 < visibleCount ? m_lastFound + 1 : 0;
+    for (const size_t place : {next, m_lastFound}) {
+        if (place < visibleCount && fields[place].info.GetName() == name) {
+            m_lastFound = place;
+            return static_cast<int>(place);
+        }
+    }
+    const int found = m_byName.value(name.toCaseFolded(), -1);
+    if (found >= 0)
+        m_lastFound = static_cast<size_t>(found);
+    return found;
 }
 
 bool TxRecordsetPrivate::pin(qint64 id)

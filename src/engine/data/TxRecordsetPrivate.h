@@ -94,6 +94,7 @@ private:
     QHash<QString, int> m_byName; // indices of shown fields by case-folded name
     std::vector<bool> m_writable; // of the fields, once somebody writes
     std::vector<int> m_derived;   // derivedPlaces(), once somebody writes
+    mutable size_t m_lastFound = 0; // the field that findField() gave last
     bool m_pinIsRead = false;     // pinned holds more than the identifier
     int m_textField = -1;         // places of what a text says
     int m_angleField = -1;
