@@ -179,7 +179,7 @@ std::array<QRgb, rampSize> singleBandColours(const GDALColorTable *palette, bool
             const bool isKnown = i < palette->GetColorEntryCount() && palette->GetColorEntryAsRGB(i, &entry);
             colour = isKnown ? qRgba(entry.c1, entry.c2, entry.c3, entry.c4) : qRgba(0, 0, 0, 0);
         } else if (isGrid && !ramp.isEmpty()) {
-            colour = ramp.at(i * (ramp.size() - 1) / (rampSize - 1));
+            colour = ramp.at((i * (ramp.size() - 1) + rampSize / 2) / (rampSize - 1)); // the nearest of a shorter one
         }
         colours[static_cast<size_t>(i)] = colour;
     }
