@@ -25,6 +25,14 @@ bool lockForWriting(GDALDataset &dataset)
     return execute(connection(dataset), QStringLiteral("UPDATE gpkg_contents SET table_name = table_name WHERE 0"));
 }
 
+bool rollback(GDALDataset &dataset)
+{
+    const bool isSqlite = qstrcmp(dataset.GetDriverName(), "GPKG") == 0;
+    if (isSqlite && sqlite3_get_autocommit(connection(dataset)) != 0)
+        execute(connection(dataset), QStringLiteral("BEGIN"));
+    return dataset.RollbackTransaction() == OGRERR_NONE;
+}
+
 Statement::Statement(sqlite3 *database, const char *sql) : m_database(database)
 {
     check(sqlite3_prepare_v2(database, sql, -1, &m_statement, nullptr));

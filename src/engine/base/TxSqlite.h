@@ -21,6 +21,10 @@ sqlite3 *connection(GDALDataset &dataset);
 /// @return false when another connection holds the lock
 bool lockForWriting(GDALDataset &dataset);
 
+/// Takes back the transaction that @p dataset (of any driver) has open. When SQLite has ended it by itself already, as on
+/// a full disk, the driver is still told, or it would write what it believes to know of the lost records when it closes.
+bool rollback(GDALDataset &dataset);
+
 /// One prepared statement. Parameters are bound in the order of the calls. What SQLite reports goes to the error
 /// collectors, as GDAL's messages do.
 class Statement

@@ -89,7 +89,7 @@ bool changeRecords(TxVectorPrivate &vector, Change change)
     const bool done = TxSqlite::lockForWriting(*dataSource.gdal) && change(*layer) == OGRERR_NONE &&
                       layer->SyncToDisk() == OGRERR_NONE && dataSource.gdal->CommitTransaction() == OGRERR_NONE;
     if (!done)
-        dataSource.gdal->RollbackTransaction();
+        TxSqlite::rollback(*dataSource.gdal);
     return done;
 }
 

@@ -26,7 +26,7 @@ bool CTxDataSource::BeginTrans()
     if (d->gdal->StartTransaction() != OGRERR_NONE)
         return errors.fail(QStringLiteral("Cannot open an edit transaction in “%1”").arg(d->alias));
     if (d->isGeoPackage() && !TxSqlite::lockForWriting(*d->gdal)) {
-        d->gdal->RollbackTransaction();
+        TxSqlite::rollback(*d->gdal);
         return errors.fail(QStringLiteral("Cannot open an edit transaction in “%1”").arg(d->alias));
     }
     d->transaction = true;
@@ -52,7 +52,7 @@ bool CTxDataSource::RollbackTrans()
         return TxGdal::fail(QStringLiteral("“%1” has no open edit transaction").arg(d->alias));
     const TxGdal::ErrorCollector errors;
     d->endRecordsets();
-    bool done = d->gdal->RollbackTransaction() == OGRERR_NONE;
+    bool done = TxSqlite::rollback(*d->gdal);
     d->transaction = false;
     contentChanged(*d);
     // The driver still believes in the extents that the records had, and a connection that could not take the changes

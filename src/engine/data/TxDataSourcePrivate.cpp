@@ -1,5 +1,6 @@
 #include "engine/data/TxDataSourcePrivate.h"
 
+#include "engine/base/TxSqlite.h"
 #include "engine/data/DatasetRaster.h"
 #include "engine/data/TxDatasetListing.h"
 #include "engine/data/TxRasterPrivate.h"
@@ -15,7 +16,7 @@ TxDataSourcePrivate::~TxDataSourcePrivate()
     for (const auto &dataset : m_datasets)
         dataset->Close();
     if (transaction && gdal)
-        gdal->RollbackTransaction();
+        TxSqlite::rollback(*gdal);
     m_datasets.clear();
     const TxGdal::ErrorCollector errors; // what closing a broken file says helps nobody any more
     gdal.reset();

@@ -11,7 +11,7 @@ TxSchemaChange::TxSchemaChange(TxDataSourcePrivate &dataSource) : m_dataSource(d
     } else if (dataSource.gdal->StartTransaction() == OGRERR_NONE) {
         m_state = State::Transaction;
         if (dataSource.isGeoPackage() && !TxSqlite::lockForWriting(*dataSource.gdal)) {
-            dataSource.gdal->RollbackTransaction();
+            TxSqlite::rollback(*dataSource.gdal);
             m_state = State::Failed;
         }
     }
@@ -22,7 +22,7 @@ TxSchemaChange::~TxSchemaChange()
     if (m_state != State::Transaction)
         return;
     m_dataSource.endRecordsets();
-    m_dataSource.gdal->RollbackTransaction();
+    TxSqlite::rollback(*m_dataSource.gdal);
     m_dataSource.reopen();
 }
 
