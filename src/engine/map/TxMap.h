@@ -21,6 +21,8 @@ public:
 
     /// The rectangle that holds the content of all layers that can be read, in the map's coordinate system.
     CRect2D GetBounds() const;
+    /// The same of the layer at 0-based @p index alone; void when it is missing, empty or out of range.
+    CRect2D GetLayerBounds(int index) const;
     /// Copies the map's coordinate system to @p coordSys: that of the layer at the bottom, or of the lowest one above
     /// it that has one.
     void GetProjection(CTxPJCoordSys &coordSys) const;
