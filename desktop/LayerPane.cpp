@@ -35,10 +35,8 @@ LayerPane::LayerPane(QWidget *parent) : QWidget(parent), m_list(new QListWidget)
 
     connect(m_list, &QListWidget::itemChanged, this, &LayerPane::onItemChanged);
     connect(m_list, &QListWidget::customContextMenuRequested, this, &LayerPane::showMenu);
-    connect(m_list, &QListWidget::itemDoubleClicked, this, [this] {
-        if (const CTxLayer *layer = currentLayer())
-            zoomTo(*layer);
-    });
+    connect(m_list, &QListWidget::itemDoubleClicked, this,
+            [this](const QListWidgetItem *item) { zoomTo(m_list->row(item)); });
     connect(m_list->model(), &QAbstractItemModel::rowsMoved, this,
             [this](const QModelIndex &, int first, int, const QModelIndex &, int row) {
                 onMoved(first, row > first ? row - 1 : row);
@@ -115,10 +113,9 @@ void LayerPane::removeSelected()
     Q_EMIT changed();
 }
 
-void LayerPane::zoomTo(const CTxLayer &layer)
+void LayerPane::zoomTo(int row)
 {
-    const CTxDataset *dataset = layer.GetDataset();
-    CRect2D bounds = dataset ? dataset->GetBounds() : CRect2D();
+    CRect2D bounds = m_view && m_view->map() ? m_view->map()->GetLayerBounds(row) : CRect2D();
     if (bounds.IsVoid())
         return;
     // A single point has no extent to fill the window with.
@@ -136,7 +133,7 @@ void LayerPane::showMenu(const QPoint &position)
     QMenu menu(this);
     QAction *zoom = menu.addAction(tr("&Zoom to Layer"));
     zoom->setEnabled(dataset);
-    connect(zoom, &QAction::triggered, this, [this, layer] { zoomTo(*layer); });
+    connect(zoom, &QAction::triggered, this, [this] { zoomTo(m_list->currentRow()); });
     QAction *table = menu.addAction(tr("Attribute &Table"));
     table->setEnabled(dataset && dataset->IsVector());
     connect(table, &QAction::triggered, this, [this, layer] { Q_EMIT tableWanted(layer); });

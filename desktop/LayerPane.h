@@ -36,7 +36,7 @@ private:
     void onItemChanged(QListWidgetItem *item);
     void onMoved(int from, int to);
     void showMenu(const QPoint &position);
-    void zoomTo(const CTxLayer &layer);
+    void zoomTo(int row);
     CTxLayer *currentLayer() const;
 
     MapWindow *m_view = nullptr; // not owned

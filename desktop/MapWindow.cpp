@@ -1,7 +1,6 @@
 #include "MapWindow.h"
 
 #include "DropContent.h"
-#include "engine/data/TxDataset.h"
 #include "engine/map/TxMap.h"
 #include "engine/map/TxMapWnd.h"
 #include "engine/projection/TxPJCoordSys.h"
@@ -46,16 +45,12 @@ double MapWindow::scaleDenominator() const
     if (!map() || map()->GetLayers().GetCount() == 0 || view.IsVoid() || m_canvas->width() < 1)
         return 0;
     constexpr double metresPerDegree = 6378137.0 * std::numbers::pi / 180.0; // along the equator of WGS 84
-    double metresPerUnit = 1.0;
-    // The map is drawn in the coordinate system of its first layer.
-    if (const CTxDataset *dataset = map()->GetLayers().GetLayerAt(0)->GetDataset()) {
-        CTxPJCoordSys system;
-        dataset->GetProjection(system);
-        const qint32 tenthsOfMillimetre = system.GetDistUnits();
-        metresPerUnit = tenthsOfMillimetre > 0
-                            ? tenthsOfMillimetre / 10000.0
-                            : metresPerDegree * std::cos(view.CenterPoint().y * std::numbers::pi / 180.0);
-    }
+    CTxPJCoordSys system;
+    map()->GetProjection(system);
+    const qint32 tenthsOfMillimetre = system.GetDistUnits();
+    const double metresPerUnit = tenthsOfMillimetre > 0
+                                     ? tenthsOfMillimetre / 10000.0
+                                     : metresPerDegree * std::cos(view.CenterPoint().y * std::numbers::pi / 180.0);
     const double metresPerPixel = 0.0254 / m_canvas->logicalDpiX();
     return std::abs(view.Width() * metresPerUnit / m_canvas->width() / metresPerPixel);
 }

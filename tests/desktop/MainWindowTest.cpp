@@ -222,6 +222,25 @@ TEST_F(Window, AMapThatIsOpenedBringsItsLayersAlong)
     EXPECT_EQ(CWorkspaceBarTree::GetItemImage(dataset), images.GetImageIndex(CElemDatasetInfo::Point, 1));
 }
 
+TEST_F(Window, ADoubleClickedLayerFillsTheWindowAlsoInAnotherCoordinateSystem)
+{
+    // The same square degree around 10.5 E, 0.5 N, in metres of the Mercator projection.
+    const QString metres = write(QStringLiteral("metres.geojson"), R"({"type":"FeatureCollection",
+"crs":{"type":"name","properties":{"name":"urn:ogc:def:crs:EPSG::3857"}},"features":[{"type":"Feature","properties":{},
+"geometry":{"type":"Polygon","coordinates":[[[1113194.9,0],[1224514.4,0],[1224514.4,111325.1],[1113194.9,111325.1],[1113194.9,0]]]}}]})");
+    ASSERT_EQ(window->openFiles({districts(), metres}), 2);
+    window->documentArea().addToMap(vector(workspace(), QStringLiteral("districts")));
+    window->documentArea().addToMap(vector(workspace(), QStringLiteral("metres")));
+    QListWidget *list = window->layerPane().list();
+    const QPoint place = list->visualItemRect(list->item(0)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+    const CRect2D shown = window->documentArea().currentMap()->canvas()->GetViewBounds();
+    EXPECT_NEAR(shown.CenterPoint().x, 10.5, 0.01);
+    EXPECT_NEAR(shown.CenterPoint().y, 0.5, 0.01);
+    EXPECT_NEAR(shown.Height(), 1.1, 0.05);
+}
+
 TEST_F(Window, PropertiesTellWhatIsKnown)
 {
     openTowns();
