@@ -1,5 +1,7 @@
 #include "engine/data/TxStoragePath.h"
 
+#include "engine/base/TxSqliteFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -76,20 +78,12 @@ QString tableDamage(const QString &path, qint64 size)
 /// and 92 agree.
 QString sqliteDamage(const QString &path, qint64 size)
 {
-    // A journal beside the file puts right at the next opening what a crash left behind.
-    if (QFile::exists(path + QStringLiteral("-journal")) || QFile::exists(path + QStringLiteral("-wal")))
-        return QString();
-    constexpr qsizetype headerSize = 100;
-    const QByteArray bytes = head(path, headerSize);
-    if (bytes.size() < headerSize)
-        return shorterThan(size, headerSize);
-    if (!bytes.startsWith("SQLite format 3"))
+    const TxSqliteFile file(path);
+    if (!file.isOpen())
+        return size < TxSqliteFile::headerSize ? shorterThan(size, TxSqliteFile::headerSize) : QString();
+    if (!file.isDatabase())
         return QStringLiteral("has no header of a database");
-    const qint64 stored = bigEndian<quint16>(bytes, 16);
-    const qint64 pageSize = stored == 1 ? 65536 : stored;
-    const qint64 pages = bigEndian<quint32>(bytes, 28);
-    const bool holds = bigEndian<quint32>(bytes, 24) == bigEndian<quint32>(bytes, 92);
-    return holds && pages * pageSize > size ? shorterThan(size, pages * pageSize) : QString();
+    return file.statedSize() > file.size() ? shorterThan(file.size(), file.statedSize()) : QString();
 }
 
 /// PNG ends with the chunk IEND; what programs append to it is rarely long.

@@ -82,14 +82,22 @@ TEST_F(NativeDatabase, IsNotTakenForWhatItIsNot)
     EXPECT_LT(timer.elapsed(), 1000);
 }
 
-TEST_F(NativeDatabase, AskingForAnOpenFileDropsNoLock)
+TEST_F(NativeDatabase, LookingAtAnOpenFileDropsNoLock)
 {
     CTxDataSource *source = create();
+    CTxDatasetDef grid = definition(QStringLiteral("Relief"), Info::Grid);
+    grid.rasterSize = QSize(3, 2);
+    grid.rasterBounds = CRect2D(0, 0, 3, 2);
+    grid.pixelFormat = QStringLiteral("Float32");
+    ASSERT_TRUE(source->CreateDataset(grid)) << lastError();
     CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
     ASSERT_TRUE(source->BeginTrans());
     RecordsetPtr records = query(towns);
     ASSERT_TRUE(records->AddNew() && records->Update());
     EXPECT_TRUE(CTdbDataSourcePlus::IsTdb5File(source->GetPath()));
+    EXPECT_TRUE(source->GetDataset(QStringLiteral("Relief"))->Open()) << lastError();
+    EXPECT_TRUE(source->GetDataset(QStringLiteral("Relief"))->Close());
+    EXPECT_EQ(source->GetDataset(QStringLiteral("Relief"))->GetBounds(), grid.rasterBounds);
 
     // Another process must still find the file locked.
     const QByteArray command = "python3 -c \"import sqlite3,sys; c=sqlite3.connect(sys.argv[1],timeout=0);"
