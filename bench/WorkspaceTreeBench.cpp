@@ -118,7 +118,7 @@ void FindHTreeItem(benchmark::State &state)
     QStringList names; // in an order that caches cannot foresee
     for (quint32 step = 0; step < 4096; ++step) {
         const QString &name = source->GetDatasetAt(qint32(step * 2654435761u % quint32(state.range(0))))->GetName();
-        names.append(noCase ? name.toUpper() : name);
+        names.append(noCase ? name.toUpper() : QString(name.constData(), name.size())); // memory of its own
     }
     int next = 0;
     for (auto _ : state) {

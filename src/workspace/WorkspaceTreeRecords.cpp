@@ -7,6 +7,7 @@
 namespace {
 
 constexpr size_t unitsPerBlock = sizeof(quint64) / sizeof(char16_t);
+constexpr quint64 notAscii = 0xff80ff80ff80ff80u; // set bits of a block tell that some unit is no ASCII
 
 /// Letter case taken from four ASCII units at once: 'A' to 'Z' get the bit 0x20.
 quint64 foldedAscii(quint64 block)
@@ -40,7 +41,6 @@ quint64 foldedUnits(QStringView text, qsizetype first, qsizetype count)
 size_t mixFolded(size_t hash, QStringView text)
 {
     constexpr quint64 prime = 0x9E3779B97F4A7C15u;
-    constexpr quint64 notAscii = 0xff80ff80ff80ff80u;
     quint64 mixed = (hash + quint64(text.size())) * prime;
     for (qsizetype first = 0; first < text.size(); first += qsizetype(unitsPerBlock)) {
         const qsizetype count = qMin(text.size() - first, qsizetype(unitsPerBlock));
@@ -60,9 +60,23 @@ QString borrowed(const QString &text)
     return QString::fromRawData(text.constData(), text.size());
 }
 
-bool equalFolded(const QString &left, const QString &right)
+/// Whether the texts differ in letter case at most. ASCII is settled four letters at a time, all else by
+/// QString::compare().
+bool equalFolded(QStringView left, QStringView right)
 {
-    return left == right || left.compare(right, Qt::CaseInsensitive) == 0;
+    if (left.size() != right.size())
+        return false; // simple case folding keeps the length
+    qsizetype first = 0;
+    for (; first + qsizetype(unitsPerBlock) <= left.size(); first += qsizetype(unitsPerBlock)) {
+        quint64 leftBlock, rightBlock;
+        std::memcpy(&leftBlock, left.utf16() + first, sizeof leftBlock);
+        std::memcpy(&rightBlock, right.utf16() + first, sizeof rightBlock);
+        if ((leftBlock | rightBlock) & notAscii)
+            return left.compare(right, Qt::CaseInsensitive) == 0;
+        if (leftBlock != rightBlock && foldedAscii(leftBlock) != foldedAscii(rightBlock))
+            return false;
+    }
+    return left.sliced(first).compare(right.sliced(first), Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
@@ -91,6 +105,8 @@ void WorkspaceTreeRecords::add(WorkspaceTreeItem *item)
     item->m_keyHash = hashOf(entry->itemName, entry->alias, entry->itemType);
 
     Chain &chain = m_chains[Key{entry->itemName, entry->alias, entry->itemType, item->m_keyHash}];
+    if (const WorkspaceTreeItem *oldest = chain.oldest; chain.isUniform && oldest)
+        chain.isUniform = item->m_keyName == oldest->m_keyName && item->m_keyAlias == oldest->m_keyAlias;
     item->m_previousAlike = chain.newest;
     if (chain.newest)
         chain.newest->m_nextAlike = item;
@@ -154,6 +170,8 @@ WorkspaceTreeItem *WorkspaceTreeRecords::find(const QString &name, const QString
         return nullptr;
     if (noCase)
         return at->oldest;
+    if (at->isUniform) // the usual case, settled without a look at any item
+        return at.key().name == name && at.key().alias == alias ? at->oldest : nullptr;
     for (WorkspaceTreeItem *item = at->oldest; item; item = item->m_nextAlike) {
         if (item->m_keyName == name && item->m_keyAlias == alias)
             return item;

@@ -47,6 +47,7 @@ private:
     {
         WorkspaceTreeItem *oldest = nullptr; // not owned
         WorkspaceTreeItem *newest = nullptr; // not owned
+        bool isUniform = true;               // every item bears the names of the key exactly
     };
 
     static size_t hashOf(const QString &name, const QString &alias, qint32 kind);
