@@ -115,6 +115,23 @@ bool CTxDataSource::DeleteDataset(const QString &name)
     return true;
 }
 
+void TxDataSourcePrivate::dropTemporary()
+{
+    QStringList names;
+    for (const auto &dataset : m_datasets) {
+        if (dataset->GetOptions() & CTxDataset::Temporary)
+            names.append(dataset->GetName());
+    }
+    if (names.isEmpty() || isReadOnly())
+        return;
+    if (transaction)
+        q->RollbackTrans(); // as closing does
+    for (const QString &name : std::as_const(names)) {
+        if (findExact(name)) // it may have gone with another
+            q->DeleteDataset(name);
+    }
+}
+
 bool CTxDataSource::RenameDataset(const QString &name, const QString &newName)
 {
     CTxDataset *dataset = d->find(name);

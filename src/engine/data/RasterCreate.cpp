@@ -124,7 +124,7 @@ CTxDataset *makeRaster(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def
     entry.source = wanted.name.toUtf8();
     entry.type = wanted.type;
     entry.encType = wanted.encType;
-    entry.options = wanted.options & CTxDataset::Internal;
+    entry.options = wanted.options & (CTxDataset::Internal | CTxDataset::Temporary);
     entry.parent = wanted.parentDataset;
     entry.bands = keptBands(wanted);
     const bool isNative = dataSource.engineType == CTxDataSourceStorage::Native;

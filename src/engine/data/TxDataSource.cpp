@@ -9,7 +9,10 @@
 
 CTxDataSource::CTxDataSource() : d(std::make_unique<TxDataSourcePrivate>(this)) {}
 
-CTxDataSource::~CTxDataSource() = default;
+CTxDataSource::~CTxDataSource()
+{
+    d->dropTemporary();
+}
 
 const QString &CTxDataSource::GetAlias() const
 {

@@ -46,6 +46,8 @@ public:
     void renameDataset(CTxDataset *dataset, const QString &name, const QByteArray &source);
     /// Makes @p child the child of @p parent; it is then listed no more. Either may be null to part them.
     void attachChild(CTxDataset *parent, CTxDataset *child);
+    /// Deletes the datasets that were made to go when the datasource closes. (DatasetDelete.cpp)
+    void dropTemporary();
     /// Replaces the option flags of @p dataset.
     void setOptions(CTxDataset *dataset, qint32 options);
     /// The dataset called @p name exactly, null when there is none.

@@ -85,7 +85,7 @@ void VectorMaker::plan()
     main.entry.encType = m_def.encType;
     main.entry.parent = m_def.parentDataset;
     if (m_isNative) {
-        main.entry.options = m_def.options & (CTxDataset::Library | CTxDataset::Internal);
+        main.entry.options = m_def.options & (CTxDataset::Library | CTxDataset::Internal | CTxDataset::Temporary);
         main.fields = NativeSchema::fields(m_def.type, role());
     }
     main.fields.append(m_def.fields);

@@ -281,6 +281,21 @@ TEST_F(NativeDatabase, FailedCreationLeavesNothingBehind)
     EXPECT_TRUE(source->CreateDataset(definition(QStringLiteral("BadField"), Info::Network))) << lastError();
 }
 
+TEST_F(NativeDatabase, TemporaryDatasetsGoWithTheDataSource)
+{
+    CTxDataSource *source = create();
+    CTxDatasetDef scratch = definition(QStringLiteral("Scratch"), Info::Network);
+    scratch.options = CTxDataset::Temporary;
+    ASSERT_TRUE(source->CreateDataset(scratch)) << lastError();
+    ASSERT_TRUE(source->CreateDataset(definition(QStringLiteral("Towns"))));
+    RecordsetPtr records = query(vector(source, QStringLiteral("Scratch")));
+    ASSERT_TRUE(source->BeginTrans() && records->AddNew() && records->Update()) << lastError();
+    records.reset();
+    source = reopen();
+    EXPECT_EQ(source->GetDatasetCount(), 1);
+    EXPECT_FALSE(source->GetDataset(QStringLiteral("Scratch_Node")));
+}
+
 TEST_F(NativeDatabase, NamesOfAllScriptsAreKept)
 {
     const QStringList names = {QStringLiteral("Straßen"), QStringLiteral("道路"), QStringLiteral("طرق"),
