@@ -212,7 +212,8 @@ bool CWorkspaceTreeFilterBox::eventFilter(QObject *watched, QEvent *event)
         default:
             break;
         }
-    } else if (d->tree && watched == d->tree->viewport() && event->type() == QEvent::Resize) {
+    } else if (event->type() == QEvent::Resize && d->tree && watched == d->tree->viewport()) {
+        // The type comes first: while the tree is destroyed its viewport still sends events, and the tree is none then.
         placeEmptyNote();
     }
     return QWidget::eventFilter(watched, event);
