@@ -22,6 +22,7 @@ LayerPane::LayerPane(QWidget *parent) : QWidget(parent), m_list(new QListWidget)
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setIconSize(QSize(16, 16));
     m_remove = new QAction(tr("&Remove from Map"), this);
     m_remove->setShortcut(QKeySequence::Delete);

@@ -41,6 +41,20 @@ qsizetype cost(const CTxVariant &value)
     return bytes;
 }
 
+/// What the cell does not show of @p value: all digits of a real number, the rest of a long text. Else nothing.
+QVariant toolTip(const CTxVariant &value)
+{
+    constexpr int longText = 40;
+    constexpr int longestToolTip = 2000;
+    if (value.GetType() == CTxVariant::Double)
+        return value.toText();
+    const QString text = RecordTableModel::valueText(value);
+    if (text.size() <= longText)
+        return {};
+    // Escaped, so that a value that looks like markup is shown as it is; marked as rich text, so that lines are broken.
+    return QStringLiteral("<qt>%1</qt>").arg(text.left(longestToolTip).toHtmlEscaped());
+}
+
 bool isNumber(const CTxFieldInfo &field)
 {
     switch (field.GetType()) {
@@ -290,7 +304,7 @@ QVariant RecordTableModel::cell(const CTxVariant &value, const CTxFieldInfo &fie
     case Qt::ToolTipRole:
         if (value.IsNull())
             return tr("%1 has no value").arg(field.GetCaption());
-        return value.GetType() == CTxVariant::Double ? value.toText() : QVariant();
+        return toolTip(value);
     case Qt::FontRole:
         if (value.IsNull()) {
             QFont font;

@@ -109,6 +109,24 @@ TEST_F(RecordTable, ReadsManyRecordsBitByBit)
     EXPECT_EQ(model.headerData(rows - 1, Qt::Vertical).toInt(), rows);
 }
 
+TEST_F(RecordTable, ToolTipsTellWhatACellDoesNotShow)
+{
+    const QString text = QStringLiteral("<b>") + QString(500, QLatin1Char('x'));
+    const QString path =
+        write(QStringLiteral("long.geojson"), QStringLiteral(R"({"type":"FeatureCollection","features":[
+{"type":"Feature","properties":{"t":"%1","d":0.000000000125},"geometry":null}]})")
+                                                  .arg(text)
+                                                  .toUtf8());
+    ASSERT_TRUE(model.setDataset(open(path)));
+    const QModelIndex cell = model.index(0, columnOf(QStringLiteral("t")));
+    EXPECT_LT(cell.data().toString().size(), 400) << "a cell shows the beginning";
+    EXPECT_EQ(model.fullText(cell), text);
+    EXPECT_TRUE(cell.data(Qt::ToolTipRole).toString().contains(QStringLiteral("&lt;b&gt;xxx")));
+    const QModelIndex number = model.index(0, columnOf(QStringLiteral("d")));
+    EXPECT_EQ(number.data().toString(), "0.00000000");
+    EXPECT_EQ(number.data(Qt::ToolTipRole).toString().toDouble(), 0.000000000125);
+}
+
 TEST_F(RecordTable, AnEmptyTableIsAnAnswerToo)
 {
     ASSERT_TRUE(model.setDataset(open(towns())));
