@@ -98,6 +98,7 @@ bool changeRecords(TxVectorPrivate &vector, Change change)
 bool TxRecordsetPrivate::isWritable(size_t index)
 {
     if (m_writable.empty()) {
+        // Deliberate: key fields can be written though CanUpdate() says no, or nobody could build a network.
         for (const TxRecordsetField &field : fields)
             m_writable.push_back(field.ogrIndex >= 0 &&
                                  (field.info.CanUpdate() || NativeSchema::isKeyField(field.info.GetName())));
