@@ -14,6 +14,18 @@ namespace {
 
 constexpr int keptFiles = 3; // terravox.log.1 … .3
 constexpr qint64 smallestMaximum = 1000;
+/// The user's folder for what programs note down about their runs: $XDG_STATE_HOME, ~/.local/state where that is not
+/// set. QStandardPaths knows it from Qt 6.7 on; like there, a test run has a folder of its own.
+QString stateFolder()
+{
+    if (QStandardPaths::isTestModeEnabled())
+        return QDir::homePath() + QStringLiteral("/.qttest/state");
+    const QString fromEnvironment = qEnvironmentVariable("XDG_STATE_HOME");
+    if (QDir::isAbsolutePath(fromEnvironment)) // relative ones are to be ignored
+        return fromEnvironment;
+    return QDir::homePath() + QStringLiteral("/.local/state");
+}
+
 constexpr std::array levelNames = {"DEBUG", "INFO", "WARNING", "ERROR", "FATAL"};
 
 /// The one log of the program. The file is opened for every entry, so that a folder that is taken away, a full disk or
@@ -54,7 +66,7 @@ private:
         const QString fromEnvironment = qEnvironmentVariable("TERRAVOX_LOG_DIR");
         if (!fromEnvironment.isEmpty())
             return fromEnvironment;
-        return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/terravox/log");
+        return stateFolder() + QStringLiteral("/terravox/log");
     }
 
     static QByteArray line(int level, const QString &text)
@@ -73,19 +85,22 @@ private:
         if (!QDir().mkpath(QFileInfo(file).path()))
             return false;
         const QFileInfo old(file);
-        if (old.exists() && old.size() > 0 && old.size() + bytes.size() > maximumSize)
-            rotate(file);
+        const bool isFull = old.size() > 0 && old.size() + bytes.size() > maximumSize;
+        // Where something stands in the way of the old files, the bound on the size counts more than they do.
+        const bool isStuck = isFull && !rotate(file);
         QFile out(file);
-        return out.open(QIODevice::WriteOnly | QIODevice::Append) && out.write(bytes) == bytes.size() && out.flush();
+        return out.open(QIODevice::WriteOnly | (isStuck ? QIODevice::Truncate : QIODevice::Append)) &&
+               out.write(bytes) == bytes.size() && out.flush();
     }
 
-    static void rotate(const QString &file)
+    /// Moves the files on by one number. @return false when @p file stands where it stood.
+    static bool rotate(const QString &file)
     {
         const auto numbered = [&file](int number) { return file + u'.' + QString::number(number); };
         QFile::remove(numbered(keptFiles));
         for (int number = keptFiles; number > 1; --number)
             QFile::rename(numbered(number - 1), numbered(number));
-        QFile::rename(file, numbered(1));
+        return QFile::rename(file, numbered(1));
     }
 
     std::recursive_mutex m_mutex;

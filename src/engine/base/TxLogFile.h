@@ -7,10 +7,11 @@
 /// The engine's log file.
 ///
 /// One line an entry, UTF-8: local time with milliseconds, level, text, and the source position where it is known. Line
-/// ends inside a text are written as "\n". The file stands in the platform's folder for application data
-/// ("terravox/log/terravox.log" below QStandardPaths::GenericDataLocation) unless the environment variable
-/// TERRAVOX_LOG_DIR or SetFolder() names another. It is rotated at 1 MB: terravox.log.1 to terravox.log.3 keep what was
-/// before. A folder that cannot be written makes every call answer false; nothing else happens.
+/// ends inside a text are written as "\n". The file is "terravox/log/terravox.log" below the user's folder for state
+/// ($XDG_STATE_HOME, ~/.local/state where that is not set) unless the environment variable TERRAVOX_LOG_DIR or
+/// SetFolder() names another folder. It is rotated at 1 MB: terravox.log.1 to terravox.log.3 keep what was before; where
+/// they cannot be replaced it begins anew. A folder that cannot be written makes every call answer false; nothing else
+/// happens.
 class TX_EXPORT CTxLogFile
 {
 public:

@@ -64,6 +64,17 @@ TEST_F(LogFile, KeepsThreeOldFilesAndItsSize)
     EXPECT_TRUE(content().endsWith(QStringLiteral("x59\n")));
 }
 
+TEST_F(LogFile, KeepsItsSizeWhereOldFilesCannotBeReplaced)
+{
+    for (const char *name : {"terravox.log.1/taken", "terravox.log.2/taken", "terravox.log.3/taken"})
+        ASSERT_TRUE(QDir(m_folder.path()).mkpath(QLatin1StringView(name)));
+    CTxLogFile::SetMaximumSize(1000);
+    for (int i = 0; i < 60; ++i)
+        EXPECT_TRUE(CTxLogFile::RecordLog(CTxLogFile::ErrorLevel, QString(100, u'x') + QString::number(i)));
+    EXPECT_LE(QFile(CTxLogFile::GetPath()).size(), 1000);
+    EXPECT_TRUE(content().endsWith(QStringLiteral("x59\n")));
+}
+
 TEST_F(LogFile, AnswersFalseWhereItCannotWrite)
 {
     // A file in the folder's place stops every user, root included.
