@@ -162,7 +162,7 @@ void MapRenderer::beginTask()
     m_dataset = findDataset(task);
     if (!m_dataset || !isDrawable(m_dataset->GetType()) || m_released.contains(m_dataset)) {
         if (!m_dataset && isLayerAlive(task.layer))
-            fail(QStringLiteral("The dataset \"%1\" is not there.").arg(task.layer->GetDatasetName()));
+            fail(QStringLiteral("The dataset “%1” is not there").arg(task.layer->GetDatasetName()));
         endTask();
         return;
     }
@@ -178,7 +178,7 @@ void MapRenderer::beginTask()
     bool failed = false;
     m_reprojector = TxReprojector::make(own, map, failed);
     if (failed) {
-        fail(QStringLiteral("There is no way from its coordinate system \"%1\" to that of the map, \"%2\".")
+        fail(QStringLiteral("There is no way from its coordinate system “%1” to that of the map, “%2”")
                  .arg(own.GetName(), map.GetName()));
         endTask();
         return;

@@ -14,8 +14,10 @@ namespace {
 
 bool fail(const QString &path, const QString &what, const QString &reason)
 {
+    // Some of Qt's reasons end with a stop, ours and those of the rest of the engine do not.
+    const QString unstopped = reason.endsWith(u'.') ? reason.chopped(1) : reason;
     TxGetErrorMsgObj().SetErrorMessage(
-        QStringLiteral("The workspace file \"%1\" cannot be %2: %3.").arg(path, what, reason));
+        QStringLiteral("The workspace file “%1” cannot be %2: %3").arg(path, what, unstopped));
     return false;
 }
 
@@ -137,7 +139,7 @@ bool CTxWorkspace::Save()
 bool CTxWorkspace::SaveAs(const QString &path)
 {
     if (path.isEmpty()) {
-        TxGetErrorMsgObj().SetErrorMessage(QStringLiteral("The workspace has no file yet."));
+        TxGetErrorMsgObj().SetErrorMessage(QStringLiteral("The workspace has no file yet"));
         return false;
     }
     const QString absolute = QFileInfo(path).absoluteFilePath();
@@ -193,7 +195,7 @@ bool CTxWorkspace::RetryMissingDataSource(const QString &alias, const QString &p
 {
     const auto entry = findMissing(*d, alias);
     if (entry == d->fileEntries.end()) {
-        TxGetErrorMsgObj().SetErrorMessage(QStringLiteral("No datasource called \"%1\" is missing.").arg(alias));
+        TxGetErrorMsgObj().SetErrorMessage(QStringLiteral("No datasource called “%1” is missing").arg(alias));
         return false;
     }
     const QString place = path.isEmpty() ? entry->record.path : path;
