@@ -36,7 +36,7 @@ public:
     static bool IsSupportDTType(const CTxDataset *dataset, quint32 mask);
     /// The bit of a datasource engine type (CTxDataSourceStorage::Type); 0 when it has none.
     static quint32 QueryTDDSType(qint32 engineType);
-    /// True when the bit of the engine type of @p dataSource is in @p mask. @p dataSource must not be null.
+    /// True when the bit of the engine type of @p dataSource is in @p mask; false for null.
     static bool IsSupportDSType(const CTxDataSource *dataSource, quint32 mask);
     /// The bit of a field type (CTxFieldInfo::Type); 0 when it has none.
     static quint32 QueryTDFieldType(qint16 fieldType);

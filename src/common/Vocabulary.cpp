@@ -44,7 +44,7 @@ quint32 CTdCommMethods::QueryTDDSType(qint32 engineType)
 
 bool CTdCommMethods::IsSupportDSType(const CTxDataSource *dataSource, quint32 mask)
 {
-    return (QueryTDDSType(dataSource->GetEngineType()) & mask) != 0;
+    return dataSource && (QueryTDDSType(dataSource->GetEngineType()) & mask) != 0;
 }
 
 quint32 CTdCommMethods::QueryTDFieldType(qint16 fieldType)
