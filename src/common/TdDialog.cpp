@@ -1,11 +1,13 @@
 #include "common/TdDialog.h"
 
 #include "basic/TdHostMessage.h"
+#include "common/TdModule.h"
 #include "common/TdSendMessage.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QWhatsThis>
+#include <QWindow>
 
 CTdDialog::CTdDialog(quint32 templateId, QWidget *parent) : QDialog(parent), m_templateId(templateId)
 {
@@ -16,6 +18,12 @@ CTdDialog::~CTdDialog() = default;
 
 int CTdDialog::DoModal()
 {
+    // A dialog without a parent stays above the main window, so that it cannot be lost behind the window it blocks.
+    const QWidget *mainWnd = CTdModule::GetMainWnd();
+    if (!parentWidget() && mainWnd && mainWnd->window() != this) {
+        winId(); // makes the native window
+        windowHandle()->setTransientParent(mainWnd->window()->windowHandle());
+    }
     return exec() == QDialog::Accepted ? IdOk : IdCancel;
 }
 

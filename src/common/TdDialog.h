@@ -19,7 +19,8 @@ public:
     explicit CTdDialog(quint32 templateId, QWidget *parent = nullptr);
     ~CTdDialog() override;
 
-    /// Shows the dialog and waits until it is closed. @return IdOk or IdCancel.
+    /// Shows the dialog, above the main window where it has no parent, and waits until it is closed.
+    /// @return IdOk or IdCancel.
     virtual int DoModal();
 
     /// The number of the dialog's template.
