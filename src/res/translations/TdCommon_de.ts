@@ -269,7 +269,7 @@
     </message>
     <message>
         <source>The operating dataset &quot;%s&quot; is opened. To continue, you must close it first. Close it?</source>
-        <translation>Das zu bearbeitende Dataset „%s“ ist geöffnet. Um fortzufahren, muss er zuerst geschlossen werden. Jetzt schließen?</translation>
+        <translation>Das zu bearbeitende Dataset „%s“ ist geöffnet. Um fortzufahren, muss es zuerst geschlossen werden. Jetzt schließen?</translation>
     </message>
     <message>
         <source>Please select a directory path <byte value="xd"/>
