@@ -1,5 +1,6 @@
 #include "engine/data/TxRecordset.h"
 
+#include "engine/base/TxVectorState.h"
 #include "engine/data/NativeSchema.h"
 #include "engine/data/TxCursors.h"
 #include "engine/data/TxRecordsetPrivate.h"
@@ -197,6 +198,7 @@ bool CTxRecordset::MoveFirst()
 {
     d->leaveRecord();
     const TxGdal::ErrorCollector errors;
+    TxVectorState::clearUpperHalves();
     d->onRecord = d->cursor && d->cursor->first();
     return d->onRecord;
 }
@@ -207,6 +209,7 @@ bool CTxRecordset::MoveNext()
     if (!d->onRecord)
         return false;
     const TxGdal::ErrorCollector errors;
+    TxVectorState::clearUpperHalves(); // here too: between two records the caller may have hashed a text
     d->onRecord = d->cursor->next();
     return d->onRecord;
 }
