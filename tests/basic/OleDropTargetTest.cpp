@@ -33,13 +33,6 @@ protected:
     }
 };
 
-/// How the drop target answered Qt.
-struct Answer
-{
-    bool accepted;
-    Qt::DropAction action;
-};
-
 class OleDropTarget : public testing::Test
 {
 protected:
@@ -52,12 +45,15 @@ protected:
         m_target.Register(&m_receiver);
     }
 
+    /// Sends an event, which the receiver answers with @p answer. @return the action if Qt is told to accept it
     template<class Event, class Point = QPoint>
-    Answer send()
+    Qt::DropAction send(Qt::DropAction answer = Qt::CopyAction)
     {
+        m_receiver.m_answer = answer;
         Event event(Point(5, 6), Qt::CopyAction | Qt::MoveAction, &m_mime, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(m_receiver.viewport(), &event);
-        return {event.isAccepted(), event.dropAction()};
+        EXPECT_TRUE(event.type() == QEvent::DragEnter || event.isAccepted() || event.dropAction() == Qt::IgnoreAction);
+        return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
     }
 
     QMimeData m_mime;
@@ -67,36 +63,22 @@ protected:
 
 TEST_F(OleDropTarget, TurnsADragIntoMessagesToTheWidget)
 {
-    EXPECT_TRUE(send<QDragEnterEvent>().accepted);
-    EXPECT_TRUE(send<QDragMoveEvent>().accepted);
-    m_receiver.m_answer = Qt::MoveAction;
-    const Answer drop = send<QDropEvent, QPointF>();
-
+    EXPECT_EQ(send<QDragEnterEvent>(), Qt::CopyAction);
+    EXPECT_EQ(send<QDragMoveEvent>(), Qt::CopyAction);
+    EXPECT_EQ((send<QDropEvent, QPointF>(Qt::MoveAction)), Qt::MoveAction);
     EXPECT_EQ(m_receiver.m_messages, (QList<int>{1137, 1138, 1135}));
     EXPECT_EQ(m_receiver.m_text, QStringLiteral("dragged"));
     EXPECT_EQ(m_receiver.m_position, m_receiver.viewport()->mapTo(&m_receiver, QPoint(5, 6)));
     EXPECT_NE(m_receiver.m_position, QPoint(5, 6)) << "the header is part of the widget, not of its viewport";
-    EXPECT_TRUE(drop.accepted);
-    EXPECT_EQ(drop.action, Qt::MoveAction);
 }
 
 TEST_F(OleDropTarget, RefusedEnterIsAskedAgainOnTheMove)
 {
-    m_receiver.m_answer = Qt::IgnoreAction;
-    send<QDragEnterEvent>();
-    EXPECT_FALSE(send<QDragMoveEvent>().accepted);
-    m_receiver.m_answer = Qt::CopyAction;
-    EXPECT_TRUE(send<QDragMoveEvent>().accepted);
-    EXPECT_EQ(m_receiver.m_messages, (QList<int>{1137, 1138, 1138}));
-}
-
-TEST_F(OleDropTarget, AnActionThatTheDragDoesNotOfferRefuses)
-{
-    m_receiver.m_answer = Qt::LinkAction;
-    send<QDragEnterEvent>();
-    const Answer move = send<QDragMoveEvent>();
-    EXPECT_FALSE(move.accepted);
-    EXPECT_EQ(move.action, Qt::IgnoreAction);
+    send<QDragEnterEvent>(Qt::IgnoreAction);
+    EXPECT_EQ(send<QDragMoveEvent>(Qt::IgnoreAction), Qt::IgnoreAction);
+    EXPECT_EQ(send<QDragMoveEvent>(Qt::LinkAction), Qt::IgnoreAction) << "an action that the drag does not offer";
+    EXPECT_EQ(send<QDragMoveEvent>(Qt::CopyAction), Qt::CopyAction);
+    EXPECT_EQ(m_receiver.m_messages, (QList<int>{1137, 1138, 1138, 1138}));
 }
 
 TEST_F(OleDropTarget, LetsTheWidgetGo)

@@ -9,14 +9,15 @@
 
 namespace {
 
+using namespace Qt::Literals::StringLiterals;
+
 class ProfileFile : public testing::Test
 {
 protected:
-    QString path() const { return m_folder.filePath(QStringLiteral("sub/terravox.ini")); }
     void store(const QByteArray &bytes) const
     {
-        QDir(m_folder.path()).mkpath(QStringLiteral("sub"));
-        QFile file(path());
+        QDir(m_folder.path()).mkpath(u"sub"_s);
+        QFile file(m_path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
@@ -25,56 +26,56 @@ protected:
         QFile in(file);
         return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
     }
+    /// Which branches may be shown, from the workspace to the resources.
+    static QList<bool> shown(const CTdProfileFile &profile)
+    {
+        return {profile.IsTreeItemDispWS(),   profile.IsTreeItemDispDSs(),    profile.IsTreeItemDispMAPs(),
+                profile.IsTreeItemDispLYTs(), profile.IsTreeItemDispScenes(), profile.IsTreeItemDispRESs()};
+    }
 
-    const QString m_section = QStringLiteral("Section");
+    const QString m_section = u"Section"_s;
     QTemporaryDir m_folder;
+    const QString m_path = m_folder.filePath(u"sub/terravox.ini"_s);
 };
 
 TEST_F(ProfileFile, MissingFileGivesDefaultsAndIsNotMade)
 {
-    const CTdProfileFile profile(path());
-    EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("Key"), 42), 42);
-    EXPECT_TRUE(profile.IsTreeItemDispWS() && profile.IsTreeItemDispDSs() && profile.IsTreeItemDispMAPs());
-    EXPECT_TRUE(profile.IsTreeItemDispLYTs() && profile.IsTreeItemDispScenes() && profile.IsTreeItemDispRESs());
+    const CTdProfileFile profile(m_path);
+    EXPECT_EQ(profile.ReadIntValue(m_section, u"Key"_s, 42), 42);
+    EXPECT_EQ(shown(profile), QList<bool>(6, true));
     EXPECT_TRUE(profile.LoadTreeItemWSAlias().isEmpty());
-    EXPECT_FALSE(QFile::exists(path()));
+    EXPECT_FALSE(QFile::exists(m_path));
 }
 
-TEST_F(ProfileFile, KeepsValuesForTheNextProgram)
+TEST_F(ProfileFile, KeepsTheValuesOfTwoProgramsForTheNext)
 {
-    const QString text = QStringLiteral("a, \"b\"; Städte \U0001F5FA=1\n2");
-    {
-        CTdProfileFile profile(path());
-        EXPECT_TRUE(profile.WriteIntValue(m_section, QStringLiteral("Number"), -2147483647 - 1));
-        EXPECT_TRUE(profile.WriteStringValue(m_section, QStringLiteral("Schlüssel ü"), text));
-        EXPECT_FALSE(profile.WriteIntValue(m_section, QString(), 1));
-    }
-    const CTdProfileFile profile(path());
-    EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("Number"), 0), -2147483647 - 1);
-    EXPECT_EQ(profile.ReadStringValue(m_section, QStringLiteral("Schlüssel ü")), text);
-    EXPECT_EQ(profile.ReadIntValue(QStringLiteral("Other"), QStringLiteral("Number"), 5), 5);
+    const QString text = u"a, \"b\"; Städte \U0001F5FA=1\n2"_s;
+    CTdProfileFile first(m_path), second(m_path);
+    EXPECT_TRUE(first.WriteIntValue(m_section, u"Number"_s, -2147483647 - 1));
+    EXPECT_TRUE(second.WriteStringValue(m_section, u"Schlüssel ü"_s, text));
+    EXPECT_FALSE(second.WriteIntValue(m_section, QString(), 1));
+    const CTdProfileFile profile(m_path);
+    EXPECT_EQ(profile.ReadIntValue(m_section, u"Number"_s, 0), -2147483647 - 1);
+    EXPECT_EQ(profile.ReadStringValue(m_section, u"Schlüssel ü"_s), text);
+    EXPECT_EQ(profile.ReadIntValue(u"Other"_s, u"Number"_s, 5), 5);
     EXPECT_EQ(profile.ReadIntValue(m_section, QString(), 6), 6);
 }
 
 TEST_F(ProfileFile, HoldsCaptionAndPermissionOfEachBranch)
 {
+    CTdProfileFile profile(m_path);
     for (int i = 0; i < CTdProfileFile::treeItemCount; ++i) {
         const auto item = static_cast<CTdProfileFile::TreeItem>(i);
-        CTdProfileFile profile(path());
-        EXPECT_TRUE(profile.SetTreeItemDisp(item, false));
-        EXPECT_TRUE(profile.SaveTreeItemAlias(item, QString::number(i)));
+        QList<bool> wanted(6, true);
+        wanted[i] = false;
+        EXPECT_TRUE(profile.SetTreeItemDisp(item, false) && profile.SaveTreeItemAlias(item, QString::number(i)));
+        EXPECT_EQ(shown(CTdProfileFile(m_path)), wanted) << i;
+        EXPECT_TRUE(profile.SetTreeItemDisp(item, true));
     }
-    CTdProfileFile profile(path());
-    EXPECT_FALSE(profile.IsTreeItemDispWS() || profile.IsTreeItemDispDSs() || profile.IsTreeItemDispMAPs());
-    EXPECT_FALSE(profile.IsTreeItemDispLYTs() || profile.IsTreeItemDispScenes() || profile.IsTreeItemDispRESs());
-    const QString aliases = profile.LoadTreeItemWSAlias() + profile.LoadTreeItemDSSAlias() +
-                            profile.LoadTreeItemMapsAlias() + profile.LoadTreeItemLytsAlias() +
-                            profile.LoadTreeItemScenesAlias() + profile.LoadTreeItemResAlias();
-    EXPECT_EQ(aliases, QStringLiteral("012345"));
-
-    EXPECT_TRUE(profile.SetTreeItemDisp(CTdProfileFile::Maps, true));
-    EXPECT_TRUE(profile.IsTreeItemDispMAPs());
-    EXPECT_FALSE(profile.IsTreeItemDispWS());
+    EXPECT_EQ(shown(profile), QList<bool>(6, true));
+    EXPECT_EQ(profile.LoadTreeItemWSAlias() + profile.LoadTreeItemDSSAlias() + profile.LoadTreeItemMapsAlias() +
+                  profile.LoadTreeItemLytsAlias() + profile.LoadTreeItemScenesAlias() + profile.LoadTreeItemResAlias(),
+              u"012345"_s);
     EXPECT_FALSE(profile.SetTreeItemDisp(static_cast<CTdProfileFile::TreeItem>(6), false));
 }
 
@@ -82,12 +83,11 @@ TEST_F(ProfileFile, ReadsWhatPeopleTyped)
 {
     store("[WorkspaceTree]\nShowMaps= 0 \nShowScenes=no\nMapsAlias=Maps, plans\n"
           "[Section]\nNumber=12abc\nHuge=99999999999\n");
-    const CTdProfileFile profile(path());
-    EXPECT_FALSE(profile.IsTreeItemDispMAPs());
-    EXPECT_TRUE(profile.IsTreeItemDispScenes());
-    EXPECT_EQ(profile.LoadTreeItemMapsAlias(), QStringLiteral("Maps, plans"));
-    EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("Number"), 7), 7);
-    EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("Huge"), 7), 7);
+    const CTdProfileFile profile(m_path);
+    EXPECT_EQ(shown(profile), (QList<bool>{true, true, false, true, true, true}));
+    EXPECT_EQ(profile.LoadTreeItemMapsAlias(), u"Maps, plans"_s);
+    EXPECT_EQ(profile.ReadIntValue(m_section, u"Number"_s, 7), 7);
+    EXPECT_EQ(profile.ReadIntValue(m_section, u"Huge"_s, 7), 7);
 }
 
 TEST_F(ProfileFile, GarbageGivesDefaultsAndIsNotLost)
@@ -98,47 +98,34 @@ TEST_F(ProfileFile, GarbageGivesDefaultsAndIsNotLost)
     for (const QByteArray &garbage :
          {QByteArray("no ini at all\nreally"), QByteArray("[unclosed\nx=@Variant(\\0\\0\\0\\x7f"), binary}) {
         store(garbage);
-        CTdProfileFile profile(path());
-        EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("Key"), 42), 42);
+        CTdProfileFile profile(m_path);
+        EXPECT_EQ(profile.ReadIntValue(m_section, u"Key"_s, 42), 42);
         EXPECT_TRUE(profile.IsTreeItemDispWS());
-        EXPECT_EQ(content(path()), garbage);
+        EXPECT_EQ(content(m_path), garbage);
 
-        EXPECT_TRUE(profile.WriteIntValue(m_section, QStringLiteral("Key"), 1));
-        EXPECT_EQ(CTdProfileFile(path()).ReadIntValue(m_section, QStringLiteral("Key"), 0), 1);
-        const QString copy = path() + QStringLiteral(".damaged");
-        EXPECT_EQ(content(copy), garbage);
-        QFile::remove(copy);
+        EXPECT_TRUE(profile.WriteIntValue(m_section, u"Key"_s, 1));
+        EXPECT_EQ(CTdProfileFile(m_path).ReadIntValue(m_section, u"Key"_s, 0), 1);
+        EXPECT_EQ(content(m_path + u".damaged"_s), garbage);
+        QFile::remove(m_path + u".damaged"_s);
     }
 }
 
 TEST_F(ProfileFile, GoodLinesOfADamagedFileSurvive)
 {
     store("[Section]\nKey=7\nscribble\n[WorkspaceTree]\nShowMaps=0\n");
-    CTdProfileFile profile(path());
-    EXPECT_TRUE(profile.WriteIntValue(m_section, QStringLiteral("Other"), 8));
-    const CTdProfileFile again(path());
-    EXPECT_EQ(again.ReadIntValue(m_section, QStringLiteral("Key"), 0), 7);
-    EXPECT_EQ(again.ReadIntValue(m_section, QStringLiteral("Other"), 0), 8);
+    EXPECT_TRUE(CTdProfileFile(m_path).WriteIntValue(m_section, u"Other"_s, 8));
+    const CTdProfileFile again(m_path);
+    EXPECT_EQ(again.ReadIntValue(m_section, u"Key"_s, 0), 7);
+    EXPECT_EQ(again.ReadIntValue(m_section, u"Other"_s, 0), 8);
     EXPECT_FALSE(again.IsTreeItemDispMAPs());
 }
 
 TEST_F(ProfileFile, FolderInPlaceOfTheFileRefusesWrites)
 {
     CTdProfileFile profile(m_folder.path());
-    EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("Key"), 3), 3);
-    EXPECT_FALSE(profile.WriteIntValue(m_section, QStringLiteral("Key"), 1));
+    EXPECT_EQ(profile.ReadIntValue(m_section, u"Key"_s, 3), 3);
+    EXPECT_FALSE(profile.WriteIntValue(m_section, u"Key"_s, 1));
     EXPECT_TRUE(QFileInfo(m_folder.path()).isDir());
-}
-
-TEST_F(ProfileFile, TwoProgramsShareOneFile)
-{
-    CTdProfileFile first(path());
-    CTdProfileFile second(path());
-    EXPECT_TRUE(first.WriteIntValue(m_section, QStringLiteral("First"), 1));
-    EXPECT_TRUE(second.WriteIntValue(m_section, QStringLiteral("Second"), 2));
-    const CTdProfileFile profile(path());
-    EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("First"), 0), 1);
-    EXPECT_EQ(profile.ReadIntValue(m_section, QStringLiteral("Second"), 0), 2);
 }
 
 } // namespace
