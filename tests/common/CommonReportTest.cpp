@@ -9,48 +9,28 @@
 
 namespace {
 
-QString label(const CTdCommonReport &report)
-{
-    return report.GetDlgItem<QLabel>(39058)->text();
-}
+using namespace Qt::Literals::StringLiterals;
 
-QString content(const CTdCommonReport &report)
+TEST(CommonReport, SettersGiveTheTextBeforeAndItsRunShowsTheTexts)
 {
-    return report.GetDlgItem<QPlainTextEdit>(39057)->toPlainText();
-}
-
-Qt::Alignment shownAlignment(const CTdCommonReport &report)
-{
-    return report.GetEditCtrl()->document()->defaultTextOption().alignment();
-}
-
-TEST(CommonReport, SettersStoreAndGiveTheTextBefore)
-{
-    CTdCommonReport report(QStringLiteral("Title"), QStringLiteral("Name"), QStringLiteral("Line 1\nLine 2"));
-    EXPECT_EQ(report.SetWndName(QStringLiteral("T")), QStringLiteral("Title"));
-    EXPECT_EQ(report.SetReportName(QStringLiteral("N")), QStringLiteral("Name"));
-    EXPECT_EQ(report.SetReportContent(QStringLiteral("C")), QStringLiteral("Line 1\nLine 2"));
-    EXPECT_EQ(report.GetWndName() + report.GetReportName() + report.GetReportContent(), QStringLiteral("TNC"));
-    EXPECT_TRUE(content(report).isEmpty()) << "shown at initialisation, not before";
-}
-
-TEST(CommonReport, ShowsTheTextsWhenItOpensAndWhenTold)
-{
-    CTdCommonReport report;
-    EXPECT_TRUE(report.GetWndName().isEmpty() && report.GetReportName().isEmpty());
-    report.SetWndName(QStringLiteral("Title"));
-    report.SetReportName(QStringLiteral("<b>Name</b>"));
-    report.SetReportContent(QStringLiteral("1\n2"));
-    QTimer::singleShot(0, &report, [&report] {
-        EXPECT_EQ(report.windowTitle(), QStringLiteral("Title"));
-        EXPECT_EQ(label(report), QStringLiteral("<b>Name</b>"));
-        EXPECT_EQ(report.GetDlgItem<QLabel>(39058)->textFormat(), Qt::PlainText);
-        EXPECT_EQ(content(report), QStringLiteral("1\n2"));
+    CTdCommonReport report(u"Title"_s, u"Name"_s, u"Line 1\nLine 2"_s);
+    EXPECT_EQ(report.SetWndName(u"T"_s), u"Title"_s);
+    EXPECT_EQ(report.SetReportName(u"<b>N</b>"_s), u"Name"_s);
+    EXPECT_EQ(report.SetReportContent(u"1\n2"_s), u"Line 1\nLine 2"_s);
+    EXPECT_EQ(report.GetWndName() + report.GetReportName() + report.GetReportContent(), u"T<b>N</b>1\n2"_s);
+    const auto *label = report.GetDlgItem<QLabel>(39058);
+    const auto *content = report.GetDlgItem<QPlainTextEdit>(39057);
+    EXPECT_TRUE(content->toPlainText().isEmpty()) << "shown at initialisation, not before";
+    QTimer::singleShot(0, &report, [&] {
+        EXPECT_EQ(report.windowTitle(), u"T"_s);
+        EXPECT_EQ(label->text(), u"<b>N</b>"_s);
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        EXPECT_EQ(content->toPlainText(), u"1\n2"_s);
         EXPECT_EQ(report.focusWidget(), report.GetEditCtrl());
-        report.SetReportContent(QStringLiteral("3"));
-        EXPECT_EQ(content(report), QStringLiteral("1\n2"));
+        report.SetReportContent(u"3"_s);
+        EXPECT_EQ(content->toPlainText(), u"1\n2"_s);
         report.UpdateAllItemValues();
-        EXPECT_EQ(content(report), QStringLiteral("3"));
+        EXPECT_EQ(content->toPlainText(), u"3"_s);
         report.accept();
     });
     EXPECT_EQ(report.DoModal(), 1);
@@ -69,16 +49,15 @@ TEST(CommonReport, AlignmentOutOfRangeCountsAsLeft)
 TEST(CommonReport, SetTextAlignAddsToEarlierAlignments)
 {
     CTdCommonReport report;
-    EXPECT_EQ(shownAlignment(report) & Qt::AlignHorizontal_Mask, Qt::AlignLeft);
-    report.SetTextAlign(1);
-    EXPECT_EQ(shownAlignment(report), Qt::AlignHCenter);
-    report.SetTextAlign(0);
-    EXPECT_EQ(shownAlignment(report), Qt::AlignHCenter);
-    report.SetTextAlign(2);
-    EXPECT_EQ(shownAlignment(report), Qt::AlignRight);
-    report.SetTextAlign(1);
-    EXPECT_EQ(shownAlignment(report), Qt::AlignRight);
-    EXPECT_EQ(report.GetTextAlign(), 1);
+    const auto shown = [&report] { return report.GetEditCtrl()->document()->defaultTextOption().alignment(); };
+    EXPECT_EQ(shown() & Qt::AlignHorizontal_Mask, Qt::AlignLeft);
+    const std::pair<int, Qt::AlignmentFlag> rows[] = {
+        {1, Qt::AlignHCenter}, {0, Qt::AlignHCenter}, {2, Qt::AlignRight}, {1, Qt::AlignRight}};
+    for (const auto &[alignment, wanted] : rows) {
+        report.SetTextAlign(alignment);
+        EXPECT_EQ(shown(), wanted);
+        EXPECT_EQ(report.GetTextAlign(), alignment);
+    }
 }
 
 } // namespace

@@ -51,76 +51,59 @@ protected:
     }
 };
 
-TEST(Dialog, AnswersOneForOkAndTwoForCancel)
+TEST(Dialog, AnswersOneForOkAndTwoForCancelAndCanRefuseOk)
 {
-    struct Row
-    {
-        const char *how;
-        std::function<void(Dialog &)> close;
-        int answer;
+    const std::pair<std::function<void(Dialog &)>, int> rows[] = {
+        {[](Dialog &d) { d.accept(); }, 1},
+        {[](Dialog &d) { d.reject(); }, 2},
+        {[](Dialog &d) { QTest::keyClick(d.m_edit, Qt::Key_Escape); }, 2},
+        {[](Dialog &d) { d.close(); }, 2}, // by the button of the caption
     };
-    const Row rows[] = {
-        {"accept", [](Dialog &d) { d.accept(); }, 1},
-        {"reject", [](Dialog &d) { d.reject(); }, 2},
-        {"Escape", [](Dialog &d) { QTest::keyClick(d.m_edit, Qt::Key_Escape); }, 2},
-        {"close button of the caption", [](Dialog &d) { d.close(); }, 2},
-    };
-    for (const Row &row : rows) {
-        Dialog dialog;
-        EXPECT_EQ(dialog.run([&] { row.close(dialog); }), row.answer) << row.how;
+    for (const auto &[close, answer] : rows) {
+        for (const bool refuse : {false, true}) {
+            Dialog dialog;
+            dialog.m_refuse = refuse;
+            EXPECT_EQ(dialog.run([&] {
+                close(dialog);
+                EXPECT_EQ(dialog.isVisible(), refuse && answer == 1) << "OK can be refused";
+                if (refuse)
+                    dialog.reject();
+            }),
+                      refuse ? 2 : answer);
+        }
     }
-}
-
-TEST(Dialog, CanRefuseToClose)
-{
-    Dialog dialog;
-    dialog.m_refuse = true;
-    EXPECT_EQ(dialog.run([&] {
-        dialog.accept();
-        EXPECT_TRUE(dialog.isVisible());
-        dialog.reject();
-    }),
-              2);
 }
 
 TEST(Dialog, IsInitialisedOnceBeforeEachRun)
 {
     Dialog dialog;
-    dialog.run([&] {
-        dialog.hide();
-        dialog.show();
-        EXPECT_EQ(dialog.m_initialised, 1);
-        dialog.accept();
-    });
-    EXPECT_EQ(dialog.m_initialised, 1);
-    EXPECT_FALSE(dialog.m_visibleAtInit);
-    dialog.run([&] { dialog.accept(); });
-    EXPECT_EQ(dialog.m_initialised, 2);
+    for (const int run : {1, 2}) {
+        dialog.run([&] {
+            dialog.hide();
+            dialog.show();
+            dialog.accept();
+        });
+        EXPECT_EQ(dialog.m_initialised, run);
+        EXPECT_FALSE(dialog.m_visibleAtInit);
+    }
 }
 
 TEST(Dialog, F1AndTheCaptionsHelpButtonOpenItsTopic)
 {
-    HostWindow host;
     Dialog dialog;
-    EXPECT_TRUE(dialog.windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
-    dialog.run([&] {
+    const auto askForHelp = [&dialog] {
         QTest::keyClick(dialog.m_edit, Qt::Key_F1);
         QEvent help(QEvent::EnterWhatsThisMode);
         QApplication::sendEvent(&dialog, &help);
-        dialog.accept();
-    });
-    EXPECT_EQ(host.m_messages, (QList<int>{CTdHostMessage::ContextHelp, CTdHostMessage::ContextHelp}));
-    EXPECT_EQ(host.m_numbers, (QList<qint64>{76143, 76143}));
-}
-
-TEST(Dialog, HelpWithoutAMainWindowDoesNothing)
-{
-    Dialog dialog;
-    dialog.run([&] {
-        QTest::keyClick(dialog.m_edit, Qt::Key_F1);
         EXPECT_TRUE(dialog.isVisible());
         dialog.accept();
-    });
+    };
+    dialog.run(askForHelp); // without a main window nothing happens
+    const HostWindow host;
+    EXPECT_TRUE(dialog.windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
+    dialog.run(askForHelp);
+    EXPECT_EQ(host.m_messages, (QList<int>{CTdHostMessage::ContextHelp, CTdHostMessage::ContextHelp}));
+    EXPECT_EQ(host.m_numbers, (QList<qint64>{76143, 76143}));
 }
 
 TEST(Dialog, FindsControlsByNumber)

@@ -15,30 +15,33 @@
 
 namespace {
 
+using namespace Qt::Literals::StringLiterals;
+using Methods = CTdCommMethods;
+using Node = CTdOleDataNode;
+
 /// A workspace with one datasource of one dataset, "Towns" in "Daten ß".
 class Lifecycle : public testing::Test
 {
 protected:
-    Lifecycle()
+    void SetUp() override
     {
-        QFile file(m_folder.filePath(QStringLiteral("Towns.geojson")));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        QFile file(m_folder.filePath(u"Towns.geojson"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(
             R"({"type":"FeatureCollection","name":"Towns","features":[{"type":"Feature","properties":{"name":"A"},
                        "geometry":{"type":"Point","coordinates":[1,2]}}]})");
         file.close();
         m_dataSource = m_workspace.GetDataSources().Open(file.fileName(), m_alias);
-        m_dataset = m_dataSource ? m_dataSource->GetDataset(QStringLiteral("Towns")) : nullptr;
+        m_dataset = m_dataSource ? m_dataSource->GetDataset(m_name) : nullptr;
+        ASSERT_NE(m_dataset, nullptr);
     }
-
-    void SetUp() override { ASSERT_NE(m_dataset, nullptr); }
-
-    CTdOleDataNode node(CTdOleDataNode::ItemType kind = CTdOleDataNode::ItemDataset) const
+    Node node(Node::ItemType kind = Node::ItemDataset) const
     {
-        return {CTdOleDataNode::WndWorkspaceTree, kind, QStringLiteral("Towns"), m_alias, 0, 0};
+        return {Node::WndWorkspaceTree, kind, m_name, m_alias, 0, 0};
     }
 
-    const QString m_alias = QStringLiteral("Daten ß");
+    const QString m_alias = u"Daten ß"_s;
+    const QString m_name = u"Towns"_s;
     QTemporaryDir m_folder;
     CTxWorkspace m_workspace;
     CTxDataSource *m_dataSource = nullptr;
@@ -47,51 +50,36 @@ protected:
 
 TEST_F(Lifecycle, NamesLeadToDataSourceAndDataset)
 {
-    struct Row
-    {
-        const CTxWorkspace *workspace;
-        QString alias;
-        QString name;
-        CTxDataSource *dataSource;
-        CTxDataset *dataset;
-    };
-    const Row rows[] = {
-        {&m_workspace, m_alias, QStringLiteral("Towns"), m_dataSource, m_dataset},
-        {&m_workspace, m_alias, QStringLiteral("Villages"), m_dataSource, nullptr},
-        {&m_workspace, QStringLiteral("Other"), QStringLiteral("Towns"), nullptr, nullptr},
-        {nullptr, m_alias, QStringLiteral("Towns"), nullptr, nullptr},
-    };
-    for (const Row &row : rows) {
+    const auto expect = [this](const CTxWorkspace *workspace, const QString &alias, const QString &name,
+                               const CTxDataSource *wantedSource, const CTxDataset *wanted) {
         CTxDataSource *dataSource = m_dataSource; // what was there before must go
         CTxDataset *dataset = m_dataset;
-        CTdCommMethods::GetDSandDT(row.workspace, row.alias, row.name, dataSource, dataset);
-        EXPECT_EQ(dataSource, row.dataSource);
-        EXPECT_EQ(dataset, row.dataset);
-    }
+        Methods::GetDSandDT(workspace, alias, name, dataSource, dataset);
+        EXPECT_EQ(dataSource, wantedSource);
+        EXPECT_EQ(dataset, wanted);
+    };
+    expect(&m_workspace, m_alias, m_name, m_dataSource, m_dataset);
+    expect(&m_workspace, m_alias, u"Villages"_s, m_dataSource, nullptr);
+    expect(&m_workspace, u"Other"_s, m_name, nullptr, nullptr);
+    expect(nullptr, m_alias, m_name, nullptr, nullptr);
 }
 
-TEST_F(Lifecycle, NodeLeadsToItsFirstEntry)
+TEST_F(Lifecycle, GetDSandDTTakesTheFirstEntryAndGetDatasetExactlyOneDatasetEntry)
 {
-    CTdOleDataNode two = node();
-    two.entries.append({QStringLiteral("Other"), QStringLiteral("Other"), CTdOleDataNode::ItemMap});
-    CTxDataSource *dataSource = nullptr;
-    CTxDataset *dataset = nullptr;
-    CTdCommMethods::GetDSandDT(&m_workspace, two, dataSource, dataset);
-    EXPECT_EQ(dataset, m_dataset);
-    CTdCommMethods::GetDSandDT(&m_workspace, CTdOleDataNode(), dataSource, dataset);
-    EXPECT_EQ(dataSource, nullptr);
-    EXPECT_EQ(dataset, nullptr);
-}
-
-TEST_F(Lifecycle, GetDatasetWantsExactlyOneDatasetEntry)
-{
-    EXPECT_EQ(CTdCommMethods::GetDataset(&m_workspace, node()), m_dataset);
-    EXPECT_EQ(CTdCommMethods::GetDataset(nullptr, node()), nullptr);
-    EXPECT_EQ(CTdCommMethods::GetDataset(&m_workspace, node(CTdOleDataNode::ItemSubDataset)), nullptr);
-    CTdOleDataNode two = node();
+    const auto expect = [this](const Node &node, const CTxDataset *first, const CTxDataset *only) {
+        CTxDataSource *dataSource = nullptr;
+        CTxDataset *dataset = nullptr;
+        Methods::GetDSandDT(&m_workspace, node, dataSource, dataset);
+        EXPECT_EQ(dataset, first);
+        EXPECT_EQ(Methods::GetDataset(&m_workspace, node), only);
+        EXPECT_EQ(Methods::GetDataset(nullptr, node), nullptr);
+    };
+    Node two = node();
     two.entries.append(two.entries.first());
-    EXPECT_EQ(CTdCommMethods::GetDataset(&m_workspace, two), nullptr);
-    EXPECT_EQ(CTdCommMethods::GetDataset(&m_workspace, CTdOleDataNode()), nullptr);
+    expect(node(), m_dataset, m_dataset);
+    expect(two, m_dataset, nullptr);
+    expect(node(Node::ItemSubDataset), m_dataset, nullptr);
+    expect(Node(), nullptr, nullptr);
 }
 
 TEST_F(Lifecycle, RecordsetsGoBackAndDeadOnesAreDropped)
@@ -100,21 +88,21 @@ TEST_F(Lifecycle, RecordsetsGoBackAndDeadOnesAreDropped)
     auto *vector = static_cast<CDatasetVector *>(m_dataset);
     CTxRecordset *recordset = vector->Query(CTxQueryDef());
     ASSERT_NE(recordset, nullptr);
-    CTdCommMethods::ReleaseRecordset(recordset);
+    Methods::ReleaseRecordset(recordset);
     EXPECT_EQ(recordset, nullptr);
     EXPECT_EQ(vector->GetRecordsetCount(), 0);
-    CTdCommMethods::ReleaseRecordset(recordset);
+    Methods::ReleaseRecordset(recordset);
 
     recordset = vector->Query(CTxQueryDef());
     ASSERT_NE(recordset, nullptr);
     m_dataset->Close(); // the recordset dies
-    CTdCommMethods::ReleaseRecordset(recordset);
+    Methods::ReleaseRecordset(recordset);
     EXPECT_EQ(recordset, nullptr);
 }
 
 TEST(AppDir, IsTheExecutablesFolder)
 {
-    const QString folder = CTdCommMethods::GetAppDir();
+    const QString folder = Methods::GetAppDir();
     EXPECT_TRUE(folder.endsWith(u'/'));
     EXPECT_TRUE(QFileInfo::exists(folder + QFileInfo(QCoreApplication::applicationFilePath()).fileName()));
 }

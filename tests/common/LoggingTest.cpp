@@ -12,47 +12,39 @@
 
 namespace {
 
+using namespace Qt::Literals::StringLiterals;
+using Methods = CTdCommMethods;
+
 TEST(ShowText, PrintsThePartsThatTheFlagsName)
 {
-    struct Row
-    {
-        quint32 flags;
-        const char *pattern;
-    };
-    const Row rows[] = {{0, "^$"},
-                        {1, "^Import:\\t$"},
-                        {2, "^done 100%s$"},
-                        {3, "^Import:\\tdone 100%s$"},
-                        {4, "^\\t\\d\\d:\\d\\d:\\d\\d$"},
-                        {7, "^Import:\\tdone 100%s\\t\\d\\d:\\d\\d:\\d\\d$"},
-                        {0xFFFFFFF8u, "^$"}};
+    const std::pair<quint32, const char *> rows[] = {{0, "^$"},
+                                                     {1, "^Import:\\t$"},
+                                                     {2, "^done 100%s$"},
+                                                     {3, "^Import:\\tdone 100%s$"},
+                                                     {4, "^\\t\\d\\d:\\d\\d:\\d\\d$"},
+                                                     {7, "^Import:\\tdone 100%s\\t\\d\\d:\\d\\d:\\d\\d$"},
+                                                     {0xFFFFFFF8u, "^$"}};
     HostWindow host;
-    for (const Row &row : rows) {
-        host.m_texts.clear();
-        EXPECT_TRUE(CTdCommMethods::ShowText(QStringLiteral("Import"), QStringLiteral("done 100%s"), row.flags));
-        ASSERT_EQ(host.m_texts.size(), 1);
-        EXPECT_TRUE(QRegularExpression(QLatin1StringView(row.pattern)).match(host.m_texts.first()).hasMatch())
-            << row.flags << ": " << host.m_texts.first().toStdString();
+    for (const auto &[flags, pattern] : rows) {
+        EXPECT_TRUE(Methods::ShowText(u"Import"_s, u"done 100%s"_s, flags));
+        EXPECT_EQ(host.m_messages.last(), 1124);
+        EXPECT_TRUE(host.m_texts.last().contains(QRegularExpression(QLatin1StringView(pattern))))
+            << flags << ": " << host.m_texts.last().toStdString();
     }
-    EXPECT_EQ(host.m_messages.count(1124), std::size(rows));
-}
-
-TEST(ShowText, TakesTextsOfTheStringTable)
-{
-    HostWindow host;
-    EXPECT_TRUE(CTdCommMethods::ShowText(TdStringId::TreeMaps, TdStringId::TreeScenes, 3));
-    EXPECT_EQ(host.m_texts, QStringList{QStringLiteral("Maps:\t3D Scenes")});
+    EXPECT_EQ(host.m_messages.size(), std::size(rows));
+    EXPECT_TRUE(Methods::ShowText(TdStringId::TreeMaps, TdStringId::TreeScenes, 3));
+    EXPECT_EQ(host.m_texts.last(), u"Maps:\t3D Scenes"_s);
 }
 
 TEST(ShowText, WithoutAMainWindowIsLost)
 {
-    EXPECT_FALSE(CTdCommMethods::ShowText(QStringLiteral("Import"), QStringLiteral("done"), 3));
+    EXPECT_FALSE(Methods::ShowText(u"Import"_s, u"done"_s, 3));
 }
 
 TEST(PromptWrong, DoesNothing)
 {
     HostWindow host;
-    CTdCommMethods::PromptWrong(QStringLiteral("WorkspaceBarTree"), 12);
+    Methods::PromptWrong(u"WorkspaceBarTree"_s, 12);
     EXPECT_TRUE(host.m_messages.isEmpty());
 }
 
@@ -63,31 +55,29 @@ TEST(Log, WrappersReachTheEnginesLog)
     CTxLogFile::SetFolder(folder.path());
     const int threshold = CTxLogFile::GetThreshold();
     CTxLogFile::SetThreshold(CTxLogFile::Debug);
-    EXPECT_TRUE(CTdCommMethods::RecordLog(CTxLogFile::Warning, QStringLiteral("plain")));
-    EXPECT_TRUE(
-        CTdCommMethods::RecordLog(QStringLiteral("Roads.cpp"), 11, CTxLogFile::Warning, QStringLiteral("placed")));
-    EXPECT_TRUE(CTdCommMethods::RecordDebugLog(QStringLiteral("debug")));
-    EXPECT_TRUE(CTdCommMethods::RecordDebugLog(QStringLiteral("Lakes.cpp"), 22, QStringLiteral("debug placed")));
-    EXPECT_TRUE(CTdCommMethods::WriteErrorLog(404, QStringLiteral("coded"), 33));
-    EXPECT_TRUE(CTdCommMethods::WriteErrorLog(QStringLiteral("failed"), QStringLiteral("Rivers.cpp"), 44));
+    EXPECT_TRUE(Methods::RecordLog(CTxLogFile::Warning, u"plain"_s));
+    EXPECT_TRUE(Methods::RecordLog(u"Roads.cpp"_s, 11, CTxLogFile::Warning, u"placed"_s));
+    EXPECT_TRUE(Methods::RecordDebugLog(u"debug"_s));
+    EXPECT_TRUE(Methods::RecordDebugLog(u"Lakes.cpp"_s, 22, u"debug placed"_s));
+    EXPECT_TRUE(Methods::WriteErrorLog(404, u"coded"_s, 33));
+    EXPECT_TRUE(Methods::WriteErrorLog(u"failed"_s, u"Rivers.cpp"_s, 44));
 
     QFile file(CTxLogFile::GetPath());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(file.readAll()).trimmed().split(u'\n');
-    ASSERT_EQ(lines.size(), 6);
-    const QList<QStringList> wanted = {
-        {QStringLiteral("plain")},
-        {QStringLiteral("placed"), QStringLiteral("Roads.cpp"), QStringLiteral("11")},
-        {QStringLiteral("debug")},
-        {QStringLiteral("debug placed"), QStringLiteral("Lakes.cpp"), QStringLiteral("22")},
-        {QStringLiteral("coded"), QStringLiteral("404"), QStringLiteral("33")},
-        {QStringLiteral("failed"), QStringLiteral("Rivers.cpp"), QStringLiteral("44")}};
+    const QList<QStringList> wanted = {{u"plain"_s},
+                                       {u"placed"_s, u"Roads.cpp"_s, u"11"_s},
+                                       {u"debug"_s},
+                                       {u"debug placed"_s, u"Lakes.cpp"_s, u"22"_s},
+                                       {u"coded"_s, u"404"_s, u"33"_s},
+                                       {u"failed"_s, u"Rivers.cpp"_s, u"44"_s}};
+    ASSERT_EQ(lines.size(), wanted.size());
     for (int i = 0; i < lines.size(); ++i)
         for (const QString &part : wanted[i])
             EXPECT_TRUE(lines[i].contains(part)) << lines[i].toStdString();
 
-    CTxLogFile::SetFolder(QStringLiteral("/proc/no-such-folder"));
-    EXPECT_FALSE(CTdCommMethods::RecordLog(CTxLogFile::Warning, QStringLiteral("lost")));
+    CTxLogFile::SetFolder(u"/proc/no-such-folder"_s);
+    EXPECT_FALSE(Methods::RecordLog(CTxLogFile::Warning, u"lost"_s));
     CTxLogFile::SetThreshold(threshold);
     CTxLogFile::SetFolder(QString());
 }

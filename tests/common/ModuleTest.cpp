@@ -13,6 +13,8 @@
 
 namespace {
 
+using namespace Qt::Literals::StringLiterals;
+
 constexpr std::array<TdStringRow, 2> hostTexts{{{100, "Own text"}, {TdStringId::DatasetTin, "Triangles"}}};
 
 /// A host's module, in the chain while it lives.
@@ -21,44 +23,46 @@ class HostModule
 public:
     explicit HostModule(const QString &root = QString())
     {
-        EXPECT_TRUE(CTdModule::AddModule({QStringLiteral("Host"), "Host", hostTexts, root}));
+        EXPECT_TRUE(CTdModule::AddModule({u"Host"_s, "Host", hostTexts, root}));
     }
-    ~HostModule() { EXPECT_TRUE(CTdModule::RemoveModule(QStringLiteral("Host"))); }
+    ~HostModule() { EXPECT_TRUE(CTdModule::RemoveModule(u"Host"_s)); }
 };
+
+QString tin()
+{
+    return CTdModule::LoadString(TdStringId::DatasetTin);
+}
 
 TEST(Module, IsAttachedWhenTheLibraryIsLoaded)
 {
     EXPECT_TRUE(CTdModule::IsAttached());
     EXPECT_TRUE(CTdModule::Attach());
-    CTdModule::Detach();
-    EXPECT_FALSE(CTdModule::IsAttached());
-    EXPECT_TRUE(CTdModule::LoadString(TdStringId::DatasetTin).isEmpty());
-    CTdModule::Detach();
+    for (int twice = 0; twice < 2; ++twice) {
+        CTdModule::Detach();
+        EXPECT_FALSE(CTdModule::IsAttached());
+        EXPECT_TRUE(tin().isEmpty());
+    }
     EXPECT_TRUE(CTdModule::Attach());
-    EXPECT_EQ(CTdModule::LoadString(TdStringId::DatasetTin), QStringLiteral("TIN"));
-}
-
-TEST(Module, UnknownTextIsEmpty)
-{
-    for (const quint32 id : {0u, 100u, 41193u, 0xFFFFFFFFu})
-        EXPECT_TRUE(CTdModule::LoadString(id).isEmpty()) << id;
+    EXPECT_EQ(tin(), u"TIN"_s);
+    for (const quint32 unknown : {0u, 100u, 41193u, 0xFFFFFFFFu})
+        EXPECT_TRUE(CTdModule::LoadString(unknown).isEmpty()) << unknown;
 }
 
 TEST(Module, HostModuleStandsInFront)
 {
     {
         const HostModule host;
-        EXPECT_EQ(CTdModule::LoadString(TdStringId::DatasetTin), QStringLiteral("Triangles"));
-        EXPECT_EQ(CTdModule::LoadString(100), QStringLiteral("Own text"));
-        EXPECT_EQ(CTdModule::LoadString(TdStringId::DatasetCad), QStringLiteral("CAD"));
+        EXPECT_EQ(tin(), u"Triangles"_s);
+        EXPECT_EQ(CTdModule::LoadString(100), u"Own text"_s);
+        EXPECT_EQ(CTdModule::LoadString(TdStringId::DatasetCad), u"CAD"_s);
 
         // The library stays behind it also when it is attached again.
         CTdModule::Detach();
-        EXPECT_EQ(CTdModule::LoadString(TdStringId::DatasetTin), QStringLiteral("Triangles"));
+        EXPECT_EQ(tin(), u"Triangles"_s);
         CTdModule::Attach();
-        EXPECT_EQ(CTdModule::LoadString(TdStringId::DatasetTin), QStringLiteral("Triangles"));
+        EXPECT_EQ(tin(), u"Triangles"_s);
     }
-    EXPECT_EQ(CTdModule::LoadString(TdStringId::DatasetTin), QStringLiteral("TIN"));
+    EXPECT_EQ(tin(), u"TIN"_s);
     EXPECT_TRUE(CTdModule::LoadString(100).isEmpty());
 }
 
@@ -67,29 +71,27 @@ TEST(Module, RefusesModulesThatCannotBeSearched)
     static constexpr std::array<TdStringRow, 2> unsorted{{{2, "b"}, {1, "a"}}};
     static constexpr std::array<TdStringRow, 2> twice{{{1, "a"}, {1, "b"}}};
     EXPECT_FALSE(CTdModule::AddModule({QString(), "Host", hostTexts, QString()}));
-    EXPECT_FALSE(CTdModule::AddModule({QStringLiteral("TdCommon"), "Host", hostTexts, QString()}));
-    EXPECT_FALSE(CTdModule::AddModule({QStringLiteral("Bad"), "Bad", unsorted, QString()}));
-    EXPECT_FALSE(CTdModule::AddModule({QStringLiteral("Bad"), "Bad", twice, QString()}));
-    EXPECT_FALSE(CTdModule::RemoveModule(QStringLiteral("Bad")));
+    EXPECT_FALSE(CTdModule::AddModule({u"TdCommon"_s, "Host", hostTexts, QString()}));
+    EXPECT_FALSE(CTdModule::AddModule({u"Bad"_s, "Bad", unsorted, QString()}));
+    EXPECT_FALSE(CTdModule::AddModule({u"Bad"_s, "Bad", twice, QString()}));
+    EXPECT_FALSE(CTdModule::RemoveModule(u"Bad"_s));
 }
 
 TEST(Module, ResourcesAreSearchedThroughTheChain)
 {
-    const QString own = QStringLiteral("translations/TdCommon_de.qm");
-    EXPECT_EQ(CTdModule::FindResource(own), QStringLiteral(":/terravox/translations/TdCommon_de.qm"));
-    EXPECT_TRUE(CTdModule::FindResource(QStringLiteral("icons/no-such.svg")).isEmpty());
-    EXPECT_TRUE(CTdModule::LoadIcon(QStringLiteral("no-such")).isNull());
+    EXPECT_TRUE(CTdModule::FindResource(u"icons/no-such.svg"_s).isEmpty());
+    EXPECT_TRUE(CTdModule::LoadIcon(u"no-such"_s).isNull());
 
     const QTemporaryDir root;
-    QDir(root.path()).mkpath(QStringLiteral("icons"));
-    QFile icon(root.filePath(QStringLiteral("icons/no-such.svg")));
+    QDir(root.path()).mkpath(u"icons"_s);
+    QFile icon(root.filePath(u"icons/no-such.svg"_s));
     ASSERT_TRUE(icon.open(QIODevice::WriteOnly));
     icon.write("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'><rect width='8' height='8'/></svg>");
     icon.close();
     const HostModule host(root.path());
-    EXPECT_EQ(CTdModule::FindResource(QStringLiteral("icons/no-such.svg")), icon.fileName());
-    EXPECT_FALSE(CTdModule::LoadIcon(QStringLiteral("no-such")).isNull());
-    EXPECT_EQ(CTdModule::FindResource(own), QStringLiteral(":/terravox/translations/TdCommon_de.qm"));
+    EXPECT_EQ(CTdModule::FindResource(u"icons/no-such.svg"_s), icon.fileName());
+    EXPECT_FALSE(CTdModule::LoadIcon(u"no-such"_s).isNull());
+    EXPECT_EQ(CTdModule::FindResource(u"translations/TdCommon_de.qm"_s), u":/terravox/translations/TdCommon_de.qm"_s);
 }
 
 TEST(Module, ForgetsAMainWindowThatIsGone)
