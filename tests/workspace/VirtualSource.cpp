@@ -16,7 +16,7 @@ QString writeVirtualSource(const QString &folder, const QString &fileName, const
     file.write("<OGRVRTDataSource>\n");
     for (const LayerRow &row : layers) {
         file.write(QStringLiteral("<OGRVRTLayer name=\"%1\"><SrcDataSource>%2</SrcDataSource><SrcLayer>one</SrcLayer>"
-                                  "<GeometryType>%3</GeometryType></OGRVRTLayer>\n")
+                                  "<GeometryType>wkb%3</GeometryType></OGRVRTLayer>\n")
                        .arg(row.name.toHtmlEscaped(), table.fileName().toHtmlEscaped(), row.geometry)
                        .toUtf8());
     }
@@ -28,9 +28,9 @@ QString writeManyLayers(const QString &folder, const QString &fileName, int coun
 {
     QList<LayerRow> layers;
     layers.reserve(count);
-    const QString geometries[] = {QStringLiteral("wkbPoint"), QStringLiteral("wkbLineString"),
-                                  QStringLiteral("wkbPolygon"), QStringLiteral("wkbNone")};
+    const char *const geometries[] = {"Point", "LineString", "Polygon", "None"};
     for (int number = 0; number < count; ++number)
-        layers.append({QStringLiteral("dataset_%1").arg(number, 6, 10, QChar(u'0')), geometries[number % 4]});
+        layers.append({QStringLiteral("dataset_%1").arg(number, 6, 10, QChar(u'0')),
+                       QString::fromLatin1(geometries[number % 4])});
     return writeVirtualSource(folder, fileName, layers);
 }

@@ -3,11 +3,11 @@
 #include <QList>
 #include <QString>
 
-/// A layer of a virtual datasource, with its OGR geometry type ("wkbPoint").
+/// A layer of a virtual datasource, with its OGR geometry type without "wkb".
 struct LayerRow
 {
     QString name;
-    QString geometry;
+    QString geometry = QStringLiteral("Point");
 };
 
 /// Writes a virtual datasource of tiny layers into @p folder. @return its path

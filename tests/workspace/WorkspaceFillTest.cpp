@@ -6,20 +6,15 @@
 
 namespace {
 
-using Tree = CWorkspaceBarTree;
-using Node = CTdOleDataNode;
-
 class WorkspaceFill : public WorkspaceFixture
 {
 protected:
-    const QString a = QStringLiteral("a");
-    const QString point = QStringLiteral("wkbPoint");
-    const QString line = QStringLiteral("wkbLineString");
-    const QString none = QStringLiteral("wkbNone");
+    const QString line = u"LineString"_s;
+    const QString none = u"None"_s;
 
-    int fill(Tree::FillType type, const QString &first = QString(), const QString &second = QString())
+    int fill(int type, const QString &first = QString(), const QString &second = QString())
     {
-        return tree.FillTreeItem(type, first, second);
+        return tree.FillTreeItem(Tree::FillType(type), first, second);
     }
     static Node::CTdOleData wanted(qint32 kind, const QString &name, const QString &alias = QString())
     {
@@ -27,243 +22,219 @@ protected:
     }
 };
 
-TEST_F(WorkspaceFill, DoesNothingWhileTheMaskIsZero)
+TEST_F(WorkspaceFill, DoesNothingWhileTheMaskIsZeroOrForUnknownTypes)
 {
-    workspace.GetMaps().Add(QStringLiteral("m"));
-    openLayers(a, {{QStringLiteral("p"), point}});
+    addMapLayoutAndScene();
+    openLayers(a, {{u"p"_s}});
     tree.ConnectWorkspace(workspace);
     ASSERT_EQ(tree.topLevelItemCount(), 1);
     for (const int type : {1, 2, 4, 8, 16, 128, 512})
-        EXPECT_EQ(fill(Tree::FillType(type), a, QStringLiteral("p")), 0) << type;
+        EXPECT_EQ(fill(type, a, u"p"_s), 0) << type;
     EXPECT_EQ(tree.topLevelItem(0)->childCount(), 0);
+    fillAll();
+    for (const int type : {0, 3, 32, 64, 256, -1})
+        EXPECT_EQ(fill(type, a), 0) << type;
 }
 
 TEST_F(WorkspaceFill, OfTheWholeWorkspaceAnswersZeroThoughAllIsFilled)
 {
-    for (const QString &name : {QStringLiteral("m2"), QStringLiteral("m1")})
-        workspace.GetMaps().Add(name);
-    workspace.GetLytStorages().Add(QStringLiteral("l"));
-    workspace.GetScenes().Add(QStringLiteral("s"));
-    openLayers(a, {{QStringLiteral("roads"), line}, {QStringLiteral("cities"), point}});
-    tree.SetShowItemMask(everything);
-    tree.ConnectWorkspace(workspace);
+    workspace.GetMaps().Add(u"m2"_s);
+    addMapLayoutAndScene();
+    openLayers(a, {{u"roads"_s, line}, {u"cities"_s}});
+    connect();
     EXPECT_EQ(fill(Tree::FillTypeWorkspace), 0);
 
     EXPECT_EQ(labels(group(Node::ItemDataSources)), QStringList{a});
-    EXPECT_EQ(labels(find(Node::ItemDataSource, a)), QStringList({QStringLiteral("roads"), QStringLiteral("cities")}));
-    EXPECT_EQ(labels(group(Node::ItemMaps)), QStringList({QStringLiteral("m2"), QStringLiteral("m1")}));
-    EXPECT_EQ(labels(group(Node::ItemLayouts)), QStringList{QStringLiteral("l")});
-    EXPECT_EQ(labels(group(Node::ItemScenes)), QStringList{QStringLiteral("s")});
+    EXPECT_EQ(labels(sourceItem(a)), QStringList({u"roads"_s, u"cities"_s}));
+    EXPECT_EQ(labels(group(Node::ItemMaps)), QStringList({u"m2"_s, u"m"_s}));
+    EXPECT_EQ(labels(group(Node::ItemLayouts)), QStringList{u"l"_s});
+    EXPECT_EQ(labels(group(Node::ItemScenes)), QStringList{u"s"_s});
 
-    const Node *dataset = Tree::GetItemNode(find(Node::ItemDataset, QStringLiteral("cities"), a));
+    const Node *dataset = Tree::GetItemNode(find(Node::ItemDataset, u"cities"_s, a));
     ASSERT_TRUE(dataset && dataset->entries.size() == 1);
-    EXPECT_EQ(dataset->entries.first(), (Node::CTdOleData{a, QStringLiteral("cities"), 30, CElemDatasetInfo::Point}));
-    const Node *source = Tree::GetItemNode(find(Node::ItemDataSource, a));
-    EXPECT_EQ(source->entries.first(), wanted(20, a)) << "a datasource's alias is its item name";
+    EXPECT_EQ(dataset->entries.first(), (Node::CTdOleData{a, u"cities"_s, 30, CElemDatasetInfo::Point}));
+    EXPECT_EQ(Tree::GetItemNode(sourceItem(a))->entries.first(), wanted(20, a)) << "its alias is its item name";
 }
 
 TEST_F(WorkspaceFill, ShowsTheWaitCursorAndTakesItAway)
 {
-    tree.SetShowItemMask(everything);
-    tree.ConnectWorkspace(workspace);
+    connect();
     QList<int> shapes;
     QObject::connect(tree.model(), &QAbstractItemModel::rowsInserted, &tree, [&shapes] {
         shapes.append(QGuiApplication::overrideCursor() ? QGuiApplication::overrideCursor()->shape() : -1);
     });
-    fill(Tree::FillTypeMap, QStringLiteral("m"));
+    fill(Tree::FillTypeMap, u"m"_s);
     EXPECT_EQ(shapes, QList<int>{Qt::WaitCursor});
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(WorkspaceFill, UnknownTypesDoNothing)
-{
-    fillAll();
-    for (const int type : {0, 3, 32, 64, 256, -1})
-        EXPECT_EQ(fill(Tree::FillType(type), a), 0) << type;
-}
-
-struct LevelRow
-{
-    qint32 mask;
-    int dataSources, datasets, maps, layouts, scenes;
-};
-
-class ShownLevels : public WorkspaceFixture, public testing::WithParamInterface<LevelRow>
+/// A mask, and what it shows: each group and its items have a bit of their own.
+class ShownLevels : public WorkspaceFixture, public testing::WithParamInterface<std::pair<qint32, QList<qint32>>>
 {
 };
 
 TEST_P(ShownLevels, FollowTheMask)
 {
-    const LevelRow &row = GetParam();
-    openLayers(QStringLiteral("a"), {{QStringLiteral("p"), QStringLiteral("wkbPoint")}});
-    workspace.GetMaps().Add(QStringLiteral("m"));
-    workspace.GetLytStorages().Add(QStringLiteral("l"));
-    workspace.GetScenes().Add(QStringLiteral("s"));
-    fillAll(row.mask);
-    const auto count = [this](qint32 kind) { return group(kind) ? 1 : 0; };
-    EXPECT_EQ(count(Node::ItemDataSource), row.dataSources);
-    EXPECT_EQ(count(Node::ItemDataset), row.datasets);
-    EXPECT_EQ(count(Node::ItemMap), row.maps);
-    EXPECT_EQ(count(Node::ItemLayout), row.layouts);
-    EXPECT_EQ(count(Node::ItemScene), row.scenes);
+    openLayers(a, {{u"p"_s}});
+    addMapLayoutAndScene();
+    fillAll(GetParam().first);
+    QList<qint32> shown;
+    for (const qint32 kind : {10, 20, 30, 50, 60, 70, 80, 90, 130, 140})
+        if (group(kind))
+            shown.append(kind);
+    EXPECT_EQ(shown, GetParam().second);
 }
 
+using Shown = std::pair<qint32, QList<qint32>>;
 INSTANTIATE_TEST_SUITE_P(Masks, ShownLevels,
-                         testing::Values(LevelRow{0x1, 0, 0, 0, 0, 0}, LevelRow{0x2, 0, 0, 0, 0, 0},
-                                         LevelRow{0x6, 1, 0, 0, 0, 0}, LevelRow{0xa, 1, 1, 0, 0, 0},
-                                         LevelRow{0x10, 0, 0, 0, 0, 0}, LevelRow{0x30, 0, 0, 1, 0, 0},
-                                         LevelRow{0x20, 0, 0, 0, 0, 0}, LevelRow{0xc0, 0, 0, 0, 1, 0},
-                                         LevelRow{0x600, 0, 0, 0, 0, 1}, LevelRow{0x46a, 1, 1, 0, 0, 0}));
+                         testing::Values(Shown{0x1, {}}, Shown{0x2, {10}}, Shown{0x6, {10, 20}},
+                                         Shown{0xa, {10, 20, 30}}, Shown{0x10, {50}}, Shown{0x30, {50, 60}},
+                                         Shown{0x20, {}}, Shown{0x80, {70}}, Shown{0xc0, {70, 80}}, Shown{0x100, {90}},
+                                         Shown{0x200, {130}}, Shown{0x600, {130, 140}}, Shown{0x46a, {10, 20, 30}}));
 
 TEST_F(WorkspaceFill, OfOneItemNeedsTheGroupAlone)
 {
-    openLayers(a, {{QStringLiteral("p"), point}});
-    tree.SetShowItemMask(Tree::ShowMapGroup | Tree::ShowDataSourceGroup);
-    tree.ConnectWorkspace(workspace);
-    EXPECT_EQ(fill(Tree::FillTypeMap, QStringLiteral("m")), 1);
-    EXPECT_NE(find(Node::ItemMap, QStringLiteral("m")), nullptr);
+    openLayers(a, {{u"p"_s}});
+    connect(Tree::ShowMapGroup | Tree::ShowDataSourceGroup);
+    EXPECT_EQ(fill(Tree::FillTypeMap, u"m"_s), 1);
+    EXPECT_NE(find(Node::ItemMap, u"m"_s), nullptr);
     EXPECT_EQ(fill(Tree::FillTypeDataSource, a), 1);
-    EXPECT_EQ(labels(find(Node::ItemDataSource, a)), QStringList()) << "datasets have their bit";
-    EXPECT_EQ(fill(Tree::FillTypeDataset, a, QStringLiteral("p")), 1);
-    EXPECT_EQ(labels(find(Node::ItemDataSource, a)), QStringList{QStringLiteral("p")});
+    EXPECT_EQ(labels(sourceItem(a)), QStringList()) << "datasets have their bit";
+    EXPECT_EQ(fill(Tree::FillTypeDataset, a, u"p"_s), 1);
+    EXPECT_EQ(labels(sourceItem(a)), QStringList{u"p"_s});
 }
 
 TEST_F(WorkspaceFill, WithoutTheirGroupMapsAndScenesSucceedAndLayoutsFail)
 {
-    tree.SetShowItemMask(Tree::ShowWorkspace);
-    tree.ConnectWorkspace(workspace);
+    connect(Tree::ShowWorkspace);
     const ErrorCounter errors;
-    EXPECT_EQ(fill(Tree::FillTypeMap, QStringLiteral("m")), 1);
-    EXPECT_EQ(fill(Tree::FillTypeScene, QStringLiteral("s")), 1);
+    EXPECT_EQ(fill(Tree::FillTypeMap, u"m"_s), 1);
+    EXPECT_EQ(fill(Tree::FillTypeScene, u"s"_s), 1);
     EXPECT_EQ(errors.count(), 0);
-    EXPECT_EQ(fill(Tree::FillTypeLayout, QStringLiteral("l")), 0);
+    EXPECT_EQ(fill(Tree::FillTypeLayout, u"l"_s), 0);
     EXPECT_EQ(fill(Tree::FillTypeDataSource, a), 0);
 }
 
 TEST_F(WorkspaceFill, OfAMapAgainGivesASecondItem)
 {
     fillAll();
-    fill(Tree::FillTypeMap, QStringLiteral("m"));
-    QTreeWidgetItem *first = find(Node::ItemMap, QStringLiteral("m"));
-    fill(Tree::FillTypeMap, QStringLiteral("m"));
+    fill(Tree::FillTypeMap, u"m"_s);
+    QTreeWidgetItem *first = find(Node::ItemMap, u"m"_s);
+    fill(Tree::FillTypeMap, u"m"_s);
     EXPECT_EQ(group(Node::ItemMaps)->childCount(), 2);
-    EXPECT_EQ(find(Node::ItemMap, QStringLiteral("m")), first) << "the one that was inserted first is found";
+    EXPECT_EQ(find(Node::ItemMap, u"m"_s), first) << "the one that was inserted first is found";
 }
 
 TEST_F(WorkspaceFill, OfADatasourceAgainKeepsItsItemAndPlace)
 {
-    for (const QString &alias : {a, QStringLiteral("b"), QStringLiteral("c")})
-        openLayers(alias, {{QStringLiteral("p"), point}, {QStringLiteral("q"), line}});
+    for (const QString &alias : {a, u"b"_s, u"c"_s})
+        openLayers(alias, {{u"p"_s}, {u"q"_s, line}});
     fillAll();
-    QTreeWidgetItem *middle = find(Node::ItemDataSource, QStringLiteral("b"));
+    QTreeWidgetItem *middle = sourceItem(u"b"_s);
     middle->setExpanded(true);
-    fill(Tree::FillTypeDataset, QStringLiteral("b"), QStringLiteral("p"));
+    fill(Tree::FillTypeDataset, u"b"_s, u"p"_s);
     EXPECT_EQ(middle->childCount(), 3) << "a dataset that is filled again stands there twice";
 
-    EXPECT_EQ(fill(Tree::FillTypeDataSource, QStringLiteral("b")), 1);
-    EXPECT_EQ(find(Node::ItemDataSource, QStringLiteral("b")), middle);
+    EXPECT_EQ(fill(Tree::FillTypeDataSource, u"b"_s), 1);
+    EXPECT_EQ(sourceItem(u"b"_s), middle);
     EXPECT_EQ(group(Node::ItemDataSources)->indexOfChild(middle), 1);
     EXPECT_TRUE(middle->isExpanded());
-    EXPECT_EQ(labels(middle), QStringList({QStringLiteral("p"), QStringLiteral("q")}));
-    EXPECT_EQ(find(Node::ItemDataset, QStringLiteral("p"), QStringLiteral("b")), middle->child(0));
+    EXPECT_EQ(labels(middle), QStringList({u"p"_s, u"q"_s}));
+    EXPECT_EQ(find(Node::ItemDataset, u"p"_s, u"b"_s), middle->child(0));
 }
 
 TEST_F(WorkspaceFill, HiddenDatasetTypeGoesThroughTheErrorPrompt)
 {
-    openLayers(a, {{QStringLiteral("p"), point}, {QStringLiteral("q"), line}, {QStringLiteral("t"), none}});
+    openLayers(a, {{u"p"_s}, {u"q"_s, line}, {u"t"_s, none}});
     tree.SetDTDisplayMask(0x2); // lines
     const ErrorCounter errors;
     fillAll();
-    EXPECT_EQ(labels(find(Node::ItemDataSource, a)), QStringList{QStringLiteral("q")});
+    EXPECT_EQ(labels(sourceItem(a)), QStringList{u"q"_s});
     EXPECT_EQ(errors.count(), 2);
-    EXPECT_EQ(fill(Tree::FillTypeDataset, a, QStringLiteral("p")), 0);
+    EXPECT_EQ(fill(Tree::FillTypeDataset, a, u"p"_s), 0);
     EXPECT_EQ(errors.count(), 3);
     EXPECT_EQ(fill(Tree::FillTypeDataSource, a), 1) << "the datasource itself is filled all the same";
     tree.SetDTDisplayMask(0);
     fill(Tree::FillTypeDataSource, a);
-    EXPECT_EQ(labels(find(Node::ItemDataSource, a)), QStringList()) << "the mask is replaced, not added to";
+    EXPECT_EQ(labels(sourceItem(a)), QStringList()) << "the mask is replaced, not added to";
 }
 
 TEST_F(WorkspaceFill, ReportsWhatIsNotThere)
 {
-    openLayers(a, {{QStringLiteral("p"), point}});
-    tree.SetShowItemMask(everything);
-    tree.ConnectWorkspace(workspace);
+    openLayers(a, {{u"p"_s}});
+    connect();
     const ErrorCounter errors;
-    EXPECT_EQ(fill(Tree::FillTypeDataset, a, QStringLiteral("p")), 0) << "its datasource is not in the tree";
-    EXPECT_EQ(fill(Tree::FillTypeDataSource, QStringLiteral("z")), 0);
-    EXPECT_EQ(fill(Tree::FillTypeDataset, QStringLiteral("z"), QStringLiteral("p")), 0);
+    EXPECT_EQ(fill(Tree::FillTypeDataset, a, u"p"_s), 0) << "its datasource is not in the tree";
+    EXPECT_EQ(fill(Tree::FillTypeDataSource, u"z"_s), 0);
+    EXPECT_EQ(fill(Tree::FillTypeDataset, u"z"_s, u"p"_s), 0);
     fill(Tree::FillTypeDataSource, a);
-    EXPECT_EQ(fill(Tree::FillTypeDataset, a, QStringLiteral("z")), 0);
+    EXPECT_EQ(fill(Tree::FillTypeDataset, a, u"z"_s), 0);
     EXPECT_EQ(errors.count(), 4);
-    EXPECT_EQ(fill(Tree::FillTypeTiles, a, QStringLiteral("z")), 0);
-    EXPECT_EQ(fill(Tree::FillTypeTiles, a, QStringLiteral("p")), 0) << "no library dataset";
+    EXPECT_EQ(fill(Tree::FillTypeTiles, a, u"z"_s), 0);
+    EXPECT_EQ(fill(Tree::FillTypeTiles, a, u"p"_s), 0) << "no library dataset";
 }
 
 TEST_F(WorkspaceFill, DisplayItemsConfineAllButLayouts)
 {
-    openLayers(a, {{QStringLiteral("p"), point}, {QStringLiteral("q"), point}});
-    openLayers(QStringLiteral("b"), {{QStringLiteral("p"), point}});
-    for (const QString &name : {QStringLiteral("m"), QStringLiteral("M")})
-        workspace.GetMaps().Add(name);
-    workspace.GetLytStorages().Add(QStringLiteral("l"));
-    workspace.GetScenes().Add(QStringLiteral("s"));
-    tree.GetDisplayItems()->entries = {wanted(20, a), wanted(30, QStringLiteral("q"), a),
-                                       wanted(30, QStringLiteral("P"), a), wanted(60, QStringLiteral("M"), a)};
+    openLayers(a, {{u"p"_s}, {u"q"_s}});
+    openLayers(u"b"_s, {{u"p"_s}});
+    addMapLayoutAndScene();
+    workspace.GetMaps().Add(u"M"_s);
+    tree.GetDisplayItems()->entries = {wanted(20, a), wanted(30, u"q"_s, a), wanted(30, u"P"_s, a),
+                                       wanted(60, u"M"_s, a)};
     fillAll();
     EXPECT_EQ(labels(group(Node::ItemDataSources)), QStringList{a});
-    EXPECT_EQ(labels(find(Node::ItemDataSource, a)), QStringList{QStringLiteral("q")}) << "letter case counts";
-    EXPECT_EQ(labels(group(Node::ItemMaps)), QStringList{QStringLiteral("M")});
+    EXPECT_EQ(labels(sourceItem(a)), QStringList{u"q"_s}) << "letter case counts";
+    EXPECT_EQ(labels(group(Node::ItemMaps)), QStringList{u"M"_s});
     EXPECT_EQ(labels(group(Node::ItemScenes)), QStringList());
-    EXPECT_EQ(labels(group(Node::ItemLayouts)), QStringList{QStringLiteral("l")});
-    EXPECT_EQ(fill(Tree::FillTypeDataSource, QStringLiteral("b")), 1) << "left out without an error";
-    EXPECT_EQ(fill(Tree::FillTypeDataset, a, QStringLiteral("p")), 1);
+    EXPECT_EQ(labels(group(Node::ItemLayouts)), QStringList{u"l"_s});
+    EXPECT_EQ(fill(Tree::FillTypeDataSource, u"b"_s), 1) << "left out without an error";
+    EXPECT_EQ(fill(Tree::FillTypeDataset, a, u"p"_s), 1);
 
     tree.GetDisplayItems()->entries.clear();
     fill(Tree::FillTypeWorkspace);
-    EXPECT_EQ(labels(group(Node::ItemDataSources)), QStringList({a, QStringLiteral("b")}));
+    EXPECT_EQ(labels(group(Node::ItemDataSources)), QStringList({a, u"b"_s}));
     EXPECT_EQ(group(Node::ItemMaps)->childCount(), 2);
 }
 
 TEST_F(WorkspaceFill, IconsTellOpenFromClosedButTablesAlwaysLookOpen)
 {
-    CTxDataSource *source = openLayers(a, {{QStringLiteral("p"), point},
-                                           {QStringLiteral("t"), none},
-                                           {QStringLiteral("z"), QStringLiteral("wkbPoint25D")}});
-    ASSERT_NE(source, nullptr);
+    CTxDataSource *dataSource = openLayers(a, {{u"p"_s}, {u"t"_s, none}, {u"z"_s, u"Point25D"_s}});
+    ASSERT_NE(dataSource, nullptr);
     fillAll();
-    const auto image = [this](const QString &name) { return Tree::GetItemImage(find(Node::ItemDataset, name, a)); };
-    EXPECT_EQ(image(QStringLiteral("p")), 26);
-    EXPECT_EQ(image(QStringLiteral("t")), 49);
-    EXPECT_EQ(image(QStringLiteral("z")), 42);
-    EXPECT_EQ(Tree::GetItemImage(find(Node::ItemDataSource, a)), 3) << "a file that knows no transactions";
+    const auto images = [this] {
+        QList<int> result{Tree::GetItemImage(sourceItem(a))};
+        for (int child = 0; child < 3; ++child)
+            result.append(Tree::GetItemImage(sourceItem(a)->child(child)));
+        return result;
+    };
+    EXPECT_EQ(images(), (QList<int>{3, 26, 49, 42})) << "3: a file that knows no transactions";
 
-    CTxDataset *dataset = source->GetDataset(QStringLiteral("p"));
+    CTxDataset *dataset = dataSource->GetDataset(u"p"_s);
     ASSERT_TRUE(dataset->Open());
-    EXPECT_EQ(image(QStringLiteral("p")), 26) << "nothing follows by itself";
+    EXPECT_EQ(images(), (QList<int>{3, 26, 49, 42})) << "nothing follows by itself";
     EXPECT_EQ(tree.ChangeItemState(dataset), 1);
-    EXPECT_EQ(image(QStringLiteral("p")), 25);
+    EXPECT_EQ(images(), (QList<int>{3, 25, 49, 42}));
     EXPECT_EQ(tree.ChangeItemState(dataset), 0) << "it shows that already";
     dataset->Close();
     tree.UpdateDatasetState();
-    EXPECT_EQ(image(QStringLiteral("p")), 26);
-    EXPECT_EQ(image(QStringLiteral("t")), 49);
-    EXPECT_EQ(tree.ChangeItemState(source), 1);
+    EXPECT_EQ(images(), (QList<int>{3, 26, 49, 42}));
+    EXPECT_EQ(tree.ChangeItemState(dataSource), 1);
     EXPECT_EQ(tree.ChangeItemState(static_cast<CTxDataset *>(nullptr)), 0);
     EXPECT_EQ(tree.ChangeItemState(static_cast<CTxDataSource *>(nullptr)), 0);
 }
 
 TEST_F(WorkspaceFill, TakesAliasesAndNamesOfAnyKind)
 {
-    const QStringList odd = {QString(10000, QChar(u'n')),
-                             QStringLiteral("\u05E9\u05DC\u05D5\u05DD"),
-                             QStringLiteral("\U0001F5FA\uFE0F map"),
-                             QStringLiteral("a\nb\tc"),
-                             QStringLiteral("<b>x</b>"),
-                             QStringLiteral("Roads"),
-                             QStringLiteral("roads")};
+    const QStringList odd = {QString(10000, u'n'),
+                             u"\u05E9\u05DC\u05D5\u05DD"_s,
+                             u"\U0001F5FA\uFE0F map"_s,
+                             u"a\nb\tc"_s,
+                             u"<b>x</b>"_s,
+                             u"Roads"_s,
+                             u"roads"_s};
     for (const QString &name : odd) {
-        openLayers(name, {{QStringLiteral("Data"), point}, {QStringLiteral("data"), line}});
+        openLayers(name, {{u"Data"_s}, {u"data"_s, line}});
         workspace.GetMaps().Add(name);
     }
     fillAll();
@@ -271,11 +242,10 @@ TEST_F(WorkspaceFill, TakesAliasesAndNamesOfAnyKind)
     tree.expandAll();
     tree.grab(); // lays everything out
     for (const QString &name : odd) {
-        ASSERT_NE(find(Node::ItemDataSource, name), nullptr) << name.left(20).toStdString();
-        EXPECT_EQ(find(Node::ItemDataSource, name)->text(0), name);
+        ASSERT_NE(sourceItem(name), nullptr) << name.left(20).toStdString();
+        EXPECT_EQ(sourceItem(name)->text(0), name);
         EXPECT_NE(find(Node::ItemMap, name), nullptr);
-        EXPECT_EQ(labels(find(Node::ItemDataSource, name)),
-                  QStringList({QStringLiteral("Data"), QStringLiteral("data")}))
+        EXPECT_EQ(labels(sourceItem(name)), QStringList({u"Data"_s, u"data"_s}))
             << "aliases and names that differ in case alone keep apart";
     }
 }
@@ -283,15 +253,15 @@ TEST_F(WorkspaceFill, TakesAliasesAndNamesOfAnyKind)
 TEST_F(WorkspaceFill, OfManyDatasetsStaysComplete)
 {
     constexpr int count = 20000;
-    CTxDataSource *source =
-        workspace.GetDataSources().Open(writeManyLayers(folder.path(), QStringLiteral("many.ovf"), count), a);
-    ASSERT_NE(source, nullptr);
+    CTxDataSource *dataSource =
+        workspace.GetDataSources().Open(writeManyLayers(folder.path(), u"many.ovf"_s, count), a);
+    ASSERT_NE(dataSource, nullptr);
     fillAll();
-    const QTreeWidgetItem *item = find(Node::ItemDataSource, a);
+    const QTreeWidgetItem *item = sourceItem(a);
     ASSERT_EQ(item->childCount(), count);
     for (int number = 0; number < count; number += 997) {
         QTreeWidgetItem *child = item->child(number);
-        EXPECT_EQ(child->text(0), source->GetDatasetAt(number)->GetName());
+        EXPECT_EQ(child->text(0), dataSource->GetDatasetAt(number)->GetName());
         EXPECT_EQ(tree.FindHTreeItem(child->text(0).toUpper(), a, Node::ItemDataset, true), child);
     }
 }

@@ -12,9 +12,6 @@
 
 namespace {
 
-using Tree = CWorkspaceBarTree;
-using Node = CTdOleDataNode;
-
 class WorkspaceFilterBox : public WorkspaceFixture
 {
 protected:
@@ -29,11 +26,9 @@ protected:
 
     void SetUp() override
     {
-        openLayers(QStringLiteral("town"), {{QStringLiteral("Main roads"), QStringLiteral("wkbLineString")},
-                                            {QStringLiteral("rivers"), QStringLiteral("wkbLineString")},
-                                            {QStringLiteral("road signs"), QStringLiteral("wkbPoint")}});
-        openLayers(QStringLiteral("roadside"), {{QStringLiteral("trees"), QStringLiteral("wkbPoint")}});
-        for (const QString &name : {QStringLiteral("Road map"), QStringLiteral("Relief")})
+        openLayers(u"town"_s, {{u"Main roads"_s, u"LineString"_s}, {u"rivers"_s, u"LineString"_s}, {u"road signs"_s}});
+        openLayers(u"roadside"_s, {{u"trees"_s}});
+        for (const QString &name : {u"Road map"_s, u"Relief"_s})
             workspace.GetMaps().Add(name);
         window.show();
     }
@@ -70,34 +65,32 @@ TEST_F(WorkspaceFilterBox, ShowsMatchesAndWhatLeadsToThem)
 {
     fillAll();
     const QStringList before = shownLabels(false);
-    filter(QStringLiteral("ROAD"));
-    EXPECT_EQ(shownLabels(), QStringList({QStringLiteral("Main roads"), QStringLiteral("road signs"),
-                                          QStringLiteral("trees"), QStringLiteral("Road map")}))
+    filter(u"ROAD"_s);
+    EXPECT_EQ(shownLabels(), QStringList({u"Main roads"_s, u"road signs"_s, u"trees"_s, u"Road map"_s}))
         << "a datasource that matches shows its datasets";
     EXPECT_EQ(box.GetFoundCount(), 4);
-    EXPECT_TRUE(find(Node::ItemDataSource, QStringLiteral("town"))->isExpanded());
-    EXPECT_FALSE(find(Node::ItemDataSource, QStringLiteral("roadside"))->isExpanded());
+    EXPECT_TRUE(sourceItem(u"town"_s)->isExpanded());
+    EXPECT_FALSE(sourceItem(u"roadside"_s)->isExpanded());
 
-    filter(QStringLiteral("road main"));
-    EXPECT_EQ(shownLabels(), QStringList{QStringLiteral("Main roads")}) << "every word counts, their order does not";
+    filter(u"road main"_s);
+    EXPECT_EQ(shownLabels(), QStringList{u"Main roads"_s}) << "every word counts, their order does not";
 
     filter(QString());
     QTest::qWait(50);
     EXPECT_EQ(shownLabels(false), before);
     EXPECT_EQ(box.GetFoundCount(), 0);
-    EXPECT_FALSE(find(Node::ItemDataSource, QStringLiteral("town"))->isExpanded()) << "folded again";
+    EXPECT_FALSE(sourceItem(u"town"_s)->isExpanded()) << "folded again";
 }
 
 TEST_F(WorkspaceFilterBox, FindsWhatIsNotFilledYet)
 {
-    tree.SetShowItemMask(everything);
-    tree.ConnectWorkspace(workspace);
-    filter(QStringLiteral("signs"));
-    EXPECT_EQ(shownLabels(), QStringList{QStringLiteral("road signs")});
-    EXPECT_EQ(find(Node::ItemDataSource, QStringLiteral("roadside")), nullptr) << "what does not match is not filled";
-    EXPECT_EQ(find(Node::ItemDataSource, QStringLiteral("town"))->childCount(), 3) << "filled as the host would";
-    filter(QStringLiteral("relief"));
-    EXPECT_EQ(shownLabels(), QStringList{QStringLiteral("Relief")});
+    connect();
+    filter(u"signs"_s);
+    EXPECT_EQ(shownLabels(), QStringList{u"road signs"_s});
+    EXPECT_EQ(sourceItem(u"roadside"_s), nullptr) << "what does not match is not filled";
+    EXPECT_EQ(sourceItem(u"town"_s)->childCount(), 3) << "filled as the host would";
+    filter(u"relief"_s);
+    EXPECT_EQ(shownLabels(), QStringList{u"Relief"_s});
 }
 
 TEST_F(WorkspaceFilterBox, FindsNothingThatTheHostHides)
@@ -105,20 +98,20 @@ TEST_F(WorkspaceFilterBox, FindsNothingThatTheHostHides)
     tree.SetShowItemMask(everything & ~Tree::ShowMaps);
     tree.SetDTDisplayMask(0x2); // lines
     tree.ConnectWorkspace(workspace);
-    filter(QStringLiteral("road"));
-    EXPECT_EQ(shownLabels(), QStringList({QStringLiteral("Main roads"), QStringLiteral("roadside")}));
+    filter(u"road"_s);
+    EXPECT_EQ(shownLabels(), QStringList({u"Main roads"_s, u"roadside"_s}));
 }
 
 TEST_F(WorkspaceFilterBox, SaysWhenNothingMatches)
 {
     fillAll();
-    filter(QStringLiteral("<b>zebra"));
+    filter(u"<b>zebra"_s);
     EXPECT_EQ(shownLabels(false), QStringList());
     const auto note = tree.viewport()->findChild<QLabel *>();
     ASSERT_NE(note, nullptr);
     EXPECT_TRUE(note->isVisible());
-    EXPECT_TRUE(note->text().contains(QStringLiteral("<b>zebra")));
-    filter(QStringLiteral("rivers"));
+    EXPECT_TRUE(note->text().contains(u"<b>zebra"_s));
+    filter(u"rivers"_s);
     EXPECT_FALSE(note->isVisible());
 }
 
@@ -127,25 +120,25 @@ TEST_F(WorkspaceFilterBox, WorksByKeyboard)
     fillAll();
     window.activateWindow();
     edit()->setFocus();
-    QTest::keyClicks(edit(), QStringLiteral("signs"));
+    QTest::keyClicks(edit(), u"signs"_s);
     ASSERT_TRUE(QTest::qWaitFor([this] { return box.GetFoundCount() == 1; }));
     QTest::keyClick(edit(), Qt::Key_Down);
     ASSERT_NE(tree.currentItem(), nullptr);
-    EXPECT_EQ(tree.currentItem()->text(0), QStringLiteral("road signs"));
+    EXPECT_EQ(tree.currentItem()->text(0), u"road signs"_s);
     QTest::keyClick(edit(), Qt::Key_Escape);
     EXPECT_EQ(edit()->text(), QString());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return shownLabels().contains(QStringLiteral("rivers")); }));
-    EXPECT_TRUE(find(Node::ItemDataSource, QStringLiteral("town"))->isExpanded()) << "the current item stays in sight";
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shownLabels().contains(u"rivers"_s); }));
+    EXPECT_TRUE(sourceItem(u"town"_s)->isExpanded()) << "the current item stays in sight";
 }
 
 TEST_F(WorkspaceFilterBox, FollowsATreeThatChanges)
 {
     fillAll();
-    filter(QStringLiteral("road"));
-    tree.FillTreeItem(Tree::FillTypeMap, QStringLiteral("Broadway"));
-    tree.FillTreeItem(Tree::FillTypeMap, QStringLiteral("Hills"));
+    filter(u"road"_s);
+    tree.FillTreeItem(Tree::FillTypeMap, u"Broadway"_s);
+    tree.FillTreeItem(Tree::FillTypeMap, u"Hills"_s);
     ASSERT_TRUE(QTest::qWaitFor([this] { return box.GetFoundCount() == 5; }));
-    EXPECT_FALSE(shownLabels().contains(QStringLiteral("Hills")));
+    EXPECT_FALSE(shownLabels().contains(u"Hills"_s));
     tree.DeleteSubItems(group(Node::ItemMaps), 0);
     ASSERT_TRUE(QTest::qWaitFor([this] { return box.GetFoundCount() == 3; }));
     tree.DeleteAllItemsEx();
@@ -156,26 +149,25 @@ TEST_F(WorkspaceFilterBox, FollowsATreeThatChanges)
 TEST_F(WorkspaceFilterBox, LetsATreeGoUnhidden)
 {
     fillAll();
-    filter(QStringLiteral("zebra"));
+    filter(u"zebra"_s);
     box.SetTree(nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return shownLabels().contains(QStringLiteral("rivers")); }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shownLabels().contains(u"rivers"_s); }));
     {
         Tree shortLived;
         box.SetTree(&shortLived);
     }
     EXPECT_EQ(box.GetTree(), nullptr);
-    box.SetText(QStringLiteral("x"));
+    box.SetText(u"x"_s);
     QTest::qWait(200);
 }
 
 TEST_F(WorkspaceFilterBox, NeverHoldsTheWindowUpForLong)
 {
     constexpr int count = 100000;
-    ASSERT_NE(workspace.GetDataSources().Open(writeManyLayers(folder.path(), QStringLiteral("many.ovf"), count),
-                                              QStringLiteral("many")),
+    ASSERT_NE(workspace.GetDataSources().Open(writeManyLayers(folder.path(), u"many.ovf"_s, count), u"many"_s),
               nullptr);
     fillAll();
-    find(Node::ItemDataSource, QStringLiteral("many"))->setExpanded(true);
+    sourceItem(u"many"_s)->setExpanded(true);
     group(Node::ItemDataSources)->setExpanded(true);
 
     // A clock that ticks whenever events get their turn.
@@ -192,8 +184,7 @@ TEST_F(WorkspaceFilterBox, NeverHoldsTheWindowUpForLong)
         QString text;
         int found;
     };
-    for (const Row &row : {Row{QStringLiteral("0999"), 120}, Row{QStringLiteral("dataset"), count},
-                           Row{QStringLiteral("55555"), 1}, Row{QString(), 0}}) {
+    for (const Row &row : {Row{u"0999"_s, 120}, Row{u"dataset"_s, count}, Row{u"55555"_s, 1}, Row{QString(), 0}}) {
         QSignalSpy done(&box, &CWorkspaceTreeFilterBox::filtered);
         box.SetText(row.text);
         QTest::qWait(row.text.isEmpty() ? 0 : 150); // the pause in which the user might go on typing
@@ -205,9 +196,8 @@ TEST_F(WorkspaceFilterBox, NeverHoldsTheWindowUpForLong)
         EXPECT_GT(ticks, 5) << "the work is done in slices: " << row.text.toStdString();
     }
     RecordProperty("LongestPauseInMilliseconds", int(longestPause));
-    ASSERT_TRUE(QTest::qWaitFor(
-        [this] { return !find(Node::ItemDataSource, QStringLiteral("many"))->child(7)->isHidden(); }, 60000));
-    EXPECT_EQ(find(Node::ItemDataSource, QStringLiteral("many"))->child(7)->isHidden(), false);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !sourceItem(u"many"_s)->child(7)->isHidden(); }, 60000));
+    EXPECT_EQ(sourceItem(u"many"_s)->child(7)->isHidden(), false);
 }
 
 } // namespace

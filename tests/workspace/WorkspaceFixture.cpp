@@ -41,11 +41,23 @@ CTxDataSource *WorkspaceFixture::openLayers(const QString &alias, const QList<La
     return workspace.GetDataSources().Open(writeVirtualSource(folder.path(), file, layers), alias);
 }
 
-void WorkspaceFixture::fillAll(qint32 mask)
+void WorkspaceFixture::addMapLayoutAndScene()
+{
+    workspace.GetMaps().Add(u"m"_s);
+    workspace.GetLytStorages().Add(u"l"_s);
+    workspace.GetScenes().Add(u"s"_s);
+}
+
+void WorkspaceFixture::connect(qint32 mask)
 {
     tree.SetShowItemMask(mask);
     tree.ConnectWorkspace(workspace);
-    tree.FillTreeItem(CWorkspaceBarTree::FillTypeWorkspace);
+}
+
+void WorkspaceFixture::fillAll(qint32 mask)
+{
+    connect(mask);
+    tree.FillTreeItem(Tree::FillTypeWorkspace);
 }
 
 QStringList WorkspaceFixture::labels(const QTreeWidgetItem *parent)

@@ -4,39 +4,33 @@
 
 namespace {
 
-using Tree = CWorkspaceBarTree;
-using Node = CTdOleDataNode;
-
 class WorkspaceSkeleton : public WorkspaceFixture
 {
+protected:
+    CTdProfileFile profile{folder.filePath(u"profile.ini"_s)};
 };
 
-struct MaskRow
+TEST(ShowItemMask, OnlyAddsBitsWithThoseTheyImply)
 {
-    QList<qint32> added;
-    qint32 expected;
-};
-
-class ShowItemMask : public testing::TestWithParam<MaskRow>
-{
-};
-
-TEST_P(ShowItemMask, OnlyAddsBitsWithThoseTheyImply)
-{
-    Tree tree;
-    for (const qint32 mask : GetParam().added)
-        tree.SetShowItemMask(mask);
-    EXPECT_EQ(tree.GetShowItemMask(), GetParam().expected);
+    const std::pair<QList<qint32>, qint32> rows[] = {{{}, 0},
+                                                     {{0}, 0},
+                                                     {{0x800}, 0x80c},
+                                                     {{0x8}, 0xc},
+                                                     {{0x4}, 0x4},
+                                                     {{0x11, 0x0, 0x20}, 0x31},
+                                                     {{0xfff, 0x1}, 0xfff},
+                                                     {{0x2, 0x2}, 0x2},
+                                                     {{-1}, 0xfff}};
+    for (const auto &[added, expected] : rows) {
+        Tree tree;
+        for (const qint32 mask : added)
+            tree.SetShowItemMask(mask);
+        EXPECT_EQ(tree.GetShowItemMask(), expected);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Masks, ShowItemMask,
-                         testing::Values(MaskRow{{}, 0}, MaskRow{{0}, 0}, MaskRow{{0x800}, 0x80c}, MaskRow{{0x8}, 0xc},
-                                         MaskRow{{0x4}, 0x4}, MaskRow{{0x11, 0x0, 0x20}, 0x31},
-                                         MaskRow{{0xfff, 0x1}, 0xfff}, MaskRow{{0x2, 0x2}, 0x2}, MaskRow{{-1}, 0xfff}));
 
 TEST_F(WorkspaceSkeleton, ProfileForbidsGroupsWhenTheirBitsAreAdded)
 {
-    CTdProfileFile profile(folder.filePath(QStringLiteral("profile.ini")));
     profile.SetTreeItemDisp(CTdProfileFile::Maps, false);
     profile.SetTreeItemDisp(CTdProfileFile::Workspace, false);
     tree.SetProfileFile(&profile);
@@ -52,46 +46,33 @@ TEST_F(WorkspaceSkeleton, ProfileForbidsGroupsWhenTheirBitsAreAdded)
 
 TEST_F(WorkspaceSkeleton, ShowsGroupsInTheirOrderWithNodes)
 {
-    workspace.SetName(QStringLiteral("Plan 7"));
-    tree.SetShowItemMask(everything);
-    tree.ConnectWorkspace(workspace);
-
+    workspace.SetName(u"Plan 7"_s);
+    connect();
     ASSERT_EQ(tree.topLevelItemCount(), 1);
     const QTreeWidgetItem *root = tree.topLevelItem(0);
-    EXPECT_EQ(root->text(0), QStringLiteral("Plan 7"));
     EXPECT_TRUE(root->isExpanded());
-    EXPECT_EQ(labels(root),
-              QStringList({QStringLiteral("Datasources"), QStringLiteral("Maps"), QStringLiteral("3D Scenes"),
-                           QStringLiteral("Layouts"), QStringLiteral("Resources")}));
-    EXPECT_EQ(labels(root->child(4)), QStringList({QStringLiteral("Symbol Library"), QStringLiteral("Line Library"),
-                                                   QStringLiteral("Fill Library")}));
-
+    EXPECT_EQ(root->childCount(), 5);
+    const QTreeWidgetItem *resources = root->child(4);
     struct Row
     {
         const QTreeWidgetItem *item;
+        QString label;
         qint32 kind;
         int image;
     };
-    const QList<Row> rows = {{root, 0, 0},
-                             {root->child(0), 10, 1},
-                             {root->child(1), 50, 4},
-                             {root->child(2), 130, 8},
-                             {root->child(3), 70, 6},
-                             {root->child(4), 90, 10},
-                             {root->child(4)->child(0), 100, 11},
-                             {root->child(4)->child(1), 110, 12},
-                             {root->child(4)->child(2), 120, 13}};
-    for (const Row &row : rows) {
+    for (const Row &row :
+         {Row{root, u"Plan 7"_s, 0, 0}, Row{root->child(0), u"Datasources"_s, 10, 1},
+          Row{root->child(1), u"Maps"_s, 50, 4}, Row{root->child(2), u"3D Scenes"_s, 130, 8},
+          Row{root->child(3), u"Layouts"_s, 70, 6}, Row{resources, u"Resources"_s, 90, 10},
+          Row{resources->child(0), u"Symbol Library"_s, 100, 11}, Row{resources->child(1), u"Line Library"_s, 110, 12},
+          Row{resources->child(2), u"Fill Library"_s, 120, 13}}) {
         const Node *node = Tree::GetItemNode(row.item);
-        ASSERT_NE(node, nullptr);
+        ASSERT_TRUE(node && node->entries.size() == 1);
+        EXPECT_EQ(row.item->text(0), row.label);
         EXPECT_EQ(row.item->data(0, Qt::UserRole).value<Node *>(), node);
         EXPECT_EQ(node->wndType, 10);
-        ASSERT_EQ(node->entries.size(), 1);
-        const Node::CTdOleData &entry = node->entries.first();
-        EXPECT_EQ(entry.itemType, row.kind);
-        EXPECT_EQ(entry.itemName, row.item->text(0)) << "the name of a fixed item is its label";
-        EXPECT_EQ(entry.alias, QString());
-        EXPECT_EQ(entry.datasetType, Node::noDatasetType);
+        EXPECT_EQ(node->entries.first(), (Node::CTdOleData{QString(), row.label, row.kind, Node::noDatasetType}))
+            << "the name of a fixed item is its label";
         EXPECT_EQ(node->number, 0);
         EXPECT_EQ(Tree::GetItemImage(row.item), row.image);
         EXPECT_FALSE(row.item->icon(0).isNull());
@@ -101,81 +82,56 @@ TEST_F(WorkspaceSkeleton, ShowsGroupsInTheirOrderWithNodes)
 TEST_F(WorkspaceSkeleton, UnnamedWorkspaceTakesTheNameThatIsShown)
 {
     tree.ConnectWorkspace(workspace);
-    EXPECT_EQ(tree.topLevelItem(0)->text(0), QStringLiteral("Untitle Workspace"));
-    EXPECT_EQ(workspace.GetName(), QStringLiteral("Untitle Workspace"));
+    EXPECT_EQ(tree.topLevelItem(0)->text(0), u"Untitle Workspace"_s);
+    EXPECT_EQ(workspace.GetName(), u"Untitle Workspace"_s);
 }
 
 TEST_F(WorkspaceSkeleton, ProfileGivesCaptions)
 {
-    CTdProfileFile profile(folder.filePath(QStringLiteral("profile.ini")));
-    profile.SaveTreeItemAlias(CTdProfileFile::Workspace, QStringLiteral("Town"));
-    profile.SaveTreeItemAlias(CTdProfileFile::Layouts, QStringLiteral("Sheets <&> \u05D0"));
+    profile.SaveTreeItemAlias(CTdProfileFile::Workspace, u"Town"_s);
+    profile.SaveTreeItemAlias(CTdProfileFile::Layouts, u"Sheets <&> \u05D0"_s);
     tree.SetProfileFile(&profile);
     fillAll();
-    EXPECT_EQ(tree.topLevelItem(0)->text(0), QStringLiteral("Town"));
+    EXPECT_EQ(tree.topLevelItem(0)->text(0), u"Town"_s);
     EXPECT_EQ(workspace.GetName(), QString()) << "a caption does not name the workspace";
-    EXPECT_EQ(group(Node::ItemLayouts)->text(0), QStringLiteral("Sheets <&> \u05D0"));
-    EXPECT_EQ(group(Node::ItemMaps)->text(0), QStringLiteral("Maps"));
+    EXPECT_EQ(group(Node::ItemLayouts)->text(0), u"Sheets <&> \u05D0"_s);
+    EXPECT_EQ(group(Node::ItemMaps)->text(0), u"Maps"_s);
 }
-
-struct GroupRow
-{
-    qint32 bit;
-    qint32 kind;
-};
-
-class SingleGroup : public WorkspaceFixture, public testing::WithParamInterface<GroupRow>
-{
-};
-
-TEST_P(SingleGroup, IsShownForItsBitAlone)
-{
-    tree.SetShowItemMask(GetParam().bit);
-    tree.ConnectWorkspace(workspace);
-    ASSERT_EQ(tree.topLevelItem(0)->childCount(), 1);
-    EXPECT_EQ(Tree::GetItemNode(tree.topLevelItem(0)->child(0))->itemType, GetParam().kind);
-}
-
-INSTANTIATE_TEST_SUITE_P(Groups, SingleGroup,
-                         testing::Values(GroupRow{0x2, 10}, GroupRow{0x10, 50}, GroupRow{0x80, 70}, GroupRow{0x100, 90},
-                                         GroupRow{0x200, 130}));
 
 TEST_F(WorkspaceSkeleton, FillsAgainFromAnEmptyTree)
 {
     fillAll();
-    const int count = group(Node::ItemResources)->childCount();
     fillAll();
     EXPECT_EQ(tree.topLevelItemCount(), 1);
-    EXPECT_EQ(group(Node::ItemResources)->childCount(), count);
+    EXPECT_EQ(group(Node::ItemResources)->childCount(), 3);
     tree.DisconnectWorkspace();
     EXPECT_EQ(tree.topLevelItemCount(), 0);
-    EXPECT_EQ(find(Node::ItemMaps, QStringLiteral("Maps")), nullptr);
+    EXPECT_EQ(find(Node::ItemMaps, u"Maps"_s), nullptr);
     EXPECT_EQ(tree.FillBasicItem(), 0) << "without a workspace there is nothing to show";
 }
 
 TEST_F(WorkspaceSkeleton, SurvivesAHostThatDeletesItems)
 {
-    workspace.GetMaps().Add(QStringLiteral("M"));
+    addMapLayoutAndScene();
     fillAll();
     delete group(Node::ItemMaps);
-    EXPECT_EQ(find(Node::ItemMap, QStringLiteral("M")), nullptr);
-    EXPECT_EQ(tree.FillTreeItem(Tree::FillTypeMap, QStringLiteral("M")), 1);
+    EXPECT_EQ(find(Node::ItemMap, u"m"_s), nullptr);
+    EXPECT_EQ(tree.FillTreeItem(Tree::FillTypeMap, u"m"_s), 1);
     tree.clear();
-    EXPECT_EQ(tree.FillTreeItem(Tree::FillTypeLayout, QStringLiteral("L")), 0);
-    EXPECT_EQ(find(Node::ItemScenes, QStringLiteral("3D Scenes")), nullptr);
+    EXPECT_EQ(tree.FillTreeItem(Tree::FillTypeLayout, u"l"_s), 0);
+    EXPECT_EQ(find(Node::ItemScenes, u"3D Scenes"_s), nullptr);
     tree.SetExpand(Tree::FillTypeDataset);
 }
 
 TEST_F(WorkspaceSkeleton, SetExpandOpensTheDatasourcesForDatasetsAlone)
 {
-    openLayers(QStringLiteral("a"), {{QStringLiteral("p"), QStringLiteral("wkbPoint")}});
+    openLayers(a, {{u"p"_s}});
     fillAll();
-    QTreeWidgetItem *sources = group(Node::ItemDataSources);
     for (const int type : {1, 2, 8, 16, 128, 512, 0})
         tree.SetExpand(Tree::FillType(type));
-    EXPECT_FALSE(sources->isExpanded());
+    EXPECT_FALSE(group(Node::ItemDataSources)->isExpanded());
     tree.SetExpand(Tree::FillTypeDataset);
-    EXPECT_TRUE(sources->isExpanded());
+    EXPECT_TRUE(group(Node::ItemDataSources)->isExpanded());
 }
 
 TEST_F(WorkspaceSkeleton, KeepsHostsSettings)
