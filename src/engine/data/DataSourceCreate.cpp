@@ -50,7 +50,8 @@ QString refusal(const QString &path, CTxDataSourceStorage::Type type)
 {
     const CTxDataSourceStorage::Entry *row = CTxDataSourceStorage::find(type);
     if (!row || !row->canCreate)
-        return QStringLiteral("Datasources of the kind “%1” cannot be created").arg(row ? row->caption : QString());
+        return QStringLiteral("Datasources of the kind “%1” cannot be created")
+            .arg(row ? row->caption : QString::number(type));
     if (path.trimmed().isEmpty() || path.contains(QChar(u'\0')))
         return QStringLiteral("No path of a datasource was given");
     const QFileInfo info(path);

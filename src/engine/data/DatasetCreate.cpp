@@ -47,6 +47,8 @@ QString refusal(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def)
         return QStringLiteral("“%1” cannot be the name of a dataset").arg(shownName);
     if (!canHold(dataSource, def.type))
         return QStringLiteral("“%1” cannot hold datasets of the kind of “%2”").arg(dataSource.alias, shownName);
+    if (!CElemDataEnc::isKnown(def.encType))
+        return QStringLiteral("There is no encoding number %1").arg(def.encType);
     if ((def.options & CTxDataset::Library) != 0 && dataSource.engineType != CTxDataSourceStorage::Native)
         return QStringLiteral("“%1” keeps no library datasets").arg(dataSource.alias);
     return parentRefusal(dataSource, def);

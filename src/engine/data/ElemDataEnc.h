@@ -18,4 +18,13 @@ struct CElemDataEnc
         SGL = 9,
         LZW = 11
     };
+
+    /// True when @p code is one of them.
+    static constexpr bool isKnown(qint32 code)
+    {
+        for (const encType known : {NONE, SBC, SWC, STC, SDC, SFC, SPC, DCT, SGL, LZW})
+            if (code == known)
+                return true;
+        return false;
+    }
 };

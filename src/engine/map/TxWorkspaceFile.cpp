@@ -180,6 +180,10 @@ void TxWorkspaceFile::build(CTxWorkspace &workspace, const TxWorkspaceDocument &
 std::optional<TxWorkspaceDocument> TxWorkspaceFile::load(const QString &path, QString &error)
 {
     const QFileInfo info(path);
+    if (path.isEmpty()) {
+        error = QStringLiteral("no path was given");
+        return std::nullopt;
+    }
     if (info.exists() && !info.isFile()) { // a folder, a device, a pipe
         error = QStringLiteral("it is no file");
         return std::nullopt;

@@ -182,6 +182,7 @@ TEST_F(CreateDataSource, FromATemplateOfAnotherStorage)
     ASSERT_TRUE(copy) << lastError();
     EXPECT_EQ(copy->GetType(), Info::Line);
     EXPECT_EQ(copy->GetEncType(), CElemDataEnc::STC);
+    EXPECT_FALSE(source->CreateDatasetFrom(QStringLiteral("Odd"), roads, static_cast<CElemDataEnc::encType>(6)));
     CTxFieldInfo info;
     ASSERT_TRUE(copy->GetFieldInfo(copy->FindField(QStringLiteral("Width")), info));
     EXPECT_EQ(info.GetType(), CTxFieldInfo::Single);
