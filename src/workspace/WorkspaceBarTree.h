@@ -170,7 +170,7 @@ private:
     int FillTiles(const QString &alias, const QString &name);
     int FillSubDataset(QTreeWidgetItem *parent, const CTxDataset *dataset, const CTxDataset *subDataset);
     QTreeWidgetItem *newDatasetItem(const QString &alias, CTxDataset *dataset);
-    QTreeWidgetItem *dataSourceItem(const QString &alias) const;
+    QTreeWidgetItem *nearestItem(const QString &name, const QString &alias, qint32 kind) const;
     QString toolTipOf(const QTreeWidgetItem *item) const;
 
     const std::unique_ptr<class WorkspaceTreePrivate> d;

@@ -96,21 +96,13 @@ int CWorkspaceBarTree::FillDataset(const QString &alias, const QString &name)
     const WorkspaceFillScope scope(*d);
     const CTxDataSource *dataSource = d->dataSource(alias);
     CTxDataset *dataset = dataSource ? dataSource->GetDataset(name) : nullptr;
-    QTreeWidgetItem *item = dataSourceItem(alias);
+    QTreeWidgetItem *item = nearestItem(alias, QString(), CTdOleDataNode::ItemDataSource);
     // Deliberate: a dataset that the display mask hides is an error here, as one that is missing.
     if (!dataset || !item || !CTdCommMethods::IsSupportDTType(dataset, d->datasetMask))
         return workspaceTreeError();
     if (QTreeWidgetItem *child = newDatasetItem(alias, dataset))
         item->addChild(child);
     return 1;
-}
-
-/// The item of a datasource that datasets go under. Letter case does not count, but where two aliases differ in letter
-/// case alone, each finds its own.
-QTreeWidgetItem *CWorkspaceBarTree::dataSourceItem(const QString &alias) const
-{
-    QTreeWidgetItem *exact = FindHTreeItem(alias, QString(), CTdOleDataNode::ItemDataSource, false);
-    return exact ? exact : FindHTreeItem(alias, QString(), CTdOleDataNode::ItemDataSource, true);
 }
 
 /// Makes the item of a dataset, with its sub-dataset. @return null, with an error when the display mask hides it, and
@@ -145,7 +137,7 @@ int CWorkspaceBarTree::FillSubDataset(QTreeWidgetItem *parent, const CTxDataset 
 /// Finds the item of a dataset and lists its tiles.
 int CWorkspaceBarTree::FillTiles(const QString &alias, const QString &name)
 {
-    QTreeWidgetItem *item = FindHTreeItem(name, alias, CTdOleDataNode::ItemDataset, true);
+    QTreeWidgetItem *item = nearestItem(name, alias, CTdOleDataNode::ItemDataset);
     const CTdOleDataNode *node = GetItemNode(item);
     if (!node || node->entries.isEmpty())
         return 0;

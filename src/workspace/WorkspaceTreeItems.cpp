@@ -63,6 +63,14 @@ QTreeWidgetItem *CWorkspaceBarTree::FindHTreeItem(const QString &name, const QSt
     return d->records.find(name, alias, kind, noCase != 0);
 }
 
+/// The item of that kind, alias and name. Letter case does not count, but where names differ in letter case alone, each
+/// finds its own item.
+QTreeWidgetItem *CWorkspaceBarTree::nearestItem(const QString &name, const QString &alias, qint32 kind) const
+{
+    QTreeWidgetItem *exact = FindHTreeItem(name, alias, kind, false);
+    return exact ? exact : FindHTreeItem(name, alias, kind, true);
+}
+
 QTreeWidgetItem *CWorkspaceBarTree::FindFirstItem(qint32 kind) const
 {
     for (int top = 0; top < topLevelItemCount(); ++top) {
@@ -133,7 +141,7 @@ int CWorkspaceBarTree::ChangeItemState(const CTxDataSource *dataSource)
     if (!dataSource)
         return 0;
     auto *item =
-        WorkspaceTreeItem::from(FindHTreeItem(dataSource->GetAlias(), QString(), CTdOleDataNode::ItemDataSource, true));
+        WorkspaceTreeItem::from(nearestItem(dataSource->GetAlias(), QString(), CTdOleDataNode::ItemDataSource));
     if (!item)
         return 0;
     const int image = d->images.GetImageIndex(dataSource);
@@ -146,7 +154,7 @@ int CWorkspaceBarTree::ChangeItemState(const CTxDataset *dataset)
     if (!dataset)
         return 0;
     auto *item = WorkspaceTreeItem::from(
-        FindHTreeItem(dataset->GetName(), dataset->GetDataSource()->GetAlias(), CTdOleDataNode::ItemDataset, true));
+        nearestItem(dataset->GetName(), dataset->GetDataSource()->GetAlias(), CTdOleDataNode::ItemDataset));
     if (!item)
         return 0;
     const int image = d->images.GetImageIndex(dataset, !dataset->IsVector() || dataset->IsOpen());

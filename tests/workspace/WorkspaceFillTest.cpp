@@ -224,6 +224,18 @@ TEST_F(WorkspaceFill, IconsTellOpenFromClosedButTablesAlwaysLookOpen)
     EXPECT_EQ(tree.ChangeItemState(static_cast<CTxDataSource *>(nullptr)), 0);
 }
 
+TEST_F(WorkspaceFill, NamesThatDifferInCaseAloneShowTheirOwnState)
+{
+    CTxDataSource *source = openLayers(a, {{QStringLiteral("Roads"), point}, {QStringLiteral("ROADS"), point}});
+    ASSERT_NE(source, nullptr);
+    fillAll();
+    CTxDataset *second = source->GetDataset(QStringLiteral("ROADS"));
+    ASSERT_TRUE(second && second->Open());
+    EXPECT_EQ(tree.ChangeItemState(second), 1);
+    EXPECT_EQ(Tree::GetItemImage(find(Node::ItemDataset, QStringLiteral("ROADS"), a)), 25);
+    EXPECT_EQ(Tree::GetItemImage(find(Node::ItemDataset, QStringLiteral("Roads"), a)), 26);
+}
+
 TEST_F(WorkspaceFill, TakesAliasesAndNamesOfAnyKind)
 {
     const QStringList odd = {QString(10000, u'n'),
