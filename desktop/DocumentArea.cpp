@@ -117,7 +117,6 @@ MapWindow *DocumentArea::showMap(const QString &name)
         Q_EMIT m_document.told(tr("The layer %1 could not be drawn: %2").arg(layer, reason));
     });
     connect(view->canvas(), &CTxMapWnd::datasetsOpened, this, &DocumentArea::datasetsOpened);
-    connect(view->canvas(), &CTxMapWnd::viewChanged, this, &DocumentArea::viewChanged);
     view->setMap(map);
     addTab(view, mapIcon(), name, tr("Map %1").arg(name));
     view->setFocus();

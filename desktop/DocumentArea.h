@@ -66,8 +66,6 @@ Q_SIGNALS:
     void layersChanged();
     /// Drawing a map or showing a table opened datasets.
     void datasetsOpened();
-    /// A map shows another part of the plane.
-    void viewChanged();
     /// Datasets were dropped on @p view from the workspace tree.
     void itemsDropped(const CTdOleDataNode &node, MapWindow *view);
     void filesDropped(const QStringList &paths);

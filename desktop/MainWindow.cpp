@@ -128,11 +128,6 @@ void MainWindow::connectViews()
         m_pane->updateDatasets();
         m_commands->updateActions();
     });
-    // The view belongs to the map, so panning changes the workspace; the title need not follow every step of it.
-    m_viewTimer.setSingleShot(true);
-    m_viewTimer.setInterval(300);
-    connect(&m_viewTimer, &QTimer::timeout, this, &MainWindow::updateTitle);
-    connect(m_area, &DocumentArea::viewChanged, &m_viewTimer, qOverload<>(&QTimer::start));
     connect(m_layers, &LayerPane::changed, m_document, &WorkspaceDocument::touch);
     connect(m_layers, &LayerPane::tableWanted, m_commands, &WorkspaceCommands::showTable);
 }

@@ -2,7 +2,6 @@
 
 #include <QMainWindow>
 #include <QStringList>
-#include <QTimer>
 
 #include <memory>
 
@@ -80,7 +79,6 @@ private:
     HostMessages *m_messages;
     MapStatus *m_status;
     QMenu *m_viewMenu = nullptr;
-    QTimer m_viewTimer;
     bool m_remembers = false;
     bool m_asks = true; // failures show a message box
 };

@@ -59,10 +59,11 @@ QString WorkspaceDocument::title() const
 bool WorkspaceDocument::isModified() const
 {
     const CTxWorkspace &w = *m_workspace;
-    // A fresh workspace counts as modified by its default name alone; nobody wants to be asked about that.
+    // Looking around in a map changes nothing that users would want to be asked about; saving keeps the view all the
+    // same. A fresh workspace counts as modified by its default name alone; nobody wants to be asked about that.
     const bool empty = w.GetDataSources().GetCount() == 0 && w.GetMaps().GetCount() == 0 &&
                        w.GetLytStorages().GetCount() == 0 && w.GetScenes().GetCount() == 0;
-    return !(empty && w.GetPath().isEmpty()) && w.IsModified();
+    return !(empty && w.GetPath().isEmpty()) && w.IsModified(CTxWorkspace::Compared::AllButViews);
 }
 
 bool WorkspaceDocument::mayClose()

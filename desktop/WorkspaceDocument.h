@@ -30,7 +30,7 @@ public:
     CTxWorkspace &workspace() const { return *m_workspace; }
     /// What to call the workspace in titles.
     QString title() const;
-    /// True when there is something that saving would keep.
+    /// True when there is something that saving would keep, other than what part of the plane the maps show.
     bool isModified() const;
 
     /// Asks what to do with unsaved changes, if there are any, and does it. @return false when the user wants to go on

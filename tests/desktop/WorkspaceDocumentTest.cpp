@@ -50,6 +50,18 @@ TEST_F(Document, AsksBeforeChangesAreLost)
     EXPECT_TRUE(document.mayClose());
 }
 
+TEST_F(Document, LookingAroundInAMapIsNothingToAskAboutButSavedWithTheRest)
+{
+    const QString file = folder.filePath(QStringLiteral("looked.txw"));
+    CTxMap *map = document.addMap(QStringLiteral("Map"));
+    ASSERT_TRUE(document.saveAs(file));
+    map->SetViewBounds(CRect2D(0, 0, 2, 2));
+    EXPECT_FALSE(document.isModified());
+    ASSERT_TRUE(document.save());
+    ASSERT_TRUE(document.openWorkspace(file));
+    EXPECT_EQ(document.workspace().GetMaps().GetAt(0)->GetViewBounds(), CRect2D(0, 0, 2, 2));
+}
+
 TEST_F(Document, AFileThatIsNoWorkspaceLeavesTheWorkspaceAsItWas)
 {
     ASSERT_TRUE(document.openFile(towns()));

@@ -53,6 +53,16 @@ bool isData(const TxWorkspacePrivate &d, const QString &path)
     });
 }
 
+/// The file's content for @p document, with or without what part of the plane its maps show.
+QByteArray written(TxWorkspaceDocument document, CTxWorkspace::Compared compared)
+{
+    if (compared == CTxWorkspace::Compared::AllButViews) {
+        for (TxMapRecord &map : document.maps)
+            map.view = CRect2D();
+    }
+    return TxWorkspaceWriter::write(document);
+}
+
 } // namespace
 
 CTxWorkspace::CTxWorkspace() : d(std::make_unique<TxWorkspacePrivate>())
@@ -127,7 +137,9 @@ bool CTxWorkspace::Open(const QString &path)
     Close();
     d->path = absolute;
     TxWorkspaceFile::build(*this, *document, absolute);
-    d->saved = document->repaired ? QByteArray() : TxWorkspaceWriter::write(TxWorkspaceFile::snapshot(*this, absolute));
+    d->saved.reset();
+    if (!document->repaired)
+        d->saved = TxWorkspaceFile::snapshot(*this, absolute);
     return true;
 }
 
@@ -144,11 +156,11 @@ bool CTxWorkspace::SaveAs(const QString &path)
     }
     const QString absolute = QFileInfo(path).absoluteFilePath();
     QString reason = QStringLiteral("it is one of the workspace's datasources");
-    const QByteArray bytes = TxWorkspaceWriter::write(TxWorkspaceFile::snapshot(*this, absolute));
-    if (isData(*d, absolute) || !TxWorkspaceFile::store(absolute, bytes, reason))
+    TxWorkspaceDocument document = TxWorkspaceFile::snapshot(*this, absolute);
+    if (isData(*d, absolute) || !TxWorkspaceFile::store(absolute, TxWorkspaceWriter::write(document), reason))
         return fail(path, QStringLiteral("written"), reason);
     d->path = absolute;
-    d->saved = bytes;
+    d->saved = std::move(document);
     return true;
 }
 
@@ -162,12 +174,12 @@ void CTxWorkspace::Close()
     d->name.clear();
     d->path.clear();
     d->unknown.clear();
-    d->saved = TxWorkspaceWriter::write(TxWorkspaceDocument());
+    d->saved = TxWorkspaceDocument();
 }
 
-bool CTxWorkspace::IsModified() const
+bool CTxWorkspace::IsModified(Compared compared) const
 {
-    return TxWorkspaceWriter::write(TxWorkspaceFile::snapshot(*this, d->path)) != d->saved;
+    return !d->saved || written(TxWorkspaceFile::snapshot(*this, d->path), compared) != written(*d->saved, compared);
 }
 
 bool CTxWorkspace::RenameDataSource(const QString &alias, const QString &newAlias)

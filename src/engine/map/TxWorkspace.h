@@ -61,8 +61,11 @@ public:
     /// Closes everything and forgets name and file. A transaction that is open is taken back.
     void Close();
 
-    /// True when saving would write something else than what the file holds.
-    bool IsModified() const;
+    /// What IsModified() looks at.
+    enum class Compared { Everything, AllButViews };
+    /// True when saving would write something else than what the file holds. With AllButViews it does not count what
+    /// part of the plane the maps show.
+    bool IsModified(Compared compared = Compared::Everything) const;
 
     /// Gives a datasource another alias, in the layers of all maps too. @return false when there is none called
     /// @p alias, or the new alias is empty or taken.

@@ -3,6 +3,8 @@
 #include "engine/map/TxWorkspace.h"
 #include "engine/map/TxWorkspaceDocument.h"
 
+#include <optional>
+
 /// The inside of CTxWorkspace.
 class TxWorkspacePrivate
 {
@@ -23,7 +25,8 @@ public:
     CTxScenes scenes;
 
     QList<FileEntry> fileEntries;
-    QString unknown;  ///< what the file's root held that this version does not know
-    QByteArray saved; ///< what saving wrote or would have written last; null when the file holds something else
+    QString unknown; ///< what the file's root held that this version does not know
+    /// What saving wrote or would have written last; nothing when the file holds something else.
+    std::optional<TxWorkspaceDocument> saved;
     mutable QList<TxMissingDataSource> missing;
 };

@@ -121,6 +121,9 @@ TEST_F(Workspace, IsModifiedByWhatWouldBeWrittenAndNothingElse)
     for (const Row &row : rows) {
         row.change();
         EXPECT_EQ(workspace.IsModified(), QByteArray(row.name) != "opening a dataset is no change") << row.name;
+        EXPECT_EQ(workspace.IsModified(CTxWorkspace::Compared::AllButViews),
+                  workspace.IsModified() && QByteArray(row.name) != "view")
+            << row.name;
         row.back();
         EXPECT_FALSE(workspace.IsModified()) << row.name;
     }
