@@ -1,8 +1,10 @@
 #include "TreeText.h"
 
 #include "common/TdCommMethods.h"
+#include "common/TdModule.h"
 #include "engine/data/DatasetVector.h"
 #include "engine/map/TxWorkspace.h"
+#include "res/StringId.h"
 
 #include <QCoreApplication>
 #include <QList>
@@ -60,11 +62,12 @@ void print(const Node &node, const QString &indent, QString &text)
 
 QString treeText(CTxWorkspace &workspace)
 {
-    Node root{workspace.GetName().isEmpty() ? tr("Untitled Workspace") : workspace.GetName(), {}};
-    Node sources{tr("Datasources"), {}};
+    Node root{
+        workspace.GetName().isEmpty() ? CTdModule::LoadString(TdStringId::UntitledWorkspace) : workspace.GetName(), {}};
+    Node sources{CTdModule::LoadString(TdStringId::TreeDataSources), {}};
     for (int i = 0; i < workspace.GetDataSources().GetCount(); ++i)
         sources.children << describe(*workspace.GetDataSources().GetAt(i));
-    Node maps{tr("Maps"), {}};
+    Node maps{CTdModule::LoadString(TdStringId::TreeMaps), {}};
     for (int i = 0; i < workspace.GetMaps().GetCount(); ++i) {
         const CTxMap *map = workspace.GetMaps().GetAt(i);
         Node node{map->GetName(), {}};
@@ -72,13 +75,17 @@ QString treeText(CTxWorkspace &workspace)
             node.children << Node{map->GetLayers().GetLayerAt(l)->GetName(), {}};
         maps.children << node;
     }
-    Node scenes{tr("3D Scenes"), {}};
+    Node scenes{CTdModule::LoadString(TdStringId::TreeScenes), {}};
     for (int i = 0; i < workspace.GetScenes().GetCount(); ++i)
         scenes.children << Node{workspace.GetScenes().GetAt(i)->GetName(), {}};
-    Node layouts{tr("Layouts"), {}};
+    Node layouts{CTdModule::LoadString(TdStringId::TreeLayouts), {}};
     for (int i = 0; i < workspace.GetLytStorages().GetCount(); ++i)
         layouts.children << Node{workspace.GetLytStorages().GetAt(i)->GetName(), {}};
-    root.children << sources << maps << scenes << layouts;
+    Node resources{CTdModule::LoadString(TdStringId::TreeResources), {}};
+    for (const TdStringId::Id library :
+         {TdStringId::TreeSymbolLibrary, TdStringId::TreeLineLibrary, TdStringId::TreeFillLibrary})
+        resources.children << Node{CTdModule::LoadString(library), {}};
+    root.children << sources << maps << scenes << layouts << resources;
     if (!workspace.GetMissingDataSources().isEmpty()) {
         Node missing{tr("Missing datasources"), {}};
         for (const TxMissingDataSource &source : workspace.GetMissingDataSources())

@@ -1,8 +1,10 @@
 #include "WorkspaceDocument.h"
 
 #include "Prompts.h"
+#include "common/TdModule.h"
 #include "engine/base/TxErrorMsg.h"
 #include "engine/data/TxDataSourceStorage.h"
+#include "res/StringId.h"
 #include "workspace/WaitCursor.h"
 
 #include <QCoreApplication>
@@ -53,7 +55,7 @@ QString WorkspaceDocument::title() const
 {
     if (!m_workspace->GetPath().isEmpty())
         return QFileInfo(m_workspace->GetPath()).completeBaseName();
-    return tr("Untitled Workspace");
+    return CTdModule::LoadString(TdStringId::UntitledWorkspace);
 }
 
 bool WorkspaceDocument::isModified() const

@@ -74,6 +74,8 @@ TEST_F(Program, PrintsTheTreeAndGoesOnAfterBadFiles)
     EXPECT_EQ(code, 1);
     EXPECT_TRUE(out.contains(QStringLiteral("towns"))) << out.toStdString();
     EXPECT_TRUE(out.contains(QStringLiteral("Point, 3"))) << out.toStdString();
+    EXPECT_TRUE(out.startsWith(QStringLiteral("Untitle Workspace\n"))) << "as the tree names it: " << out.toStdString();
+    EXPECT_TRUE(out.contains(QStringLiteral("Fill Library"))) << out.toStdString();
     EXPECT_TRUE(err.contains(QStringLiteral("bad.gpkg"))) << err.toStdString();
     EXPECT_TRUE(err.contains(QStringLiteral("gone.shp"))) << err.toStdString();
 }
