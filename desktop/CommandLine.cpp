@@ -2,13 +2,16 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFileInfo>
 
 CommandLine CommandLine::parse(const QStringList &arguments)
 {
     const auto tr = [](const char *text) { return QCoreApplication::translate("CommandLine", text); };
     QCommandLineParser parser;
     parser.setApplicationDescription(tr("Terravox shows geographic data: workspaces, maps and attribute tables."));
-    const QCommandLineOption help = parser.addHelpOption();
+    // Not addHelpOption(), which would promise --help-all too.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, tr("Print this help and exit."));
+    parser.addOption(help);
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption gallery(
         QStringLiteral("gallery"),
@@ -31,7 +34,9 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     result.files = parser.positionalArguments();
     if (parser.isSet(help)) {
         result.action = Action::ShowHelp;
-        result.message = parser.helpText();
+        // There is no application yet whose name the parser could tell.
+        result.message =
+            parser.helpText().replace(QLatin1String("<executable_name>"), QFileInfo(arguments.value(0)).fileName());
     } else if (parser.isSet(version)) {
         result.action = Action::ShowVersion;
         result.message =

@@ -84,6 +84,7 @@ TEST_F(Program, AnswersHelpVersionAndMistakes)
 {
     run({QStringLiteral("--help")});
     EXPECT_EQ(code, 0);
+    EXPECT_TRUE(out.startsWith(QStringLiteral("Usage: terravox "))) << out.toStdString();
     EXPECT_TRUE(out.contains(QStringLiteral("--print-tree"))) << out.toStdString();
     run({QStringLiteral("--version")});
     EXPECT_EQ(code, 0);
