@@ -43,6 +43,12 @@ QString storageText(const CTxDataSource &source)
     return entry ? entry->caption : PropertiesDialog::tr("unknown");
 }
 
+/// A tool tip that wraps, and shows @p text as it stands, whatever looks like markup in it.
+QString wholeText(const QString &text)
+{
+    return text.isEmpty() ? QString() : QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
+}
+
 } // namespace
 
 PropertiesDialog::PropertiesDialog(const CTxDataset &dataset, QWidget *parent) : QDialog(parent)
@@ -107,7 +113,7 @@ void PropertiesDialog::build(const QString &name)
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_tabs);
     layout->addWidget(box);
-    resize(520, 400);
+    resize(620, 420);
 }
 
 void PropertiesDialog::addRow(const QString &caption, const QString &value)
@@ -125,6 +131,7 @@ void PropertiesDialog::addRow(const QString &caption, const QString &value)
         line->setFrame(false);
         line->setCursorPosition(0);
         line->setTextMargins(-2, 0, 0, 0);
+        line->setToolTip(wholeText(value));
         QPalette palette = line->palette();
         palette.setColor(QPalette::Base, Qt::transparent);
         line->setPalette(palette);
@@ -177,11 +184,12 @@ void PropertiesDialog::addFields(const CDatasetVector &dataset)
                                           field.GetSize() > 0 ? QString::number(field.GetSize()) : QString(),
                                           notes.join(QStringLiteral(", "))});
         item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
+        item->setToolTip(3, wholeText(item->text(3)));
         items << item;
     }
     m_fields->addTopLevelItems(items);
-    m_fields->setColumnWidth(0, 170);
-    m_fields->setColumnWidth(1, 100);
+    m_fields->setColumnWidth(0, 160);
+    m_fields->setColumnWidth(1, 90);
     m_fields->setColumnWidth(2, 60);
 }
 
