@@ -79,7 +79,7 @@ template<class Change>
 bool changeRecords(TxVectorPrivate &vector, Change change)
 {
     const TxDataSourcePrivate &dataSource = vector.dataSource();
-    OGRLayer *layer = vector.layer();
+    OGRLayer *layer = vector.keepsPlace() ? vector.layer() : vector.idleLayer();
     if (!layer)
         return false;
     if (dataSource.transaction || !dataSource.isGeoPackage())

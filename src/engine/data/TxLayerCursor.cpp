@@ -72,9 +72,10 @@ public:
         OGRLayer *layer = m_vector.layer();
         if (!layer)
             return false;
-        const bool walks = !layer->TestCapability(OLCRandomRead); // then GetFeature() reads from the beginning
-        if (walks)
+        if (!m_vector.keepsPlace()) {
             layer = m_vector.idleLayer();
+            layer->ResetReading();
+        }
         const OGRFeatureUniquePtr feature(layer->GetFeature(id));
         if (!feature || (matching && !matches(*layer, *feature)))
             return false;
@@ -121,6 +122,20 @@ private:
             return false;
         if (m_layer->TestCapability(OLCFastSetNextByIndex))
             return m_layer->SetNextByIndex(m_taken) == OGRERR_NONE;
+        if (m_taken == 0 || !m_feature)
+            return m_taken == 0;
+        // Behind the record taken last or, where that was deleted, behind those before it.
+        for (qint64 passed = 1;; ++passed) {
+            const OGRFeatureUniquePtr feature(m_layer->GetNextFeature());
+            if (!feature)
+                break;
+            if (feature->GetFID() == m_feature->GetFID()) {
+                m_taken = passed;
+                return true;
+            }
+        }
+        --m_taken;
+        m_layer->ResetReading();
         for (qint64 i = 0; i < m_taken; ++i) {
             if (!OGRFeatureUniquePtr(m_layer->GetNextFeature()))
                 return false;

@@ -32,6 +32,13 @@ OGRLayer *TxVectorPrivate::idleLayer()
     return idle;
 }
 
+bool TxVectorPrivate::keepsPlace()
+{
+    static const QByteArrayList drivers = {"GPKG", "ESRI Shapefile", "PostgreSQL"};
+    OGRLayer *read = layer();
+    return read && drivers.contains(dataSource().driver) && read->TestCapability(OLCRandomRead);
+}
+
 const std::vector<TxVectorField> &TxVectorPrivate::fields()
 {
     if (!m_fields.empty())

@@ -29,6 +29,9 @@ public:
     OGRLayer *layer();
     /// The same without filters, free to be walked; a walk that is under way finds its place again when it moves.
     OGRLayer *idleLayer();
+    /// True when reading or writing a record by identifier leaves the reading position alone. Most drivers move it,
+    /// whatever their OLCRandomRead says, and some find only what lies behind it: those need idleLayer() before.
+    bool keepsPlace();
     /// The fields, system fields first. Read at the first call and after schemaChanged().
     const std::vector<TxVectorField> &fields();
     /// The index in fields() of the field called @p name (letter case ignored), -1 when there is none.
