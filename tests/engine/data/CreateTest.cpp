@@ -1,5 +1,6 @@
-#include "NativeFixture.h"
+#include "engine/data/DataFixture.h"
 
+#include "engine/data/SampleFiles.h"
 #include "engine/data/TdbDataSourcePlus.h"
 #include "engine/geometry/GeoPoint.h"
 #include "engine/projection/TxPJCoordSys.h"
@@ -15,39 +16,38 @@ namespace {
 using Info = CElemDatasetInfo;
 using Storage = CTxDataSourceStorage;
 
-class CreateDataSource : public NativeFixture
+class CreateDataSource : public DataFixture
 {
 };
 
 TEST_F(CreateDataSource, RefusesPlacesThatCannotBe)
 {
-    QFile file(path(QStringLiteral("file.tdb")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
-    file.close();
-    ASSERT_TRUE(QFile::link(path(QStringLiteral("nowhere")), path(QStringLiteral("link.tdb"))));
+    const QString mine = path("mine.tdb");
+    ASSERT_TRUE(SampleFiles::write(mine, "mine"));
+    ASSERT_TRUE(QFile::link(path("nowhere"), path("link.tdb")));
     ASSERT_TRUE(create());
     struct Row
     {
         QString path, alias;
         Storage::Type type;
     };
-    const QString none, x = QStringLiteral("x");
+    const QString x = "x";
     const Row rows[] = {
-        {file.fileName(), x, Storage::Native},
-        {path(QStringLiteral("link.tdb")), x, Storage::Native},
-        {path(QStringLiteral("free.tdb")), QStringLiteral("db"), Storage::Native},
-        {path(QStringLiteral("missing/new.tdb")), x, Storage::Native},
-        {path(QStringLiteral("file.tdb/new.tdb")), x, Storage::Native},
-        {path(QStringLiteral("new.gpkg")), x, Storage::Native},
-        {path(QStringLiteral("new.geojson")), x, Storage::GeoJSON},
-        {path(QStringLiteral("new.pg")), x, Storage::PostgreSQL},
-        {path(QStringLiteral("new")), x, static_cast<Storage::Type>(1000)},
-        {none, x, Storage::Native},
+        {mine, x, Storage::Native},
+        {path("link.tdb"), x, Storage::Native},
+        {path("free.tdb"), "db", Storage::Native},
+        {path("missing/new.tdb"), x, Storage::Native},
+        {path("mine.tdb/new.tdb"), x, Storage::Native},
+        {path("new.gpkg"), x, Storage::Native},
+        {path("new.geojson"), x, Storage::GeoJSON},
+        {path("new.pg"), x, Storage::PostgreSQL},
+        {path("new"), x, static_cast<Storage::Type>(1000)},
+        {QString(), x, Storage::Native},
         {path(QStringLiteral("a\0b.tdb")), x, Storage::Native},
-        {path(QString(300, u'n') + QStringLiteral(".tdb")), x, Storage::Native},
+        {path(QString(300, u'n') + ".tdb"), x, Storage::Native},
         {path(QString(10000, u'n')), x, Storage::Shapefile},
-        {QStringLiteral("/proc/new.tdb"), x, Storage::Native},
-        {QStringLiteral("/proc/new"), x, Storage::Shapefile},
+        {"/proc/new.tdb", x, Storage::Native},
+        {"/proc/new", x, Storage::Shapefile},
     };
     const QStringList before = QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
     for (const Row &row : rows) {
@@ -57,30 +57,24 @@ TEST_F(CreateDataSource, RefusesPlacesThatCannotBe)
     }
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System), before);
     EXPECT_EQ(sources.GetCount(), 1);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "mine");
+    EXPECT_EQ(SampleFiles::read(mine), "mine");
 }
 
 TEST_F(CreateDataSource, TakesOddNames)
 {
-    for (const QString &name : {QStringLiteral("ein Name mit Leerzeichen"), QStringLiteral("道路 🌍 \u202Eطرق"),
-                                QStringLiteral("a:b?c#d%20e&f='g\"h"), QStringLiteral("UPPER")}) {
-        const QString file = path(name + QStringLiteral(".TDB"));
+    for (const char *text : {"ein Name mit Leerzeichen", "道路 🌍 \u202Eطرق", "a:b?c#d%20e&f='g\"h", "UPPER"}) {
+        const QString name = text, file = path(name + ".TDB");
         CTxDataSource *made = sources.Create(file, name, Storage::Native);
         ASSERT_TRUE(made) << lastError();
         EXPECT_EQ(made->GetAlias(), name);
-        ASSERT_TRUE(made->CreateDataset(definition(QStringLiteral("Towns")))) << lastError();
-        CTxDatasetDef grid = definition(QStringLiteral("Relief"), Info::Grid);
-        grid.rasterSize = QSize(3, 2);
-        grid.rasterBounds = CRect2D(0, 0, 3, 2);
-        grid.pixelFormat = QStringLiteral("Float32");
-        ASSERT_TRUE(made->CreateDataset(grid)) << lastError();
+        ASSERT_TRUE(made->CreateDataset(definition("Towns"))) << lastError();
+        ASSERT_TRUE(made->CreateDataset(rasterDefinition("Relief", CRect2D(0, 0, 3, 2)))) << lastError();
         ASSERT_TRUE(sources.Close(name));
         EXPECT_TRUE(CTdbDataSourcePlus::IsTdb5File(file));
-        made = sources.Open(file, name);
-        ASSERT_TRUE(made) << lastError();
+        made = open(file, name);
+        ASSERT_TRUE(made);
         EXPECT_EQ(made->GetDatasetCount(), 2);
-        EXPECT_TRUE(made->GetDataset(QStringLiteral("Relief"))->Open()) << lastError();
+        EXPECT_TRUE(raster(made, "Relief"));
     }
 }
 
@@ -91,36 +85,31 @@ struct StorageRow
     QList<Info::Type> holds, refuses;
 };
 
-class CreateKind : public NativeFixture, public testing::WithParamInterface<StorageRow>
+class CreateKind : public DataFixture, public testing::WithParamInterface<StorageRow>
 {
 };
 
 TEST_P(CreateKind, HoldsOnlyWhatItWillKnowAgain)
 {
     const StorageRow &row = GetParam();
-    const QString file = path(QString::fromLatin1(row.file));
-    CTxDataSource *source = sources.Create(file, QStringLiteral("db"), row.storage);
-    ASSERT_TRUE(source) << lastError();
-    CTxDatasetDef def;
-    def.fields = {CTxFieldInfo(QStringLiteral("Name"), CTxFieldInfo::Text, 9)};
-    for (const Info::Type type : row.holds) {
-        def.name = QStringLiteral("T%1").arg(type);
-        def.type = type;
-        ASSERT_TRUE(source->CreateDataset(def)) << type << ' ' << lastError();
-        EXPECT_EQ(source->GetDataset(def.name)->GetType(), type);
-    }
-    for (const Info::Type type : row.refuses) {
-        def.name = QStringLiteral("T%1").arg(type);
-        def.type = type;
-        EXPECT_FALSE(source->CreateDataset(def)) << type;
-    }
-    ASSERT_TRUE(sources.Close(QStringLiteral("db")));
-    source = sources.Open(file, QStringLiteral("db"));
-    ASSERT_TRUE(source) << lastError();
-    EXPECT_EQ(source->GetEngineType(), row.storage);
-    EXPECT_EQ(source->GetDatasetCount(), row.holds.size());
+    CTxDataSource *source = create(row.file, row.storage);
+    ASSERT_TRUE(source);
+    const auto def = [](Info::Type type) {
+        return definition(QStringLiteral("T%1").arg(type), type, {CTxFieldInfo("Name", CTxFieldInfo::Text, 9)});
+    };
     for (const Info::Type type : row.holds)
-        EXPECT_EQ(vector(source, QStringLiteral("T%1").arg(type))->GetType(), type);
+        EXPECT_TRUE(source->CreateDataset(def(type))) << type << ' ' << lastError();
+    for (const Info::Type type : row.refuses)
+        EXPECT_FALSE(source->CreateDataset(def(type))) << type;
+    for (const bool again : {false, true}) {
+        if (again)
+            source = reopen(row.file);
+        ASSERT_TRUE(source);
+        EXPECT_EQ(source->GetEngineType(), row.storage);
+        EXPECT_EQ(source->GetDatasetCount(), row.holds.size());
+        for (const Info::Type type : row.holds)
+            EXPECT_EQ(vector(source, def(type).name)->GetType(), type) << again;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Storages, CreateKind,
@@ -137,113 +126,85 @@ INSTANTIATE_TEST_SUITE_P(Storages, CreateKind,
 
 TEST_F(CreateDataSource, ShapefileRefusesWhatItWouldCut)
 {
-    CTxDataSource *folder = sources.Create(path(QStringLiteral("folder")), QStringLiteral("db"), Storage::Shapefile);
-    ASSERT_TRUE(folder) << lastError();
-    CTxDatasetDef def = definition(QStringLiteral("Towns"));
-    def.fields = {CTxFieldInfo(QStringLiteral("LongerThanTen"), CTxFieldInfo::Long)};
-    EXPECT_FALSE(folder->CreateDataset(def));
-    EXPECT_EQ(QDir(path(QStringLiteral("folder"))).entryList(QDir::Files), QStringList());
-    CDatasetVector *towns = makeVector(folder, QStringLiteral("Towns"));
+    const CTxFieldInfo good("Good", CTxFieldInfo::Long), tooLong("LongerThanTen", CTxFieldInfo::Long);
+    CTxDataSource *folder = create("folder", Storage::Shapefile);
+    ASSERT_TRUE(folder);
+    EXPECT_FALSE(folder->CreateDataset(definition("Towns", Info::Point, {tooLong})));
+    EXPECT_EQ(QDir(path("folder")).entryList(QDir::Files), QStringList());
+    CDatasetVector *towns = makeVector(folder, "Towns");
     ASSERT_TRUE(towns);
-    EXPECT_FALSE(towns->CreateFields({CTxFieldInfo(QStringLiteral("Good"), CTxFieldInfo::Long),
-                                      CTxFieldInfo(QStringLiteral("LongerThanTen"), CTxFieldInfo::Long)}));
-    EXPECT_EQ(towns->FindField(QStringLiteral("Good")), -1);
+    EXPECT_FALSE(towns->CreateFields({good, tooLong}));
+    EXPECT_EQ(towns->FindField("Good"), -1);
     EXPECT_FALSE(folder->BeginTrans()) << "it knows no transactions";
     RecordsetPtr records = query(towns);
     const CGeoPoint place(1, 2);
-    ASSERT_TRUE(records->AddNew() &&
-                records->SetFieldValue(QStringLiteral("Name"), CTxVariant(QStringLiteral("äöüß"))) &&
-                records->SetGeometry(&place) && records->Update())
-        << lastError();
-    EXPECT_FALSE(records->Edit() &&
-                 records->SetFieldValue(QStringLiteral("Name"), CTxVariant(QStringLiteral("äöüßä x"))));
+    ASSERT_TRUE(addRecord(*records, {{"Name", QStringLiteral("äöüß")}}, &place)) << lastError();
+    EXPECT_FALSE(records->Edit() && records->SetFieldValue("Name", QStringLiteral("äöüßä x")));
     records.reset();
-    ASSERT_TRUE(sources.Close(QStringLiteral("db")));
-    folder = sources.Open(path(QStringLiteral("folder")), QStringLiteral("db"));
-    ASSERT_TRUE(folder) << lastError();
-    EXPECT_EQ(vector(folder, QStringLiteral("Towns"))->GetRecordCount(), 1);
+    EXPECT_EQ(vector(reopen("folder"), "Towns")->GetRecordCount(), 1);
 }
 
 TEST_F(CreateDataSource, FromATemplateOfAnotherStorage)
 {
-    CTxDataSource *other =
-        sources.Create(path(QStringLiteral("other.gpkg")), QStringLiteral("other"), Storage::GeoPackage);
+    CTxDataSource *other = sources.Create(path("other.gpkg"), "other", Storage::GeoPackage);
     ASSERT_TRUE(other) << lastError();
-    CTxDatasetDef def = definition(QStringLiteral("Roads"), Info::Line);
-    def.coordSys = QStringLiteral("EPSG:32610");
-    def.fields = {CTxFieldInfo(QStringLiteral("Name"), CTxFieldInfo::Text, 9),
-                  CTxFieldInfo(QStringLiteral("Width"), CTxFieldInfo::Single)};
-    const CTxDataset *roads = other->CreateDataset(def);
+    const CTxDataset *roads = other->CreateDataset(definition(
+        "Roads", Info::Line, {CTxFieldInfo("Name", CTxFieldInfo::Text, 9), CTxFieldInfo("Width", CTxFieldInfo::Single)},
+        "EPSG:32610"));
     ASSERT_TRUE(roads) << lastError();
     CTxDataSource *source = create();
-    EXPECT_FALSE(source->CreateDatasetFrom(QStringLiteral("Copy"), nullptr, CElemDataEnc::NONE));
-    auto *copy =
-        dynamic_cast<CDatasetVector *>(source->CreateDatasetFrom(QStringLiteral("Copy"), roads, CElemDataEnc::STC));
-    ASSERT_TRUE(copy) << lastError();
+    EXPECT_FALSE(source->CreateDatasetFrom("Copy", nullptr, CElemDataEnc::NONE));
+    ASSERT_TRUE(source->CreateDatasetFrom("Copy", roads, CElemDataEnc::STC)) << lastError();
+    const CDatasetVector *copy = vector(source, "Copy");
     EXPECT_EQ(copy->GetType(), Info::Line);
     EXPECT_EQ(copy->GetEncType(), CElemDataEnc::STC);
-    EXPECT_FALSE(source->CreateDatasetFrom(QStringLiteral("Odd"), roads, static_cast<CElemDataEnc::encType>(6)));
-    CTxFieldInfo info;
-    ASSERT_TRUE(copy->GetFieldInfo(copy->FindField(QStringLiteral("Width")), info));
-    EXPECT_EQ(info.GetType(), CTxFieldInfo::Single);
+    EXPECT_FALSE(source->CreateDatasetFrom("Odd", roads, static_cast<CElemDataEnc::encType>(6)));
+    EXPECT_EQ(fieldOf(*copy, "Width").GetType(), CTxFieldInfo::Single);
     CTxPJCoordSys coordSys;
     copy->GetProjection(coordSys);
-    EXPECT_EQ(coordSys.GetName(), QStringLiteral("WGS 84 / UTM zone 10N"));
-    auto *again =
-        dynamic_cast<CDatasetVector *>(source->CreateDatasetFrom(QStringLiteral("Again"), copy, CElemDataEnc::NONE));
-    ASSERT_TRUE(again) << lastError();
-    EXPECT_EQ(again->GetFieldCount(), copy->GetFieldCount()) << "what the engine keeps is not copied as well";
+    EXPECT_EQ(coordSys.GetName(), "WGS 84 / UTM zone 10N");
+    ASSERT_TRUE(source->CreateDatasetFrom("Again", copy, CElemDataEnc::NONE)) << lastError();
+    EXPECT_EQ(vector(source, "Again")->GetFieldCount(), copy->GetFieldCount())
+        << "what the engine keeps is not copied as well";
 }
 
 TEST_F(CreateDataSource, ReadOnlyMeansIt)
 {
-    CTxDataSource *source = create();
-    {
-        RecordsetPtr records = query(makeVector(source, QStringLiteral("Towns")));
-        ASSERT_TRUE(records->AddNew() && records->Update());
-    }
+    ASSERT_TRUE(addRecord(*query(makeVector(create(), "Towns"))));
     sources.CloseAll();
-    QFile file(path(QStringLiteral("new.tdb")));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray before = file.readAll();
-    source = sources.Open(file.fileName(), QStringLiteral("db"), CTxDataSource::Normal | CTxDataSource::OpenReadOnly);
+    const QByteArray before = SampleFiles::read(path("new.tdb"));
+    CTxDataSource *source = sources.Open(path("new.tdb"), "db", CTxDataSource::Normal | CTxDataSource::OpenReadOnly);
     ASSERT_TRUE(source) << lastError();
-    CDatasetVector *towns = vector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = vector(source, "Towns");
     RecordsetPtr records = query(towns);
-    EXPECT_FALSE(records->AddNew());
-    EXPECT_FALSE(records->Edit());
-    EXPECT_FALSE(records->Delete());
+    EXPECT_FALSE(records->AddNew() || records->Edit() || records->Delete());
     records.reset();
-    EXPECT_FALSE(towns->CreateField(QStringLiteral("F"), CTxFieldInfo::Long, 0, 0));
-    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("More"))));
-    EXPECT_FALSE(source->DeleteDataset(QStringLiteral("Towns")));
+    EXPECT_FALSE(towns->CreateField("F", CTxFieldInfo::Long, 0, 0));
+    EXPECT_FALSE(source->CreateDataset(definition("More")));
+    EXPECT_FALSE(source->DeleteDataset("Towns"));
     towns->Close();
-    EXPECT_FALSE(source->RenameDataset(QStringLiteral("Towns"), QStringLiteral("T")));
+    EXPECT_FALSE(source->DeleteDataset("Towns") || source->RenameDataset("Towns", "T"));
     EXPECT_FALSE(source->BeginTrans());
-    EXPECT_FALSE(source->DeleteDataset(QStringLiteral("Nothing")));
     sources.CloseAll();
-    file.seek(0);
-    EXPECT_EQ(file.readAll(), before);
+    EXPECT_EQ(SampleFiles::read(path("new.tdb")), before);
 }
 
 TEST_F(CreateDataSource, FullDiskLosesNothingThatWasCommitted)
 {
-    const QString small = path(QStringLiteral("small"));
+    const QString small = path("small");
     ASSERT_TRUE(QDir().mkdir(small));
     if (geteuid() != 0 || mount("none", small.toUtf8().constData(), "tmpfs", 0, "size=1m") != 0)
         GTEST_SKIP() << "a small file system can be made by root only";
-    const QString file = small + QStringLiteral("/new.tdb");
-    CTxDataSource *source = sources.Create(file, QStringLiteral("db"), Storage::Native);
+    const QString file = small + "/new.tdb";
+    CTxDataSource *source = sources.Create(file, "db", Storage::Native);
     ASSERT_TRUE(source) << lastError();
-    CTxDatasetDef def = definition(QStringLiteral("Texts"), Info::Tabular);
-    def.fields = {CTxFieldInfo(QStringLiteral("Name"), CTxFieldInfo::Memo)};
-    ASSERT_TRUE(source->CreateDataset(def)) << lastError();
-    CDatasetVector *texts = vector(source, QStringLiteral("Texts"));
+    ASSERT_TRUE(source->CreateDataset(definition("Texts", Info::Tabular, {CTxFieldInfo("Name", CTxFieldInfo::Memo)})))
+        << lastError();
+    CDatasetVector *texts = vector(source, "Texts");
     const auto add = [&](int count) {
         const RecordsetPtr records = query(texts);
         for (int i = 0; i < count; ++i) {
-            if (!records->AddNew() ||
-                !records->SetFieldValue(QStringLiteral("Name"), CTxVariant(QString(20000, u'x'))) || !records->Update())
+            if (!addRecord(*records, {{"Name", QString(20000, u'x')}}))
                 return false;
         }
         return true;
@@ -257,8 +218,8 @@ TEST_F(CreateDataSource, FullDiskLosesNothingThatWasCommitted)
     EXPECT_EQ(texts->GetRecordCount(), 3);
     EXPECT_TRUE(add(1)) << "there is room again: " << lastError();
     sources.CloseAll();
-    source = sources.Open(file, QStringLiteral("db"));
-    EXPECT_TRUE(source && vector(source, QStringLiteral("Texts"))->GetRecordCount() == 4) << lastError();
+    source = sources.Open(file, "db");
+    EXPECT_TRUE(source && vector(source, "Texts")->GetRecordCount() == 4) << lastError();
     sources.CloseAll();
     EXPECT_EQ(umount2(small.toUtf8().constData(), MNT_DETACH), 0);
 }

@@ -1,15 +1,9 @@
-#include "engine/base/TxErrorMsg.h"
-#include "engine/data/DatasetRaster.h"
-#include "engine/data/DatasetVector.h"
+#include "engine/data/DataFixture.h"
 #include "engine/data/SampleFiles.h"
-#include "engine/data/TxDataSources.h"
 #include "engine/data/TxImagePluginManager.h"
-
-#include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gdal_priv.h>
 #include <ogrsf_frmts.h>
@@ -18,10 +12,9 @@ namespace {
 
 using Info = CElemDatasetInfo;
 
-class Listing : public testing::Test
+class Listing : public DataFixture
 {
 protected:
-    QString path(const char *name) const { return m_folder.filePath(QString::fromUtf8(name)); }
     /// The names of the listed datasets, joined by blanks.
     static std::string names(const CTxDataSource *source)
     {
@@ -30,9 +23,6 @@ protected:
             list.append(source->GetDatasetAt(index)->GetName());
         return list.join(u' ').toStdString();
     }
-
-    QTemporaryDir m_folder;
-    CTxDataSources m_dataSources;
 };
 
 struct KindRow
@@ -65,8 +55,8 @@ TEST_F(Listing, KindsFollowTheGeometryTypes)
         for (const KindRow &row : rows)
             ASSERT_NE(file->CreateLayer(OGRGeometryTypeToName(row.geometry), nullptr, row.geometry, nullptr), nullptr);
     }
-    const CTxDataSource *source = m_dataSources.Open(path("kinds.gpkg"));
-    ASSERT_NE(source, nullptr) << TxGetErrorMsgObj().GetErrorMessage().toStdString();
+    const CTxDataSource *source = open(path("kinds.gpkg"));
+    ASSERT_NE(source, nullptr) << lastError();
     for (const KindRow &row : rows) {
         const CTxDataset *dataset = source->GetDataset(QString::fromLatin1(OGRGeometryTypeToName(row.geometry)));
         ASSERT_NE(dataset, nullptr);
@@ -92,24 +82,21 @@ TEST_F(Listing, AFileOfVectorsAndRastersShowsBoth)
             ASSERT_NE(copy, nullptr);
         }
     }
-    const CTxDataSource *source = m_dataSources.Open(path("both.gpkg"));
+    CTxDataSource *source = open(path("both.gpkg"));
     ASSERT_EQ(names(source), "points photo map");
     for (const char *name : {"photo", "map"}) {
-        auto *raster = dynamic_cast<CDatasetRaster *>(source->GetDataset(QString::fromLatin1(name)));
-        ASSERT_NE(raster, nullptr);
-        ASSERT_TRUE(raster->Open()) << TxGetErrorMsgObj().GetErrorMessage().toStdString();
-        EXPECT_EQ(raster->GetSize(), QSize(300, 300));
+        EXPECT_EQ(raster(source, name)->GetSize(), QSize(300, 300));
     }
 }
 
 TEST_F(Listing, FindsNamesExactlyFirstThenWithoutRegardToCase)
 {
-    QDir(m_folder.path()).mkdir(QStringLiteral("shapes"));
-    for (const char *name : {"Roads", "roads", "Rivers", "\xC3\xB6 \xF0\x9F\x97\xBA"}) {
+    QDir(m_folder.path()).mkdir("shapes");
+    for (const char *name : {"Roads", "roads", "Rivers", "ö 🗺"}) {
         const QString layer = QString::fromUtf8(name);
-        ASSERT_TRUE(SampleFiles::makePoints(path("shapes/") + layer + QStringLiteral(".shp"), "ESRI Shapefile", layer));
+        ASSERT_TRUE(SampleFiles::makePoints(path("shapes/") + layer + ".shp", "ESRI Shapefile", layer));
     }
-    const CTxDataSource *source = m_dataSources.Open(path("shapes"));
+    const CTxDataSource *source = open(path("shapes"));
     ASSERT_NE(source, nullptr);
     EXPECT_EQ(source->GetDatasetCount(), 4);
     const auto found = [source](const char *name) {
@@ -120,70 +107,67 @@ TEST_F(Listing, FindsNamesExactlyFirstThenWithoutRegardToCase)
     EXPECT_EQ(found("roads"), "roads");
     EXPECT_EQ(found("ROADS"), "none") << "two would answer";
     EXPECT_EQ(found("RIVERS"), "Rivers");
-    EXPECT_EQ(found("\xC3\xB6 \xF0\x9F\x97\xBA"), "\xC3\xB6 \xF0\x9F\x97\xBA") << "odd names are shown as they are";
-    EXPECT_FALSE(source->IsAvailableDatasetName(QStringLiteral("ROADS")));
-    EXPECT_EQ(source->GetUnoccupiedDatasetName(QStringLiteral("roads")).toStdString(), "roads_1");
+    EXPECT_EQ(found("ö 🗺"), "ö 🗺") << "odd names are shown as they are";
+    EXPECT_FALSE(source->IsAvailableDatasetName("ROADS"));
+    EXPECT_EQ(source->GetUnoccupiedDatasetName("roads").toStdString(), "roads_1");
 }
 
 TEST_F(Listing, KnowsWhichNamesNewDatasetsMayBear)
 {
     ASSERT_TRUE(SampleFiles::makePoints(path("p.gpkg"), "GPKG"));
-    const CTxDataSource *source = m_dataSources.Open(path("p.gpkg"));
-    const QStringList taken = {QStringLiteral("Wanted")};
-    for (const char *good : {"a", "_1",
-                             "Stra\xC3\x9F"
-                             "e_2",
-                             "\xE9\x81\x93\xE8\xB7\xAF"})
-        EXPECT_TRUE(source->IsAvailableDatasetName(QString::fromUtf8(good))) << good;
+    const CTxDataSource *source = open(path("p.gpkg"));
+    const QStringList taken = {"Wanted"};
+    for (const char *good : {"a", "_1", "Straße_2", "道路"})
+        EXPECT_TRUE(source->IsAvailableDatasetName(good)) << good;
     for (const char *bad : {"", "1a", "a b", "a-b", "a.b", "a\"b", "points", "POINTS", "gpkg_x", "SQLITE_x", "rtree_a",
-                            "tdb_format", "\xF0\x9F\x97\xBA"})
-        EXPECT_FALSE(source->IsAvailableDatasetName(QString::fromUtf8(bad))) << bad;
-    EXPECT_FALSE(source->IsAvailableDatasetName(QStringLiteral("wanted"), &taken));
+                            "tdb_format", "🗺"})
+        EXPECT_FALSE(source->IsAvailableDatasetName(bad)) << bad;
+    EXPECT_FALSE(source->IsAvailableDatasetName("wanted", &taken));
     EXPECT_TRUE(source->IsAvailableDatasetName(QString(63, u'a')));
     EXPECT_FALSE(source->IsAvailableDatasetName(QString(64, u'a')));
-    for (const char *proposal : {"", "points", "gpkg_contents", "1 road-map", "sqlite_", "\xF0\x9F\x97\xBA"}) {
-        const QString made = source->GetUnoccupiedDatasetName(QString::fromUtf8(proposal), &taken);
+    for (const char *proposal : {"", "points", "gpkg_contents", "1 road-map", "sqlite_", "🗺"}) {
+        const QString made = source->GetUnoccupiedDatasetName(proposal, &taken);
         EXPECT_TRUE(source->IsAvailableDatasetName(made, &taken)) << made.toStdString();
     }
     EXPECT_TRUE(source->IsAvailableDatasetName(source->GetUnoccupiedDatasetName(QString(10000, u'x'))));
-    auto *points = dynamic_cast<CDatasetVector *>(source->GetDataset(QStringLiteral("points")));
+    auto *points = dynamic_cast<CDatasetVector *>(source->GetDataset("points"));
     for (const char *bad : {"", "TxID", "txlength", "NAME", "select", "a b"})
-        EXPECT_FALSE(points->IsAvailableFieldName(QString::fromUtf8(bad))) << bad;
-    EXPECT_TRUE(points->IsAvailableFieldName(QStringLiteral("TxUserID")));
+        EXPECT_FALSE(points->IsAvailableFieldName(bad)) << bad;
+    EXPECT_TRUE(points->IsAvailableFieldName("TxUserID"));
 }
 
 TEST_F(Listing, AliasesAreUniqueAndOpeningModesAreKept)
 {
     ASSERT_TRUE(SampleFiles::makePoints(path("p.gpkg"), "GPKG"));
-    CTxDataSource *first = m_dataSources.Open(path("p.gpkg"));
-    CTxDataSource *second = m_dataSources.Open(path("p.gpkg"), QString(), CTxDataSource::OpenReadOnly);
-    CTxDataSource *third = m_dataSources.Open(path("p.gpkg"), QStringLiteral("x/\u202e y"), CTxDataSource::Internal);
+    CTxDataSource *first = open(path("p.gpkg"));
+    CTxDataSource *second = sources.Open(path("p.gpkg"), QString(), CTxDataSource::OpenReadOnly);
+    CTxDataSource *third = sources.Open(path("p.gpkg"), "x/\u202e y", CTxDataSource::Internal);
     ASSERT_TRUE(first && second && third);
     EXPECT_EQ(first->GetAlias().toStdString(), "p");
     EXPECT_EQ(second->GetAlias().toStdString(), "p_1");
-    EXPECT_EQ(m_dataSources.Open(path("p.gpkg"), QStringLiteral("p")), nullptr);
+    EXPECT_EQ(sources.Open(path("p.gpkg"), "p"), nullptr);
     EXPECT_EQ(first->GetOpenOptions(), quint32(CTxDataSource::Normal));
     EXPECT_EQ(second->GetOpenOptions(), quint32(CTxDataSource::Normal | CTxDataSource::OpenReadOnly));
     EXPECT_EQ(third->GetOpenOptions(), quint32(CTxDataSource::Internal));
     EXPECT_TRUE(first->HasCapability(CTxDataSource::CanTransact));
     EXPECT_FALSE(second->HasCapability(CTxDataSource::CanTransact));
     EXPECT_FALSE(first->HasCapability(99));
-    EXPECT_TRUE(m_dataSources.Rename(QStringLiteral("p"), QStringLiteral("q")));
+    EXPECT_TRUE(sources.Rename("p", "q"));
     EXPECT_EQ(first->GetAlias().toStdString(), "q");
-    EXPECT_FALSE(m_dataSources.Rename(QStringLiteral("q"), QStringLiteral("p_1")));
-    EXPECT_FALSE(m_dataSources.Rename(QStringLiteral("q"), QString()));
-    EXPECT_FALSE(m_dataSources.Close(QStringLiteral("p")));
-    EXPECT_TRUE(m_dataSources.Close(QStringLiteral("q")));
-    EXPECT_EQ(m_dataSources.GetCount(), 2);
+    EXPECT_FALSE(sources.Rename("q", "p_1"));
+    EXPECT_FALSE(sources.Rename("q", QString()));
+    EXPECT_FALSE(sources.Close("p"));
+    EXPECT_TRUE(sources.Close("q"));
+    EXPECT_EQ(sources.GetCount(), 2);
 }
 
 TEST_F(Listing, RefreshFindsWhatCameAndWent)
 {
-    ASSERT_TRUE(SampleFiles::makePoints(path("f"), "ESRI Shapefile", QStringLiteral("a")));
-    CTxDataSource *source = m_dataSources.Open(path("f"));
+    ASSERT_TRUE(SampleFiles::makePoints(path("f"), "ESRI Shapefile", "a"));
+    CTxDataSource *source = open(path("f"));
     ASSERT_EQ(names(source), "a");
     CTxDataset *kept = source->GetDatasetAt(0);
-    ASSERT_TRUE(SampleFiles::makePoints(path("f/b.shp"), "ESRI Shapefile", QStringLiteral("b")));
+    ASSERT_TRUE(SampleFiles::makePoints(path("f/b.shp"), "ESRI Shapefile", "b"));
     ASSERT_TRUE(source->Refresh());
     EXPECT_EQ(names(source), "a b");
     EXPECT_EQ(source->GetDatasetAt(0), kept);
@@ -197,10 +181,9 @@ TEST_F(Listing, RefreshFindsWhatCameAndWent)
 TEST_F(Listing, DelimitedTextsHaveTypedFields)
 {
     ASSERT_TRUE(SampleFiles::write(path("t.csv"), "x,y,name\n1,2.5,\"a, b\"\n2,3.5,\xC3\xB6\n"));
-    const CTxDataSource *source = m_dataSources.Open(path("t.csv"));
+    CTxDataSource *source = open(path("t.csv"));
     ASSERT_EQ(names(source), "t") << "a table of numbers is no grid";
-    auto *table = dynamic_cast<CDatasetVector *>(source->GetDatasetAt(0));
-    ASSERT_NE(table, nullptr);
+    const CDatasetVector *table = vector(source);
     EXPECT_EQ(table->GetType(), Info::Tabular);
     CTxFieldInfo info;
     const qint16 types[] = {CTxFieldInfo::Long, CTxFieldInfo::Long, CTxFieldInfo::Double, CTxFieldInfo::Text};
@@ -215,7 +198,7 @@ TEST_F(Listing, WorldFilesPlaceTheirImages)
     ASSERT_TRUE(SampleFiles::makeRaster(path("w.png"), "PNG"));
     QFile::remove(path("w.png.aux.xml"));
     ASSERT_TRUE(SampleFiles::write(path("w.wld"), "2\n0\n0\n-2\n1001\n2007\n"));
-    const CTxDataSource *source = m_dataSources.Open(path("w.png"));
+    const CTxDataSource *source = open(path("w.png"));
     ASSERT_NE(source, nullptr);
     EXPECT_EQ(source->GetDatasetAt(0)->GetBounds(), CRect2D(1000, 2000, 1016, 2008));
 }

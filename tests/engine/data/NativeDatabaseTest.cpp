@@ -1,11 +1,11 @@
-#include "NativeFixture.h"
+#include "engine/data/DataFixture.h"
 
+#include "engine/data/SampleFiles.h"
 #include "engine/data/TdbDataSourcePlus.h"
 #include "engine/projection/TxPJCoordSys.h"
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -14,69 +14,47 @@ namespace {
 
 using Info = CElemDatasetInfo;
 
-class NativeDatabase : public NativeFixture
+class NativeDatabase : public DataFixture
 {
-protected:
-    /// Runs SQL on a file behind the engine's back.
-    void tamper(const QString &file, const char *sql) const
-    {
-        sqlite3 *database = nullptr;
-        ASSERT_EQ(sqlite3_open(path(file).toUtf8().constData(), &database), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
-        sqlite3_close(database);
-    }
-
-    /// The file @p source with its first @p size bytes alone.
-    QString cut(const QString &source, qint64 size) const
-    {
-        const QString target = path(QStringLiteral("cut.tdb"));
-        QFile::remove(target);
-        QFile::copy(path(source), target);
-        EXPECT_TRUE(QFile::resize(target, size));
-        return target;
-    }
 };
 
 TEST_F(NativeDatabase, IsKnownByHeaderCatalogueAndVersion)
 {
     create();
     sources.CloseAll();
-    const QString file = path(QStringLiteral("new.tdb"));
+    const QString file = path("new.tdb");
     EXPECT_TRUE(CTdbDataSourcePlus::IsTdb5File(file));
-    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("new.tdb")});
-
-    tamper(QStringLiteral("new.tdb"), "UPDATE tdb_format SET version = 6");
-    EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(file));
-    tamper(QStringLiteral("new.tdb"), "DELETE FROM tdb_format");
-    EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(file));
-    // A view that never ends must not be waited for.
-    tamper(QStringLiteral("new.tdb"), "DROP TABLE tdb_format; CREATE VIEW tdb_format AS WITH RECURSIVE n(version) AS "
-                                      "(SELECT 5 UNION ALL SELECT version FROM n) SELECT count(*) AS version FROM n");
-    EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(file));
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"new.tdb"});
+    for (const char *sql : {"UPDATE tdb_format SET version = 6", "DELETE FROM tdb_format",
+                            // A view that never ends must not be waited for.
+                            "DROP TABLE tdb_format; CREATE VIEW tdb_format AS WITH RECURSIVE n(version) AS "
+                            "(SELECT 5 UNION ALL SELECT version FROM n) SELECT count(*) AS version FROM n"}) {
+        sqlite3 *database = nullptr;
+        ASSERT_EQ(sqlite3_open(file.toUtf8(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
+        sqlite3_close(database);
+        EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(file)) << sql;
+    }
 }
 
 TEST_F(NativeDatabase, IsNotTakenForWhatItIsNot)
 {
-    create();
-    makeVector(sources.find(QStringLiteral("db")), QStringLiteral("Towns"));
+    makeVector(create(), "Towns");
     sources.CloseAll();
-    const QString whole = QStringLiteral("new.tdb");
-    const qint64 size = QFileInfo(path(whole)).size();
-    for (const qint64 part :
-         {qint64(0), qint64(1), qint64(16), qint64(99), qint64(100), qint64(4096), size / 2, size - 1})
-        EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(cut(whole, part))) << part;
-    EXPECT_TRUE(CTdbDataSourcePlus::IsTdb5File(cut(whole, size)));
-
-    ASSERT_TRUE(sources.Create(path(QStringLiteral("plain.gpkg")), QString(), CTxDataSourceStorage::GeoPackage));
-    ASSERT_EQ(mkfifo(path(QStringLiteral("pipe.tdb")).toUtf8().constData(), 0600), 0);
-    QFile huge(path(QStringLiteral("huge.tdb")));
-    ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize(qint64(1) << 40)); // a hole of a terabyte
-    huge.close();
+    const QByteArray whole = SampleFiles::read(path("new.tdb"));
+    const qsizetype size = whole.size();
+    for (const qsizetype part : {qsizetype(0), qsizetype(1), qsizetype(16), qsizetype(99), qsizetype(100),
+                                 qsizetype(4096), size / 2, size - 1, size}) {
+        ASSERT_TRUE(SampleFiles::write(path("cut.tdb"), whole.left(part)));
+        EXPECT_EQ(CTdbDataSourcePlus::IsTdb5File(path("cut.tdb")), part == size) << part;
+    }
+    ASSERT_TRUE(create("plain.gpkg", CTxDataSourceStorage::GeoPackage));
+    ASSERT_EQ(mkfifo(path("pipe.tdb").toUtf8(), 0600), 0);
+    ASSERT_TRUE(SampleFiles::write(path("huge.tdb"), "") && SampleFiles::cut(path("huge.tdb"), qint64(1) << 40));
     QElapsedTimer timer;
     timer.start();
-    for (const QString &name : {QStringLiteral("plain.gpkg"), QStringLiteral("pipe.tdb"), QStringLiteral("huge.tdb"),
-                                QStringLiteral("missing.tdb"), QStringLiteral(".")})
-        EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(path(name))) << name.toStdString();
+    for (const char *name : {"plain.gpkg", "pipe.tdb", "huge.tdb", "missing.tdb", "."})
+        EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(path(name))) << name;
     EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(QString()));
     EXPECT_FALSE(CTdbDataSourcePlus::IsTdb5File(QString(10000, u'x')));
     EXPECT_LT(timer.elapsed(), 1000);
@@ -85,19 +63,15 @@ TEST_F(NativeDatabase, IsNotTakenForWhatItIsNot)
 TEST_F(NativeDatabase, LookingAtAnOpenFileDropsNoLock)
 {
     CTxDataSource *source = create();
-    CTxDatasetDef grid = definition(QStringLiteral("Relief"), Info::Grid);
-    grid.rasterSize = QSize(3, 2);
-    grid.rasterBounds = CRect2D(0, 0, 3, 2);
-    grid.pixelFormat = QStringLiteral("Float32");
+    const CTxDatasetDef grid = rasterDefinition("Relief", CRect2D(0, 0, 3, 2));
     ASSERT_TRUE(source->CreateDataset(grid)) << lastError();
-    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = makeVector(source, "Towns");
     ASSERT_TRUE(source->BeginTrans());
-    RecordsetPtr records = query(towns);
-    ASSERT_TRUE(records->AddNew() && records->Update());
+    ASSERT_TRUE(addRecord(*query(towns)));
     EXPECT_TRUE(CTdbDataSourcePlus::IsTdb5File(source->GetPath()));
-    EXPECT_TRUE(source->GetDataset(QStringLiteral("Relief"))->Open()) << lastError();
-    EXPECT_TRUE(source->GetDataset(QStringLiteral("Relief"))->Close());
-    EXPECT_EQ(source->GetDataset(QStringLiteral("Relief"))->GetBounds(), grid.rasterBounds);
+    EXPECT_TRUE(source->GetDataset("Relief")->Open()) << lastError();
+    EXPECT_TRUE(source->GetDataset("Relief")->Close());
+    EXPECT_EQ(source->GetDataset("Relief")->GetBounds(), grid.rasterBounds);
 
     // Another process must still find the file locked.
     const QByteArray command = "python3 -c \"import sqlite3,sys; c=sqlite3.connect(sys.argv[1],timeout=0);"
@@ -114,20 +88,18 @@ struct KindRow
     const char *systemFields; ///< in order
 };
 
-class NativeKind : public NativeFixture, public testing::WithParamInterface<KindRow>
+class NativeKind : public DataFixture, public testing::WithParamInterface<KindRow>
 {
 };
 
 TEST_P(NativeKind, IsStillKnownAfterReopening)
 {
     const KindRow &row = GetParam();
-    CTxDatasetDef def = definition(QStringLiteral("Data"), row.type);
+    CTxDatasetDef def = definition("Data", row.type, {CTxFieldInfo("Name", CTxFieldInfo::Text, 20)}, "EPSG:32610");
     def.encType = CElemDataEnc::SWC;
-    def.coordSys = QStringLiteral("EPSG:32610");
-    def.fields = {CTxFieldInfo(QStringLiteral("Name"), CTxFieldInfo::Text, 20)};
     ASSERT_TRUE(create()->CreateDataset(def)) << lastError();
     CTxDataSource *source = reopen();
-    CDatasetVector *data = vector(source, QStringLiteral("Data"));
+    CDatasetVector *data = vector(source, "Data");
     ASSERT_TRUE(data);
     EXPECT_EQ(source->GetDatasetCount(), 1);
     EXPECT_EQ(data->GetType(), row.type);
@@ -161,149 +133,129 @@ INSTANTIATE_TEST_SUITE_P(Kinds, NativeKind,
 TEST_F(NativeDatabase, NetworkHasNodesThatOthersMayReplace)
 {
     CTxDataSource *source = create();
-    CTxDataset *ferries = source->CreateDataset(definition(QStringLiteral("Ferries"), Info::Network));
+    CTxDataset *ferries = source->CreateDataset(definition("Ferries", Info::Network));
     ASSERT_TRUE(ferries && ferries->GetChildDataset()) << lastError();
-    EXPECT_EQ(ferries->GetChildDataset()->GetName(), QStringLiteral("Ferries_Node"));
-    CTxDatasetDef piers = definition(QStringLiteral("Piers"));
-    piers.parentDataset = QStringLiteral("Ferries");
+    EXPECT_EQ(ferries->GetChildDataset()->GetName(), "Ferries_Node");
+    CTxDatasetDef piers = definition("Piers");
+    piers.parentDataset = "Ferries";
     ASSERT_TRUE(source->CreateDataset(piers)) << lastError();
 
     source = reopen();
-    ferries = source->GetDataset(QStringLiteral("Ferries"));
+    ferries = source->GetDataset("Ferries");
     EXPECT_EQ(source->GetDatasetCount(), 1);
-    EXPECT_FALSE(source->GetDataset(QStringLiteral("Ferries_Node")));
+    EXPECT_FALSE(source->GetDataset("Ferries_Node"));
     ASSERT_TRUE(ferries->GetChildDataset());
-    EXPECT_EQ(ferries->GetChildDataset()->GetName(), QStringLiteral("Piers"));
+    EXPECT_EQ(ferries->GetChildDataset()->GetName(), "Piers");
     EXPECT_EQ(ferries->GetChildDataset()->GetParentDataset(), ferries);
-    EXPECT_GE(vector(source, QStringLiteral("Piers"))->FindField(QStringLiteral("TxNodeID")), 0);
+    EXPECT_GE(vector(source, "Piers")->FindField("TxNodeID"), 0);
 
     // Nodes with records stay.
-    RecordsetPtr nodes = query(vector(source, QStringLiteral("Piers")));
-    ASSERT_TRUE(nodes->AddNew() && nodes->SetFieldValue(QStringLiteral("TxNodeID"), 7) && nodes->Update())
-        << lastError();
-    nodes.reset();
-    piers.name = QStringLiteral("Other");
+    ASSERT_TRUE(addRecord(*query(vector(source, "Piers")), {{"TxNodeID", 7}})) << lastError();
+    piers.name = "Other";
     EXPECT_FALSE(source->CreateDataset(piers));
 }
 
 TEST_F(NativeDatabase, LibraryGoesWithItsIndexAndTiles)
 {
     CTxDataSource *source = create();
-    CTxDatasetDef sheets = definition(QStringLiteral("Sheets"), Info::Region);
+    CTxDatasetDef sheets = definition("Sheets", Info::Region);
     sheets.options = CTxDataset::Library;
     ASSERT_TRUE(source->CreateDataset(sheets)) << lastError();
-    CTxDatasetDef tile = definition(QStringLiteral("SheetA"), Info::Region);
+    CTxDatasetDef tile = definition("SheetA", Info::Region);
     tile.options = CTxDataset::Internal;
     ASSERT_TRUE(source->CreateDataset(tile));
-    ASSERT_TRUE(source->CreateDataset(definition(QStringLiteral("Towns"))));
+    ASSERT_TRUE(source->CreateDataset(definition("Towns")));
 
     source = reopen();
     EXPECT_EQ(source->GetDatasetCount(), 2);
-    CDatasetVector *library = vector(source, QStringLiteral("Sheets"));
+    CDatasetVector *library = vector(source, "Sheets");
     EXPECT_TRUE(library->GetOptions() & CTxDataset::Library);
-    ASSERT_EQ(library->GetTileIndexName(), QStringLiteral("Sheets_Tile"));
-    {
-        RecordsetPtr index = query(vector(source, QStringLiteral("Sheets_Tile")));
-        for (const QString &name : {QStringLiteral("SheetA"), QStringLiteral("Towns"), QStringLiteral("Missing")})
-            ASSERT_TRUE(index->AddNew() && index->SetFieldValue(QStringLiteral("TxLibTileName"), name) &&
-                        index->Update())
-                << lastError();
-    }
-    ASSERT_TRUE(source->DeleteDataset(QStringLiteral("Sheets"))) << lastError();
+    ASSERT_EQ(library->GetTileIndexName(), "Sheets_Tile");
+    for (const char *name : {"SheetA", "Towns", "Missing"})
+        ASSERT_TRUE(addRecord(*query(vector(source, "Sheets_Tile")), {{"TxLibTileName", QString(name)}}))
+            << lastError();
+    ASSERT_TRUE(source->DeleteDataset("Sheets")) << lastError();
     source = reopen();
     EXPECT_EQ(source->GetDatasetCount(), 1);
     for (const char *gone : {"Sheets", "Sheets_Tile", "SheetA"})
         EXPECT_FALSE(source->GetDataset(QString::fromLatin1(gone))) << gone;
-    EXPECT_TRUE(source->GetDataset(QStringLiteral("Towns"))) << "listed by the index, but a dataset of its own";
+    EXPECT_TRUE(source->GetDataset("Towns")) << "listed by the index, but a dataset of its own";
 }
 
 TEST_F(NativeDatabase, RenamingFollowsWhereverTheNameStands)
 {
     CTxDataSource *source = create();
-    CTxDatasetDef sheets = definition(QStringLiteral("Sheets"), Info::Region);
+    CTxDatasetDef sheets = definition("Sheets", Info::Region);
     sheets.options = CTxDataset::Library;
     ASSERT_TRUE(source->CreateDataset(sheets));
-    ASSERT_TRUE(source->CreateDataset(definition(QStringLiteral("Ferries"), Info::Network)));
-    CTxDataset *ferries = source->GetDataset(QStringLiteral("Ferries"));
-    ASSERT_TRUE(source->RenameDataset(QStringLiteral("Ferries"), QStringLiteral("Fähren"))) << lastError();
-    ASSERT_TRUE(source->RenameDataset(QStringLiteral("Sheets_Tile"), QStringLiteral("Index"))) << lastError();
-    EXPECT_EQ(source->GetDataset(QStringLiteral("Fähren")), ferries);
+    ASSERT_TRUE(source->CreateDataset(definition("Ferries", Info::Network)));
+    CTxDataset *ferries = source->GetDataset("Ferries");
+    ASSERT_TRUE(source->RenameDataset("Ferries", "Fähren")) << lastError();
+    ASSERT_TRUE(source->RenameDataset("Sheets_Tile", "Index")) << lastError();
+    EXPECT_EQ(source->GetDataset("Fähren"), ferries);
     EXPECT_TRUE(ferries->Open()) << lastError();
-    EXPECT_FALSE(source->RenameDataset(QStringLiteral("Fähren"), QStringLiteral("X"))) << "it is open";
-    EXPECT_FALSE(source->RenameDataset(QStringLiteral("Sheets"), QStringLiteral("index"))) << "taken but for case";
+    EXPECT_FALSE(source->RenameDataset("Fähren", "X")) << "it is open";
+    EXPECT_FALSE(source->RenameDataset("Sheets", "index")) << "taken but for case";
 
     source = reopen();
-    ASSERT_TRUE(source->GetDataset(QStringLiteral("Fähren")));
-    EXPECT_TRUE(source->GetDataset(QStringLiteral("Fähren"))->GetChildDataset());
-    EXPECT_EQ(source->GetDataset(QStringLiteral("Fähren"))->GetType(), Info::Network);
-    EXPECT_EQ(vector(source, QStringLiteral("Sheets"))->GetTileIndexName(), QStringLiteral("Index"));
+    ASSERT_TRUE(source->GetDataset("Fähren"));
+    EXPECT_TRUE(source->GetDataset("Fähren")->GetChildDataset());
+    EXPECT_EQ(source->GetDataset("Fähren")->GetType(), Info::Network);
+    EXPECT_EQ(vector(source, "Sheets")->GetTileIndexName(), "Index");
 }
 
 TEST_F(NativeDatabase, FailedCreationLeavesNothingBehind)
 {
     CTxDataSource *source = create();
-    ASSERT_TRUE(source->CreateDataset(definition(QStringLiteral("Towns"))));
-    CTxDatasetDef badField = definition(QStringLiteral("BadField"), Info::Network);
-    badField.fields = {CTxFieldInfo(QStringLiteral("Good"), CTxFieldInfo::Text),
-                       CTxFieldInfo(QStringLiteral("Bad"), 77)};
-    CTxDatasetDef badDefault = definition(QStringLiteral("BadDefault"));
-    badDefault.fields = {CTxFieldInfo(QStringLiteral("Size"), CTxFieldInfo::Long)};
-    badDefault.fields[0].SetDefault(QStringLiteral("many"));
-    CTxDatasetDef twice = definition(QStringLiteral("Twice"));
-    twice.fields = {CTxFieldInfo(QStringLiteral("a"), CTxFieldInfo::Text),
-                    CTxFieldInfo(QStringLiteral("A"), CTxFieldInfo::Text)};
-    CTxDatasetDef badSystem = definition(QStringLiteral("BadSystem"));
-    badSystem.coordSys = QStringLiteral("EPSG:nonsense");
-    CTxDatasetDef wide = definition(QStringLiteral("Wide"));
-    for (int i = 0; i < 3000; ++i) // more columns than a table can have
-        wide.fields.append(CTxFieldInfo(QStringLiteral("F%1").arg(i), CTxFieldInfo::Long));
-    CTxDatasetDef orphan = definition(QStringLiteral("Orphan"));
-    orphan.parentDataset = QStringLiteral("Nobody");
-    CTxDatasetDef flatRaster = definition(QStringLiteral("FlatRaster"), Info::Grid);
-    CTxDatasetDef reserved = definition(QStringLiteral("Reserved"));
-    reserved.fields = {CTxFieldInfo(QStringLiteral("select"), CTxFieldInfo::Text)};
-
+    ASSERT_TRUE(source->CreateDataset(definition("Towns")));
+    using Field = CTxFieldInfo;
+    CTxFieldInfo badDefault("Size", Field::Long);
+    badDefault.SetDefault("many");
+    CTxFieldInfos columns; // more than a table can have
+    for (int i = 0; i < 3000; ++i)
+        columns.append(Field(QStringLiteral("F%1").arg(i), Field::Long));
+    CTxDatasetDef orphan = definition("Orphan");
+    orphan.parentDataset = "Nobody";
     for (const CTxDatasetDef &def :
-         {badField, badDefault, twice, badSystem, wide, orphan, flatRaster, reserved,
-          definition(QStringLiteral("Wavelets"), Info::MrSID), definition(QStringLiteral("towns")),
-          definition(QString()), definition(QStringLiteral("gpkg_x")), definition(QStringLiteral("a b")),
-          definition(QString(10000, u'n'))}) {
+         {definition("BadField", Info::Network, {Field("Good", Field::Text), Field("Bad", 77)}),
+          definition("BadDefault", Info::Point, {badDefault}),
+          definition("Twice", Info::Point, {Field("a", Field::Text), Field("A", Field::Text)}),
+          definition("BadSystem", Info::Point, {}, "EPSG:nonsense"), definition("Wide", Info::Point, columns), orphan,
+          definition("FlatRaster", Info::Grid), definition("Reserved", Info::Point, {Field("select", Field::Text)}),
+          definition("Wavelets", Info::MrSID), definition("towns"), definition(QString()), definition("gpkg_x"),
+          definition("a b"), definition("🌍"), definition(QString(10000, u'n'))}) {
         const int errors = TxGetErrorMsgObj().GetErrorCount();
         EXPECT_FALSE(source->CreateDataset(def)) << def.name.left(20).toStdString();
         EXPECT_GT(TxGetErrorMsgObj().GetErrorCount(), errors);
         EXPECT_FALSE(TxGetErrorMsgObj().GetErrorMessage().isEmpty());
         EXPECT_EQ(source->GetDatasetCount(), 1);
     }
-    EXPECT_TRUE(source->GetDataset(QStringLiteral("Towns"))->Open()) << "the datasource works on";
+    EXPECT_TRUE(source->GetDataset("Towns")->Open()) << "the datasource works on";
     source = reopen();
     EXPECT_EQ(source->GetDatasetCount(), 1);
-    EXPECT_FALSE(source->GetDataset(QStringLiteral("BadField_Node")));
-    EXPECT_TRUE(source->CreateDataset(definition(QStringLiteral("BadField"), Info::Network))) << lastError();
+    EXPECT_FALSE(source->GetDataset("BadField_Node"));
+    EXPECT_TRUE(source->CreateDataset(definition("BadField", Info::Network))) << lastError();
 }
 
 TEST_F(NativeDatabase, TemporaryDatasetsGoWithTheDataSource)
 {
     CTxDataSource *source = create();
-    CTxDatasetDef scratch = definition(QStringLiteral("Scratch"), Info::Network);
+    CTxDatasetDef scratch = definition("Scratch", Info::Network);
     scratch.options = CTxDataset::Temporary;
     ASSERT_TRUE(source->CreateDataset(scratch)) << lastError();
-    ASSERT_TRUE(source->CreateDataset(definition(QStringLiteral("Towns"))));
-    RecordsetPtr records = query(vector(source, QStringLiteral("Scratch")));
-    ASSERT_TRUE(source->BeginTrans() && records->AddNew() && records->Update()) << lastError();
-    records.reset();
+    ASSERT_TRUE(source->CreateDataset(definition("Towns")));
+    ASSERT_TRUE(source->BeginTrans() && addRecord(*query(vector(source, "Scratch")))) << lastError();
     source = reopen();
     EXPECT_EQ(source->GetDatasetCount(), 1);
-    EXPECT_FALSE(source->GetDataset(QStringLiteral("Scratch_Node")));
+    EXPECT_FALSE(source->GetDataset("Scratch_Node"));
 }
 
 TEST_F(NativeDatabase, NamesOfAllScriptsAreKept)
 {
-    const QStringList names = {QStringLiteral("Straßen"), QStringLiteral("道路"), QStringLiteral("طرق"),
-                               QStringLiteral("_1"), QString(63, u'n')};
+    const QStringList names = {"Straßen", "道路", "طرق", "_1", QString(63, u'n')};
     CTxDataSource *source = create();
     for (const QString &name : names)
         ASSERT_TRUE(makeVector(source, name)) << name.toStdString();
-    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("🌍"))));
     source = reopen();
     ASSERT_EQ(source->GetDatasetCount(), names.size());
     for (qint32 i = 0; i < names.size(); ++i)

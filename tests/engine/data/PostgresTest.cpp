@@ -1,4 +1,4 @@
-#include "NativeFixture.h"
+#include "engine/data/DataFixture.h"
 
 #include "engine/geometry/GeoPoint.h"
 
@@ -28,21 +28,17 @@ public:
         const passwd *account = geteuid() == 0 ? getpwnam("postgres") : nullptr;
         if (!m_folder.isValid() || (account && chown(m_folder.path().toUtf8().constData(), account->pw_uid, -1u) != 0))
             return false;
-        const QString data = m_folder.filePath(QStringLiteral("data"));
-        if (!run("initdb", {QStringLiteral("-D"), data, QStringLiteral("-A"), QStringLiteral("trust"),
-                            QStringLiteral("-U"), QStringLiteral("ada"), QStringLiteral("-E"), QStringLiteral("UTF8"),
-                            QStringLiteral("--locale=C"), QStringLiteral("--no-sync")}))
+        const QString data = m_folder.filePath("data");
+        if (!run("initdb", "-A trust -U ada -E UTF8 --locale=C --no-sync -D " + data))
             return false;
         asServer(m_process);
         m_process.start(program("postgres"),
-                        {QStringLiteral("-D"), data, QStringLiteral("-k"), m_folder.path(), QStringLiteral("-c"),
-                         QStringLiteral("listen_addresses="), QStringLiteral("-c"), QStringLiteral("fsync=off")});
+                        words("-c listen_addresses= -c fsync=off -k " + m_folder.path() + " -D " + data));
         QElapsedTimer timer;
         for (timer.start(); timer.elapsed() < 30000;) {
             if (m_process.state() != QProcess::NotRunning &&
-                run("psql", {QStringLiteral("-h"), m_folder.path(), QStringLiteral("-U"), QStringLiteral("ada"),
-                             QStringLiteral("-qc"), QStringLiteral("CREATE DATABASE gis"), QStringLiteral("postgres")}))
-                return sql(QStringLiteral("CREATE EXTENSION IF NOT EXISTS postgis"));
+                run("psql", "-U ada -h " + m_folder.path() + " -d postgres -qc", "CREATE DATABASE gis"))
+                return sql("CREATE EXTENSION IF NOT EXISTS postgis");
             m_process.waitForFinished(100);
         }
         return false;
@@ -61,9 +57,7 @@ public:
     /// Runs SQL through a client of the server's own.
     bool sql(const QString &text)
     {
-        return run("psql", {QStringLiteral("-h"), m_folder.path(), QStringLiteral("-U"), QStringLiteral("ada"),
-                            QStringLiteral("-v"), QStringLiteral("ON_ERROR_STOP=1"), QStringLiteral("-qc"), text,
-                            QStringLiteral("gis")});
+        return run("psql", "-U ada -h " + m_folder.path() + " -d gis -v ON_ERROR_STOP=1 -qc", text);
     }
 
     QString connection() const { return QStringLiteral("PG:host=%1 user=ada dbname=gis").arg(m_folder.path()); }
@@ -73,17 +67,17 @@ private:
     static QString program(const char *name)
     {
         QStringList folders;
-        const QDir versions(QStringLiteral("/usr/lib/postgresql"));
+        const QDir versions("/usr/lib/postgresql");
         for (const QString &version :
              versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed))
-            folders.append(versions.filePath(version + QStringLiteral("/bin")));
+            folders.append(versions.filePath(version + "/bin"));
         const QString found = QStandardPaths::findExecutable(QString::fromLatin1(name), folders);
         return found.isEmpty() ? QStandardPaths::findExecutable(QString::fromLatin1(name)) : found;
     }
 
     static void asServer(QProcess &process)
     {
-        process.setWorkingDirectory(QStringLiteral("/"));
+        process.setWorkingDirectory("/");
         process.setChildProcessModifier([] {
             const passwd *account = geteuid() == 0 ? getpwnam("postgres") : nullptr;
             if (account && (setgid(account->pw_gid) != 0 || setuid(account->pw_uid) != 0))
@@ -91,23 +85,26 @@ private:
         });
     }
 
-    bool run(const char *name, const QStringList &arguments)
+    static QStringList words(const QString &line) { return line.split(u' '); }
+
+    /// Runs a program with the words of @p line and, where it is given, one more argument.
+    bool run(const char *name, const QString &line, const QString &last = QString())
     {
         QProcess process;
         asServer(process);
-        process.start(program(name), arguments);
+        process.start(program(name), words(line) + (last.isNull() ? QStringList() : QStringList(last)));
         const bool done =
             process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
         m_error = QString::fromUtf8(process.readAllStandardError());
         return done;
     }
 
-    QTemporaryDir m_folder{QDir::tempPath() + QStringLiteral("/tx-pg-XXXXXX")}; // short: a socket's path has 107 bytes
+    QTemporaryDir m_folder{QDir::tempPath() + "/tx-pg-XXXXXX"}; // short: a socket's path has 107 bytes
     QProcess m_process;
     QString m_error;
 };
 
-class Postgres : public NativeFixture
+class Postgres : public DataFixture
 {
 protected:
     static void SetUpTestSuite()
@@ -129,39 +126,31 @@ protected:
         ASSERT_TRUE(server);
     }
 
-    CTxDataSource *open()
-    {
-        CTxDataSource *opened = sources.Open(server->connection(), QStringLiteral("db"));
-        EXPECT_TRUE(opened) << lastError();
-        return opened;
-    }
+    CTxDataSource *connect() { return open(server->connection(), "db"); }
 
     static inline std::unique_ptr<Server> server;
 };
 
 TEST_F(Postgres, LoadsBrowsesTransactsAndCloses)
 {
-    CTxDataSource *source = open();
+    CTxDataSource *source = connect();
     ASSERT_TRUE(source);
     EXPECT_TRUE(source->IsDatabaseType());
     EXPECT_EQ(source->GetEngineType(), CTxDataSourceStorage::PostgreSQL);
     EXPECT_TRUE(source->HasCapability(CTxDataSource::CanTransact));
     const qint32 before = source->GetDatasetCount();
 
-    CTxDatasetDef def = definition(QStringLiteral("Towns"));
-    def.coordSys = QStringLiteral("EPSG:32610");
-    def.fields = {CTxFieldInfo(QStringLiteral("Name"), CTxFieldInfo::Text, 10),
-                  CTxFieldInfo(QStringLiteral("Size"), CTxFieldInfo::Long)};
+    const CTxDatasetDef def = definition(
+        "Towns", CElemDatasetInfo::Point,
+        {CTxFieldInfo("Name", CTxFieldInfo::Text, 10), CTxFieldInfo("Size", CTxFieldInfo::Long)}, "EPSG:32610");
     ASSERT_TRUE(source->CreateDataset(def)) << lastError();
     EXPECT_EQ(source->GetDatasetCount(), before + 1);
-    CDatasetVector *towns = vector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = vector(source, "Towns");
     const auto add = [&](int from, int count) {
         const RecordsetPtr records = query(towns);
         for (int i = from; i < from + count; ++i) {
             const CGeoPoint place(i, 2 * i);
-            ASSERT_TRUE(records->AddNew() && records->SetFieldValue(QStringLiteral("Size"), CTxVariant(i)) &&
-                        records->SetGeometry(&place) && records->Update())
-                << lastError();
+            ASSERT_TRUE(addRecord(*records, {{"Size", i}}, &place)) << lastError();
         }
         EXPECT_GT(records->GetID(), 0);
     };
@@ -175,58 +164,62 @@ TEST_F(Postgres, LoadsBrowsesTransactsAndCloses)
     EXPECT_EQ(towns->GetRecordCount(), 50);
     add(51, 1);
 
-    sources.Close(QStringLiteral("db"));
-    source = open();
-    ASSERT_TRUE(source && source->GetDataset(QStringLiteral("Towns")));
-    EXPECT_EQ(source->GetDataset(QStringLiteral("Towns"))->GetType(), CElemDatasetInfo::Point);
-    towns = vector(source, QStringLiteral("Towns"));
+    sources.Close("db");
+    source = connect();
+    ASSERT_TRUE(source && source->GetDataset("Towns"));
+    EXPECT_EQ(source->GetDataset("Towns")->GetType(), CElemDatasetInfo::Point);
+    towns = vector(source, "Towns");
     EXPECT_EQ(towns->GetRecordCount(), 51);
     EXPECT_EQ(towns->GetBounds(), CRect2D(1, 2, 51, 102));
-    RecordsetPtr records = query(towns, QStringLiteral("\"Size\" = 7"));
+    int walked = 0;
+    RecordsetPtr all = query(towns);
+    for (const qint64 first = all->GetID(); !all->IsEOF() && walked < 99; all->MoveNext(), ++walked)
+        EXPECT_TRUE(all->Edit() && all->Update() && all->MoveToID(first)) << lastError();
+    all.reset();
+    EXPECT_EQ(walked, 51) << "neither writing nor looking at another record disturbs a walk";
+    RecordsetPtr records = query(towns, "\"Size\" = 7");
     EXPECT_EQ(records->GetRecordCount(), 1);
     EXPECT_EQ(geometryOf(*records)->GetBounds(), CRect2D(7, 14, 7, 14));
-    ASSERT_TRUE(records->Edit() &&
-                records->SetFieldValue(QStringLiteral("Name"), CTxVariant(QStringLiteral("Sieben"))) &&
+    ASSERT_TRUE(records->Edit() && records->SetFieldValue("Name", CTxVariant(QStringLiteral("Sieben"))) &&
                 records->Update())
         << lastError();
-    EXPECT_EQ(textOf(*records, "Name").toStdString(), "Sieben");
+    EXPECT_EQ(textOf(*records, "Name"), "Sieben");
     ASSERT_TRUE(records->Delete()) << lastError();
     records.reset();
     EXPECT_EQ(towns->GetRecordCount(), 50);
-    ASSERT_TRUE(source->DeleteDataset(QStringLiteral("Towns"))) << lastError();
+    ASSERT_TRUE(source->DeleteDataset("Towns")) << lastError();
     EXPECT_EQ(source->GetDatasetCount(), before);
 }
 
 TEST_F(Postgres, FailedCreationLeavesNothingBehind)
 {
-    CTxDataSource *source = open();
+    CTxDataSource *source = connect();
     ASSERT_TRUE(source);
     const qint32 before = source->GetDatasetCount();
-    CTxDatasetDef def = definition(QStringLiteral("Bad"));
-    def.fields = {CTxFieldInfo(QStringLiteral("Good"), CTxFieldInfo::Long), CTxFieldInfo(QStringLiteral("Bad"), 77)};
-    EXPECT_FALSE(source->CreateDataset(def));
-    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("Net"), CElemDatasetInfo::Network)));
-    sources.Close(QStringLiteral("db"));
-    EXPECT_EQ(open()->GetDatasetCount(), before);
+    EXPECT_FALSE(source->CreateDataset(definition(
+        "Bad", CElemDatasetInfo::Point, {CTxFieldInfo("Good", CTxFieldInfo::Long), CTxFieldInfo("Bad", 77)})));
+    EXPECT_FALSE(source->CreateDataset(definition("Net", CElemDatasetInfo::Network)));
+    sources.Close("db");
+    EXPECT_EQ(connect()->GetDatasetCount(), before);
 }
 
 TEST_F(Postgres, ServerThatGoesAwayIsToldAndSurvived)
 {
-    CTxDataSource *source = open();
+    CTxDataSource *source = connect();
     ASSERT_TRUE(source);
-    ASSERT_TRUE(source->CreateDataset(definition(QStringLiteral("Lost")))) << lastError();
-    CDatasetVector *lost = vector(source, QStringLiteral("Lost"));
+    ASSERT_TRUE(source->CreateDataset(definition("Lost"))) << lastError();
+    CDatasetVector *lost = vector(source, "Lost");
     RecordsetPtr records = query(lost);
     const CGeoPoint place(1, 2);
-    ASSERT_TRUE(records->AddNew() && records->SetGeometry(&place) && records->Update()) << lastError();
+    ASSERT_TRUE(addRecord(*records, {}, &place)) << lastError();
     ASSERT_TRUE(source->BeginTrans());
     // The other side ends our session, as a restart of the server does.
-    ASSERT_TRUE(server->sql(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
-                                           "WHERE pid <> pg_backend_pid() AND datname = 'gis'")));
+    ASSERT_TRUE(server->sql("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                            "WHERE pid <> pg_backend_pid() AND datname = 'gis'"));
     QElapsedTimer timer;
     timer.start();
     const int errors = TxGetErrorMsgObj().GetErrorCount();
-    EXPECT_FALSE(records->AddNew() && records->SetGeometry(&place) && records->Update());
+    EXPECT_FALSE(addRecord(*records, {}, &place));
     EXPECT_FALSE(source->CommitTrans());
     EXPECT_GT(TxGetErrorMsgObj().GetErrorCount(), errors);
     EXPECT_FALSE(lastError().empty());
@@ -234,15 +227,15 @@ TEST_F(Postgres, ServerThatGoesAwayIsToldAndSurvived)
     records->MoveNext();
     source->RollbackTrans();
     EXPECT_FALSE(source->IsTransStarted());
-    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("Never"), CElemDatasetInfo::Network)));
+    EXPECT_FALSE(source->CreateDataset(definition("Never", CElemDatasetInfo::Network)));
     EXPECT_LT(timer.elapsed(), 30000);
     records.reset();
-    EXPECT_TRUE(sources.Close(QStringLiteral("db")));
+    EXPECT_TRUE(sources.Close("db"));
 
-    source = open();
+    source = connect();
     ASSERT_TRUE(source);
-    EXPECT_EQ(vector(source, QStringLiteral("Lost"))->GetRecordCount(), 1);
-    EXPECT_TRUE(source->DeleteDataset(QStringLiteral("Lost"))) << lastError();
+    EXPECT_EQ(vector(source, "Lost")->GetRecordCount(), 1);
+    EXPECT_TRUE(source->DeleteDataset("Lost")) << lastError();
 }
 
 } // namespace

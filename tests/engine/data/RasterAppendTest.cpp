@@ -1,4 +1,4 @@
-#include "NativeFixture.h"
+#include "engine/data/DataFixture.h"
 
 #include <QFile>
 #include <QImage>
@@ -9,22 +9,17 @@ namespace {
 
 constexpr const char *utm32 = "EPSG:32632";
 
-class RasterAppendTest : public NativeFixture
+class RasterAppendTest : public DataFixture
 {
 protected:
     /// An open grid of 1 m cells in a new database, without data everywhere.
-    CDatasetRaster *makeGrid(const CRect2D &bounds, const QString &name = QStringLiteral("Grid"),
-                             const char *pixelFormat = "Float32")
+    CDatasetRaster *makeGrid(const CRect2D &bounds, const char *pixelFormat = "Float32")
     {
-        CTxDataSource *database = sources.find(QStringLiteral("db"));
-        CTxDatasetDef def = definition(name, CElemDatasetInfo::Grid);
-        def.rasterBounds = bounds;
-        def.rasterSize = QSize(int(bounds.Width()), int(bounds.Height()));
-        def.pixelFormat = QString::fromLatin1(pixelFormat);
-        def.coordSys = QString::fromLatin1(utm32);
-        auto *made = dynamic_cast<CDatasetRaster *>((database ? database : create())->CreateDataset(def));
-        EXPECT_TRUE(made && made->Open()) << lastError();
-        return made;
+        CTxDatasetDef def = rasterDefinition("Grid", bounds, pixelFormat);
+        def.coordSys = utm32;
+        CTxDataSource *database = create();
+        EXPECT_TRUE(database->CreateDataset(def)) << lastError();
+        return raster(database, "Grid");
     }
 
     /// Writes an ASCII grid of 1 m cells whose lower left corner is (x, y); rows from the north.
@@ -33,10 +28,8 @@ protected:
         QFile file(path(QString::fromLatin1(name)));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(QStringLiteral("ncols %1\nnrows %2\nxllcorner %3\nyllcorner %4\ncellsize 1\nNODATA_value -1\n")
-                       .arg(rows.first().size())
-                       .arg(rows.size())
-                       .arg(x)
-                       .arg(y)
+                       .arg(QString::number(rows.first().size()), QString::number(rows.size()), QString::number(x),
+                            QString::number(y))
                        .toLatin1());
         for (const QList<int> &row : rows) {
             for (const int value : row)
@@ -46,13 +39,7 @@ protected:
         return file.fileName();
     }
 
-    CDatasetRaster *openRaster(const QString &file)
-    {
-        CTxDataSource *source = sources.Open(file);
-        auto *raster = source ? dynamic_cast<CDatasetRaster *>(source->GetDatasetAt(0)) : nullptr;
-        EXPECT_TRUE(raster && raster->Open()) << lastError();
-        return raster;
-    }
+    CDatasetRaster *openRaster(const QString &file) { return raster(open(file)); }
 
     /// The values of the cells of row @p row (0: the southernmost of the bounds) as text, "-" for no data.
     static QString rowText(const CDatasetRaster &raster, int row)
@@ -61,7 +48,7 @@ protected:
         const CRect2D bounds = raster.GetBounds();
         for (int column = 0; column < raster.GetSize().width(); ++column) {
             const auto value = raster.GetValue(bounds.left + column + 0.5, bounds.bottom + row + 0.5);
-            texts.append(value ? QString::number(qRound(*value)) : QStringLiteral("-"));
+            texts.append(value ? QString::number(qRound(*value)) : "-");
         }
         return texts.join(u' ');
     }
@@ -74,26 +61,23 @@ TEST_F(RasterAppendTest, LaysCellsWithDataWhereTheyBelong)
     CDatasetRaster *grid = makeGrid({500000, 100, 500004, 103});
     const QString file = writeGrid("a.asc", 500001, 101, {{1, 2, 3, 4, 5}, {6, -1, 8, 9, 10}});
     ASSERT_TRUE(grid->Append(openRaster(file))) << lastError();
-    EXPECT_EQ(rowText(*grid, 2), QStringLiteral("- 1 2 3"));
-    EXPECT_EQ(rowText(*grid, 1), QStringLiteral("- 6 - 8"));
-    EXPECT_EQ(rowText(*grid, 0), QStringLiteral("- - - -"));
+    EXPECT_EQ(rowText(*grid, 2), "- 1 2 3");
+    EXPECT_EQ(rowText(*grid, 1), "- 6 - 8");
+    EXPECT_EQ(rowText(*grid, 0), "- - - -");
     EXPECT_EQ(grid->GetValueRange(), std::make_pair(1.0, 8.0));
 
-    ASSERT_TRUE(reopen());
-    grid = dynamic_cast<CDatasetRaster *>(sources.find(QStringLiteral("db"))->GetDataset(QStringLiteral("Grid")));
-    ASSERT_TRUE(grid && grid->Open());
-    EXPECT_EQ(rowText(*grid, 1), QStringLiteral("- 6 - 8")) << "it is in the file";
+    EXPECT_EQ(rowText(*raster(reopen(), "Grid"), 1), "- 6 - 8") << "it is in the file";
 }
 
 TEST_F(RasterAppendTest, FlagFalseFillsOnlyWhatIsEmpty)
 {
-    CDatasetRaster *grid = makeGrid({500000, 100, 500003, 101}, QStringLiteral("Grid"), "Int16");
+    CDatasetRaster *grid = makeGrid({500000, 100, 500003, 101}, "Int16");
     ASSERT_TRUE(grid->Append(writeGrid("a.asc", 500000, 100, {{1, -1, 3}}), CRect2D())) << lastError();
     const QString other = writeGrid("b.asc", 500000, 100, {{7, 8, -1}});
     ASSERT_TRUE(grid->Append(other, CRect2D(), CDatasetRaster::AsciiGrid, false)) << lastError();
-    EXPECT_EQ(rowText(*grid, 0), QStringLiteral("1 8 3"));
+    EXPECT_EQ(rowText(*grid, 0), "1 8 3");
     ASSERT_TRUE(grid->Append(other, CRect2D(), CDatasetRaster::AsciiGrid, true)) << lastError();
-    EXPECT_EQ(rowText(*grid, 0), QStringLiteral("7 8 3"));
+    EXPECT_EQ(rowText(*grid, 0), "7 8 3");
 }
 
 TEST_F(RasterAppendTest, BoundsPlaceAndStretchAFile)
@@ -101,20 +85,20 @@ TEST_F(RasterAppendTest, BoundsPlaceAndStretchAFile)
     CDatasetRaster *grid = makeGrid({500000, 100, 500004, 102});
     const QString file = writeGrid("a.asc", 0, 0, {{1, 2}});
     ASSERT_TRUE(grid->Append(file, {500000, 100, 500004, 102}, CDatasetRaster::AsciiGrid)) << lastError();
-    EXPECT_EQ(rowText(*grid, 0), QStringLiteral("1 1 2 2"));
-    EXPECT_EQ(rowText(*grid, 1), QStringLiteral("1 1 2 2"));
+    EXPECT_EQ(rowText(*grid, 0), "1 1 2 2");
+    EXPECT_EQ(rowText(*grid, 1), "1 1 2 2");
 }
 
 TEST_F(RasterAppendTest, ReprojectsBetweenCoordinateSystems)
 {
     // At the central meridian of the zone the grid of degrees stands upright on that of metres.
     CDatasetRaster *grid = makeGrid({500000, 5000000, 500040, 5000040});
-    const QString file = path(QStringLiteral("degrees.asc"));
+    const QString file = path("degrees.asc");
     {
         QFile text(file);
         ASSERT_TRUE(text.open(QIODevice::WriteOnly));
         text.write("ncols 1\nnrows 1\nxllcorner 9.0000\nyllcorner 45.1534\ncellsize 0.0002\nNODATA_value -1\n5\n");
-        QFile system(path(QStringLiteral("degrees.prj")));
+        QFile system(path("degrees.prj"));
         ASSERT_TRUE(system.open(QIODevice::WriteOnly));
         system.write("GEOGCS[\"GCS_WGS_1984\",DATUM[\"D_WGS_1984\",SPHEROID[\"WGS_1984\",6378137.0,298.257223563]],"
                      "PRIMEM[\"Greenwich\",0.0],UNIT[\"Degree\",0.0174532925199433]]");
@@ -133,23 +117,23 @@ TEST_F(RasterAppendTest, ReprojectsBetweenCoordinateSystems)
 
 TEST_F(RasterAppendTest, GreyAndPaletteFilesBecomeColours)
 {
-    CTxDatasetDef def = definition(QStringLiteral("Image"), CElemDatasetInfo::Image);
+    CTxDatasetDef def = definition("Image", CElemDatasetInfo::Image);
     def.rasterBounds = {0, 0, 4, 2};
     def.rasterSize = QSize(4, 2);
-    def.pixelFormat = QStringLiteral("Byte");
+    def.pixelFormat = "Byte";
     def.bandCount = 3;
     auto *image = dynamic_cast<CDatasetRaster *>(create()->CreateDataset(def));
     ASSERT_TRUE(image && image->Open()) << lastError();
 
     QImage grey(2, 2, QImage::Format_Grayscale8);
     grey.fill(QColor(90, 90, 90));
-    ASSERT_TRUE(grey.save(path(QStringLiteral("grey.png"))));
+    ASSERT_TRUE(grey.save(path("grey.png")));
     QImage palette(1, 2, QImage::Format_Indexed8);
     palette.setColorTable({qRgb(10, 200, 30), qRgb(0, 0, 0)});
     palette.fill(0);
-    ASSERT_TRUE(palette.save(path(QStringLiteral("palette.png"))));
-    ASSERT_TRUE(image->Append(path(QStringLiteral("grey.png")), {0, 0, 2, 2}, CDatasetRaster::PNG)) << lastError();
-    ASSERT_TRUE(image->Append(path(QStringLiteral("palette.png")), {2, 0, 3, 2}, CDatasetRaster::PNG)) << lastError();
+    ASSERT_TRUE(palette.save(path("palette.png")));
+    ASSERT_TRUE(image->Append(path("grey.png"), {0, 0, 2, 2}, CDatasetRaster::PNG)) << lastError();
+    ASSERT_TRUE(image->Append(path("palette.png"), {2, 0, 3, 2}, CDatasetRaster::PNG)) << lastError();
 
     const QImage drawn = image->Render(image->GetBounds(), QSize(4, 2));
     EXPECT_EQ(drawn.pixelColor(0, 0), QColor(90, 90, 90));
@@ -165,7 +149,7 @@ TEST_F(RasterAppendTest, RefusesWhatCannotBeDone)
 
     EXPECT_FALSE(grid->Append(nullptr));
     EXPECT_FALSE(source->Append(grid)) << "an ASCII grid cannot be changed";
-    EXPECT_FALSE(grid->Append(path(QStringLiteral("missing.png")), CRect2D()));
+    EXPECT_FALSE(grid->Append(path("missing.png"), CRect2D()));
     EXPECT_FALSE(grid->Append(file, CRect2D(), CDatasetRaster::JPEG)) << "it is none";
     EXPECT_FALSE(grid->Append(writeGrid("far.asc", 600000, 100, {{1}}), CRect2D())) << "they do not overlap";
     EXPECT_FALSE(grid->Append(writeGrid("empty.asc", 500000, 100, {{-1}}), CRect2D())) << "there is nothing to lay";

@@ -1,4 +1,4 @@
-#include "NativeFixture.h"
+#include "engine/data/DataFixture.h"
 
 #include "engine/geometry/GeoCompound.h"
 #include "engine/geometry/GeoLine.h"
@@ -27,7 +27,7 @@ struct ValueRow
     V expected; ///< what is read back; Empty when the value is refused
 };
 
-class FieldValue : public NativeFixture, public testing::WithParamInterface<ValueRow>
+class FieldValue : public DataFixture, public testing::WithParamInterface<ValueRow>
 {
 };
 
@@ -35,27 +35,25 @@ class FieldValue : public NativeFixture, public testing::WithParamInterface<Valu
 TEST_P(FieldValue, IsConvertedOrRefused)
 {
     const ValueRow &row = GetParam();
-    CTxDatasetDef def = definition(QStringLiteral("Data"), Info::Tabular);
-    def.fields = {Field(QStringLiteral("F"), row.type, row.size), Field(QStringLiteral("Other"), Field::Long)};
     CTxDataSource *source = create();
-    ASSERT_TRUE(source->CreateDataset(def)) << lastError();
+    ASSERT_TRUE(source->CreateDataset(
+        definition("Data", Info::Tabular, {Field("F", row.type, row.size), Field("Other", Field::Long)})))
+        << lastError();
     {
-        RecordsetPtr records = query(vector(source, QStringLiteral("Data")));
-        ASSERT_TRUE(records->AddNew() && records->SetFieldValue(QStringLiteral("other"), V(7))) << lastError();
+        RecordsetPtr records = query(vector(source, "Data"));
+        ASSERT_TRUE(records->AddNew() && records->SetFieldValue("other", V(7))) << lastError();
         const int errors = TxGetErrorMsgObj().GetErrorCount();
-        const bool done = records->SetFieldValue(QStringLiteral("F"), row.value);
+        const bool done = records->SetFieldValue("F", row.value);
         EXPECT_EQ(done, row.expected.GetType() != V::Empty) << lastError();
         EXPECT_EQ(TxGetErrorMsgObj().GetErrorCount() > errors, !done);
         ASSERT_TRUE(records->Update()) << lastError();
         EXPECT_EQ(records->GetID(), 1);
-        EXPECT_EQ(textOf(*records, "Other").toStdString(), "7");
+        EXPECT_EQ(textOf(*records, "Other"), "7");
     }
-    RecordsetPtr records = query(vector(reopen(), QStringLiteral("Data")));
-    CTxFieldInfo info;
-    ASSERT_TRUE(records->GetFieldInfo(records->FindField(QStringLiteral("F")), info));
-    EXPECT_EQ(info.GetType(), row.type);
+    RecordsetPtr records = query(vector(reopen(), "Data"));
+    EXPECT_EQ(fieldOf(*records, "F").GetType(), row.type);
     V stored;
-    ASSERT_TRUE(records->GetFieldValue(QStringLiteral("F"), stored));
+    ASSERT_TRUE(records->GetFieldValue("F", stored));
     const V expected = row.expected.GetType() == V::Empty ? V::null() : row.expected;
     EXPECT_EQ(stored.GetType(), expected.GetType());
     EXPECT_EQ(stored.toText().toStdString(), expected.toText().toStdString());
@@ -124,32 +122,30 @@ INSTANTIATE_TEST_SUITE_P(
         ValueRow{"nullOfNull", Field::Long, 0, V::null(), V::null()}),
     [](const auto &row) { return std::string(row.param.name); });
 
-class RecordEdit : public NativeFixture
+class RecordEdit : public DataFixture
 {
 };
 
 TEST_F(RecordEdit, AddsChangesAndDeletes)
 {
     CTxDataSource *source = create();
-    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = makeVector(source, "Towns");
     RecordsetPtr records = query(towns);
     EXPECT_TRUE(records->IsEOF());
     for (int i = 1; i <= 5; ++i) {
         const CGeoPoint place(i, 10.0 * i);
-        ASSERT_TRUE(records->AddNew() && records->SetFieldValue(QStringLiteral("Size"), V(i)) &&
-                    records->SetGeometry(&place) && records->Update())
-            << lastError();
+        ASSERT_TRUE(addRecord(*records, {{"Size", i}}, &place)) << lastError();
         EXPECT_EQ(records->GetID(), i);
     }
     EXPECT_EQ(towns->GetRecordCount(), 5);
     EXPECT_EQ(towns->GetBounds(), CRect2D(1, 10, 5, 50));
 
-    records = query(towns, QStringLiteral("Size >= 2"));
+    records = query(towns, "Size >= 2");
     EXPECT_EQ(records->GetRecordCount(), 4);
-    ASSERT_TRUE(records->Edit() && records->SetFieldValue(QStringLiteral("Name"), V(QStringLiteral("two"))));
-    EXPECT_EQ(textOf(*records, "Name").toStdString(), "") << "not before Update()";
+    ASSERT_TRUE(records->Edit() && records->SetFieldValue("Name", V(QStringLiteral("two"))));
+    EXPECT_EQ(textOf(*records, "Name"), "") << "not before Update()";
     ASSERT_TRUE(records->Update()) << lastError();
-    EXPECT_EQ(textOf(*records, "Name").toStdString(), "two");
+    EXPECT_EQ(textOf(*records, "Name"), "two");
     ASSERT_TRUE(records->MoveNext());
     EXPECT_EQ(records->GetID(), 3);
     ASSERT_TRUE(records->Delete()) << lastError();
@@ -157,38 +153,37 @@ TEST_F(RecordEdit, AddsChangesAndDeletes)
     EXPECT_EQ(records->GetID(), -1);
     ASSERT_TRUE(records->MoveNext());
     EXPECT_EQ(records->GetID(), 4);
-    ASSERT_TRUE(records->Edit() && records->SetFieldValue(QStringLiteral("Size"), V(99)));
+    ASSERT_TRUE(records->Edit() && records->SetFieldValue("Size", V(99)));
     records->CancelUpdate();
     EXPECT_FALSE(records->Update()) << "nothing is open for change";
-    EXPECT_EQ(textOf(*records, "Size").toStdString(), "4");
+    EXPECT_EQ(textOf(*records, "Size"), "4");
     records.reset();
 
-    records = query(vector(reopen(), QStringLiteral("Towns")));
-    QStringList seen;
+    records = query(vector(reopen(), "Towns"));
+    std::string seen;
     for (; !records->IsEOF(); records->MoveNext())
-        seen.append(textOf(*records, "TxID") + textOf(*records, "Name") + textOf(*records, "Size"));
-    EXPECT_EQ(seen.join(u' ').toStdString(), "11 2two2 44 55");
+        seen += textOf(*records, "TxID") + textOf(*records, "Name") + textOf(*records, "Size") + " ";
+    EXPECT_EQ(seen, "11 2two2 44 55 ");
 }
 
 TEST_F(RecordEdit, RefusesWhatCannotBeWritten)
 {
     CTxDataSource *source = create();
-    RecordsetPtr records = query(makeVector(source, QStringLiteral("Towns")));
+    RecordsetPtr records = query(makeVector(source, "Towns"));
     const CGeoPoint place(1, 2);
-    EXPECT_FALSE(records->SetFieldValue(QStringLiteral("Size"), V(1))) << "no record is open for change";
+    EXPECT_FALSE(records->SetFieldValue("Size", V(1))) << "no record is open for change";
     EXPECT_FALSE(records->SetGeometry(&place));
     EXPECT_FALSE(records->Update());
     EXPECT_FALSE(records->Edit()) << "there is no record";
     EXPECT_FALSE(records->Delete());
     ASSERT_TRUE(records->AddNew());
-    EXPECT_FALSE(records->SetFieldValue(QStringLiteral("TxID"), V(9)));
-    EXPECT_FALSE(records->SetFieldValue(QStringLiteral("Nothing"), V(9)));
-    EXPECT_FALSE(records->SetFieldValue(QString(10000, u'n'), V(9)));
-    EXPECT_FALSE(records->SetFieldValue(-1, V(9)));
-    EXPECT_FALSE(records->SetFieldValue(1000, V(9)));
-    EXPECT_TRUE(records->SetFieldValue(QStringLiteral("txuserid"), V(9))) << lastError();
+    for (const QString &name : {QString("TxID"), QString("Nothing"), QString(10000, u'n')})
+        EXPECT_FALSE(records->SetFieldValue(name, V(9))) << name.left(20).toStdString();
+    for (const int index : {-1, 1000})
+        EXPECT_FALSE(records->SetFieldValue(index, V(9))) << index;
+    EXPECT_TRUE(records->SetFieldValue("txuserid", V(9))) << lastError();
     ASSERT_TRUE(records->Update()) << lastError();
-    EXPECT_EQ(textOf(*records, "TxUserID").toStdString(), "9");
+    EXPECT_EQ(textOf(*records, "TxUserID"), "9");
 }
 
 TEST_F(RecordEdit, KeepsMeasuresOfTheGeometry)
@@ -199,16 +194,16 @@ TEST_F(RecordEdit, KeepsMeasuresOfTheGeometry)
     CGeoRegion region;
     region.MakePolygon(corners, 4);
     CTxDataSource *source = create();
-    RecordsetPtr roads = query(makeVector(source, QStringLiteral("Roads"), Info::Line));
-    ASSERT_TRUE(roads->AddNew() && roads->SetGeometry(&line) && roads->Update()) << lastError();
-    EXPECT_EQ(textOf(*roads, "TxLength").toStdString(), "100");
-    RecordsetPtr fields = query(makeVector(source, QStringLiteral("Fields"), Info::Region));
-    ASSERT_TRUE(fields->AddNew() && fields->SetGeometry(&region) && fields->Update()) << lastError();
-    EXPECT_EQ(textOf(*fields, "TxArea").toStdString(), "1200");
-    EXPECT_EQ(textOf(*fields, "TxPerimeter").toStdString(), "140");
-    EXPECT_FALSE(fields->Edit() && fields->SetFieldValue(QStringLiteral("TxArea"), V(1.0)));
+    RecordsetPtr roads = query(makeVector(source, "Roads", Info::Line));
+    ASSERT_TRUE(addRecord(*roads, {}, &line)) << lastError();
+    EXPECT_EQ(textOf(*roads, "TxLength"), "100");
+    RecordsetPtr fields = query(makeVector(source, "Fields", Info::Region));
+    ASSERT_TRUE(addRecord(*fields, {}, &region)) << lastError();
+    EXPECT_EQ(textOf(*fields, "TxArea"), "1200");
+    EXPECT_EQ(textOf(*fields, "TxPerimeter"), "140");
+    EXPECT_FALSE(fields->Edit() && fields->SetFieldValue("TxArea", V(1.0)));
     ASSERT_TRUE(fields->SetGeometry(nullptr) && fields->Update()) << lastError();
-    EXPECT_EQ(textOf(*fields, "TxArea").toStdString(), "");
+    EXPECT_EQ(textOf(*fields, "TxArea"), "");
     EXPECT_FALSE(geometryOf(*fields));
 }
 
@@ -218,7 +213,7 @@ struct GeometryRow
     const char *fits; ///< a letter for each element that the dataset takes: Point, Line, Region, Text, Compound
 };
 
-class KindGeometry : public NativeFixture, public testing::WithParamInterface<GeometryRow>
+class KindGeometry : public DataFixture, public testing::WithParamInterface<GeometryRow>
 {
 };
 
@@ -230,14 +225,14 @@ TEST_P(KindGeometry, IsTakenOrRefusedByTheKind)
     CGeoRegion region;
     region.MakePolygon(corners, 3);
     const CGeoPoint point(1, 2);
-    const CGeoText label(CPoint2D(1, 2), QStringLiteral("a"));
+    const CGeoText label(CPoint2D(1, 2), "a");
     CGeoCompound mixed;
     mixed.AddGeometry(point.Clone());
     mixed.AddGeometry(line.Clone());
     const std::pair<char, const CElemGeometry *> elements[] = {
         {'P', &point}, {'L', &line}, {'R', &region}, {'T', &label}, {'C', &mixed}};
 
-    RecordsetPtr records = query(makeVector(create(), QStringLiteral("Data"), GetParam().kind));
+    RecordsetPtr records = query(makeVector(create(), "Data", GetParam().kind));
     std::string taken;
     for (const auto &[letter, element] : elements) {
         ASSERT_TRUE(records->AddNew());
@@ -263,27 +258,26 @@ INSTANTIATE_TEST_SUITE_P(Kinds, KindGeometry,
 TEST_F(RecordEdit, TextsAreGeometriesWhateverIsAskedFor)
 {
     CTxDataSource *source = create();
-    RecordsetPtr records = query(makeVector(source, QStringLiteral("Labels"), Info::Text3D));
-    CGeoText label(CPoint2D(1, 2), QStringLiteral("Zwei\nZeilen"), 30, 2.5);
+    RecordsetPtr records = query(makeVector(source, "Labels", Info::Text3D));
+    CGeoText label(CPoint2D(1, 2), "Zwei\nZeilen", 30, 2.5);
     label.SetAnchor(CGeoPoint(1, 2, 3));
-    ASSERT_TRUE(records->AddNew() && records->SetGeometry(&label) && records->Update()) << lastError();
-    EXPECT_FALSE(records->Edit() && records->SetFieldValue(QStringLiteral("TxText"), V(QStringLiteral("x"))));
+    ASSERT_TRUE(addRecord(*records, {}, &label)) << lastError();
+    EXPECT_FALSE(records->Edit() && records->SetFieldValue("TxText", V(QStringLiteral("x"))));
     records.reset();
 
-    CDatasetVector *labels = vector(reopen(), QStringLiteral("Labels"));
-    for (const QStringList &fields : {QStringList(), QStringList{QStringLiteral("Name")}}) {
+    CDatasetVector *labels = vector(reopen(), "Labels");
+    for (const QStringList &fields : {QStringList(), QStringList{"Name"}}) {
         CTxQueryDef def;
         def.fields = fields;
         def.options = fields.isEmpty() ? CTxQueryDef::SkipAttributes : CTxQueryDef::NoOption;
-        RecordsetPtr found(labels->Query(def));
-        ASSERT_TRUE(found);
+        const RecordsetPtr found = query(labels, def);
         EXPECT_EQ(found->GetFieldCount(), 1 + fields.size());
-        EXPECT_EQ(found->FindField(QStringLiteral("TxText")), -1);
+        EXPECT_EQ(found->FindField("TxText"), -1);
         const std::unique_ptr<CElemGeometry> geometry = geometryOf(*found);
         const auto *text = dynamic_cast<CGeoText *>(geometry.get());
         ASSERT_TRUE(text);
         EXPECT_EQ(text->GetType(), CElemGeometry::Text3D);
-        EXPECT_EQ(text->GetText(), QStringLiteral("Zwei\nZeilen"));
+        EXPECT_EQ(text->GetText(), "Zwei\nZeilen");
         EXPECT_EQ(text->GetAngle(), 30);
         EXPECT_EQ(text->GetHeight(), 2.5);
         EXPECT_EQ(text->GetAnchor().GetZ(), 3);
@@ -294,7 +288,7 @@ TEST_F(RecordEdit, TextsAreGeometriesWhateverIsAskedFor)
     auto inner = std::make_unique<CGeoCompound>();
     inner->AddGeometry(label.Clone());
     outer.AddGeometry(std::move(inner));
-    RecordsetPtr drawing = query(makeVector(sources.find(QStringLiteral("db")), QStringLiteral("Drawing"), Info::CAD));
+    RecordsetPtr drawing = query(makeVector(sources.find("db"), "Drawing", Info::CAD));
     ASSERT_TRUE(drawing->AddNew());
     EXPECT_FALSE(drawing->SetGeometry(&outer));
 }
@@ -302,52 +296,48 @@ TEST_F(RecordEdit, TextsAreGeometriesWhateverIsAskedFor)
 TEST_F(RecordEdit, FieldsAreAddedWholeOrNotAtAll)
 {
     CTxDataSource *source = create();
-    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = makeVector(source, "Towns");
     {
         RecordsetPtr records = query(towns);
-        ASSERT_TRUE(records->AddNew() && records->Update());
-        EXPECT_FALSE(towns->CreateField(QStringLiteral("Late"), Field::Long, 0, 0)) << "a recordset is open";
+        ASSERT_TRUE(addRecord(*records));
+        EXPECT_FALSE(towns->CreateField("Late", Field::Long, 0, 0)) << "a recordset is open";
     }
     const int before = towns->GetFieldCount();
-    CTxFieldInfos bad = {Field(QStringLiteral("Good"), Field::Long), Field(QStringLiteral("Bad"), 77)};
+    CTxFieldInfos bad = {Field("Good", Field::Long), Field("Bad", 77)};
     EXPECT_FALSE(towns->CreateFields(bad));
     for (const char *name : {"", "Tx ID", "TxID", "TxArea", "select", "size", "9a", "a-b", "a\"b"})
         EXPECT_FALSE(towns->CreateField(QString::fromLatin1(name), Field::Long, 0, 0)) << name;
     EXPECT_EQ(towns->GetFieldCount(), before);
 
-    Field amount(QStringLiteral("Amount"), Field::Currency);
-    amount.SetCaption(QStringLiteral("Amount of money"));
-    amount.SetDefault(QStringLiteral("1.5"));
-    ASSERT_TRUE(towns->CreateFields({amount, Field(QStringLiteral("名前"), Field::Character, 8)})) << lastError();
-    towns = vector(reopen(), QStringLiteral("Towns"));
+    Field amount("Amount", Field::Currency);
+    amount.SetCaption("Amount of money");
+    amount.SetDefault("1.5");
+    ASSERT_TRUE(towns->CreateFields({amount, Field("名前", Field::Character, 8)})) << lastError();
+    towns = vector(reopen(), "Towns");
     ASSERT_EQ(towns->GetFieldCount(), before + 2);
-    Field read;
-    ASSERT_TRUE(towns->GetFieldInfo(towns->FindField(QStringLiteral("Amount")), read));
-    EXPECT_EQ(read, amount);
-    ASSERT_TRUE(towns->GetFieldInfo(towns->FindField(QStringLiteral("名前")), read));
-    EXPECT_EQ(read.GetType(), Field::Character);
-    EXPECT_EQ(read.GetSize(), 8);
+    EXPECT_EQ(fieldOf(*towns, "Amount"), amount);
+    EXPECT_EQ(fieldOf(*towns, "名前").GetType(), Field::Character);
+    EXPECT_EQ(fieldOf(*towns, "名前").GetSize(), 8);
     RecordsetPtr records = query(towns);
-    ASSERT_TRUE(records->AddNew() && records->Update()) << lastError();
-    EXPECT_EQ(textOf(*records, "Amount").toStdString(), V::fromInteger(V::Currency, 15000).toText().toStdString());
+    ASSERT_TRUE(addRecord(*records)) << lastError();
+    EXPECT_EQ(textOf(*records, "Amount"), V::fromInteger(V::Currency, 15000).toText().toStdString());
 }
 
 TEST_F(RecordEdit, RequiredAndUniqueFieldsHold)
 {
-    CTxDatasetDef def = definition(QStringLiteral("Codes"), Info::Tabular);
-    def.fields = {Field(QStringLiteral("Code"), Field::Text, 4, Field::Required | Field::Unique)};
     CTxDataSource *source = create();
-    ASSERT_TRUE(source->CreateDataset(def)) << lastError();
-    RecordsetPtr records = query(vector(source, QStringLiteral("Codes")));
-    ASSERT_TRUE(records->AddNew());
-    EXPECT_FALSE(records->SetFieldValue(QStringLiteral("Code"), V::null()));
-    EXPECT_FALSE(records->Update()) << "required, but never given";
-    ASSERT_TRUE(records->SetFieldValue(QStringLiteral("Code"), V(QStringLiteral("A"))));
-    ASSERT_TRUE(records->Update()) << "the record stayed open: " << lastError();
-    ASSERT_TRUE(records->AddNew() && records->SetFieldValue(QStringLiteral("Code"), V(QStringLiteral("A"))));
-    EXPECT_FALSE(records->Update());
-    ASSERT_TRUE(records->SetFieldValue(QStringLiteral("Code"), V(QStringLiteral("B"))) && records->Update())
+    ASSERT_TRUE(source->CreateDataset(
+        definition("Codes", Info::Tabular, {Field("Code", Field::Text, 4, Field::Required | Field::Unique)})))
         << lastError();
+    RecordsetPtr records = query(vector(source, "Codes"));
+    ASSERT_TRUE(records->AddNew());
+    EXPECT_FALSE(records->SetFieldValue("Code", V::null()));
+    EXPECT_FALSE(records->Update()) << "required, but never given";
+    ASSERT_TRUE(records->SetFieldValue("Code", V(QStringLiteral("A"))));
+    ASSERT_TRUE(records->Update()) << "the record stayed open: " << lastError();
+    ASSERT_TRUE(records->AddNew() && records->SetFieldValue("Code", V(QStringLiteral("A"))));
+    EXPECT_FALSE(records->Update());
+    ASSERT_TRUE(records->SetFieldValue("Code", V(QStringLiteral("B"))) && records->Update()) << lastError();
     EXPECT_EQ(records->GetID(), 2);
 }
 

@@ -1,17 +1,8 @@
-#include "engine/base/TxErrorMsg.h"
-#include "engine/data/DatasetVector.h"
-#include "engine/data/SampleFiles.h"
-#include "engine/data/TxDataSources.h"
-#include "engine/data/TxQueryDef.h"
-#include "engine/data/TxRecordset.h"
-#include "engine/geometry/ElemGeometry.h"
+#include "engine/data/DataFixture.h"
+#include "engine/geometry/GeoPoint.h"
 
-#include <gtest/gtest.h>
-
-#include <QTemporaryDir>
-
+#include <algorithm>
 #include <gdal_priv.h>
-#include <memory>
 #include <ogrsf_frmts.h>
 #include <ostream>
 
@@ -69,252 +60,261 @@ bool makeTowns(const QString &path, const char *driverName)
     return good;
 }
 
-class Recordsets : public testing::TestWithParam<StorageRow>
+class Recordsets : public DataFixture, public testing::WithParamInterface<StorageRow>
 {
 protected:
     void SetUp() override
     {
-        const QString path = m_folder.filePath(QString::fromLatin1(GetParam().file));
-        ASSERT_TRUE(makeTowns(path, GetParam().driver));
-        m_source = m_dataSources.Open(path);
-        ASSERT_NE(m_source, nullptr) << TxGetErrorMsgObj().GetErrorMessage().toStdString();
-        m_towns = dynamic_cast<CDatasetVector *>(m_source->GetDataset(QStringLiteral("towns")));
-        ASSERT_NE(m_towns, nullptr);
-        ASSERT_TRUE(m_towns->Open());
+        ASSERT_TRUE(makeTowns(path(GetParam().file), GetParam().driver));
+        m_source = open(path(GetParam().file));
+        ASSERT_TRUE(m_source);
+        m_towns = vector(m_source, "towns");
+        ASSERT_TRUE(m_towns);
     }
 
-    CTxRecordset *query(const CTxQueryDef &definition)
-    {
-        CTxRecordset *records = m_towns->Query(definition);
-        EXPECT_NE(records, nullptr) << TxGetErrorMsgObj().GetErrorMessage().toStdString();
-        return records;
-    }
+    RecordsetPtr records(const CTxQueryDef &definition = {}) { return query(m_towns, definition); }
+    std::string names(const CTxQueryDef &definition) { return column(*records(definition), "name"); }
+    std::string namesWhere(const QString &filter) { return column(*query(m_towns, filter), "name"); }
 
-    /// The values of @p field of all records, joined by blanks.
-    static std::string column(CTxRecordset *records, const char *field)
-    {
-        QStringList list;
-        CTxVariant value;
-        for (; records && !records->IsEOF(); records->MoveNext())
-            list.append(records->GetFieldValue(QString::fromLatin1(field), value) ? value.toText()
-                                                                                  : QStringLiteral("?"));
-        return list.join(u' ').toStdString();
-    }
-
-    std::string namesWhere(const QString &filter)
-    {
-        CTxQueryDef definition;
-        definition.filter = filter;
-        return column(query(definition), "name");
-    }
-
-    QTemporaryDir m_folder;
-    CTxDataSources m_dataSources;
     CTxDataSource *m_source = nullptr;
     CDatasetVector *m_towns = nullptr;
 };
 
 TEST_P(Recordsets, GiveEveryRecordWithItsIdentifierFirst)
 {
-    CTxRecordset *records = query({});
-    ASSERT_EQ(records->GetFieldCount(), 5);
+    const RecordsetPtr all = records();
+    ASSERT_EQ(all->GetFieldCount(), 5);
     CTxFieldInfo info;
-    ASSERT_TRUE(records->GetFieldInfo(0, info));
+    ASSERT_TRUE(all->GetFieldInfo(0, info));
     EXPECT_EQ(info.GetName().toStdString(), "TxID");
-    EXPECT_TRUE(info.IsSystemField());
-    EXPECT_FALSE(info.CanUpdate());
-    EXPECT_FALSE(records->GetFieldInfo(5, info));
-    EXPECT_FALSE(records->GetFieldInfo(-1, info));
-    EXPECT_EQ(records->FindField(QStringLiteral("PEOPLE")), 3) << "letter case is ignored";
-    EXPECT_EQ(records->GetRecordCount(), 4);
+    EXPECT_TRUE(info.IsSystemField() && !info.CanUpdate());
+    EXPECT_FALSE(all->GetFieldInfo(5, info) || all->GetFieldInfo(-1, info));
+    EXPECT_EQ(all->FindField("PEOPLE"), 3) << "letter case is ignored";
+    EXPECT_EQ(all->GetRecordCount(), 4);
 
+    const CTxVariant expected[] = {CTxVariant(qint32(all->GetID())), CTxVariant(QStringLiteral("Ulm")),
+                                   CTxVariant(QStringLiteral("de")), CTxVariant(120),
+                                   CTxVariant(QDateTime(QDate(1320, 2, 3), QTime(0, 0), Qt::UTC))};
     CTxVariant value;
-    ASSERT_TRUE(records->GetFieldValue(0, value));
-    EXPECT_EQ(value, CTxVariant(qint32(records->GetID())));
-    ASSERT_TRUE(records->GetFieldValue(3, value));
-    EXPECT_EQ(value, CTxVariant(120));
-    ASSERT_TRUE(records->GetFieldValue(4, value));
-    EXPECT_EQ(value, CTxVariant(QDateTime(QDate(1320, 2, 3), QTime(0, 0), Qt::UTC)));
-    EXPECT_EQ(column(records, "name"), "Ulm Bern K\xC3\xB6ln's Nowhere");
+    for (int i = 0; i < 5; ++i) {
+        ASSERT_TRUE(all->GetFieldValue(i, value));
+        EXPECT_EQ(value, expected[i]) << i;
+    }
+    EXPECT_EQ(column(*all, "name"), "Ulm Bern Köln's Nowhere");
 
-    EXPECT_TRUE(records->IsEOF());
-    EXPECT_FALSE(records->MoveNext());
-    EXPECT_EQ(records->GetID(), -1);
-    const CTxVariant kept = value;
-    EXPECT_FALSE(records->GetFieldValue(0, value));
-    EXPECT_EQ(value, kept) << "a failure leaves the value as it was";
-    ASSERT_TRUE(records->MoveFirst()) << "a walk can be begun anew";
-    EXPECT_EQ(column(records, "country"), "de ch de ") << "the last is null";
+    EXPECT_TRUE(all->IsEOF());
+    EXPECT_FALSE(all->MoveNext());
+    EXPECT_EQ(all->GetID(), -1);
+    EXPECT_FALSE(all->GetFieldValue(0, value));
+    EXPECT_EQ(value, expected[4]) << "a failure leaves the value as it was";
+    ASSERT_TRUE(all->MoveFirst()) << "a walk can be begun anew";
+    EXPECT_EQ(column(*all, "country"), "de ch de ") << "the last is null";
 }
 
 TEST_P(Recordsets, AreFilteredBySqlConditions)
 {
-    EXPECT_EQ(namesWhere(QStringLiteral("people > 125")), "Bern K\xC3\xB6ln's");
-    EXPECT_EQ(namesWhere(QStringLiteral("[people] > 125 AND \"country\" = 'de'")), "K\xC3\xB6ln's");
-    EXPECT_EQ(namesWhere(QStringLiteral("name = 'K\u00f6ln''s'")), "K\xC3\xB6ln's");
-    EXPECT_EQ(namesWhere(QStringLiteral("country IS NULL")), "Nowhere");
-    EXPECT_EQ(namesWhere(QStringLiteral("name LIKE 'U%' OR people = 0")), "Ulm Nowhere");
-    EXPECT_EQ(namesWhere(QStringLiteral("people = 7")), "");
-    CTxRecordset *records = query({});
-    ASSERT_TRUE(records->MoveNext());
-    EXPECT_EQ(namesWhere(QStringLiteral("TxID = %1").arg(records->GetID())), "Bern");
-    EXPECT_EQ(namesWhere(QStringLiteral("name = 'TxID'")), "") << "texts are not names";
+    const RecordsetPtr second = records();
+    ASSERT_TRUE(second->MoveNext());
+    const std::pair<QString, const char *> rows[] = {
+        {"people > 125", "Bern Köln's"},
+        {"[people] > 125 AND \"country\" = 'de'", "Köln's"},
+        {"name = 'Köln''s'", "Köln's"},
+        {"country IS NULL", "Nowhere"},
+        {"name LIKE 'U%' OR people = 0", "Ulm Nowhere"},
+        {"people = 7", ""},
+        {QStringLiteral("TxID = %1").arg(second->GetID()), "Bern"},
+        {"name = 'TxID'", ""}, // texts are not names
+    };
+    for (const auto &[filter, expected] : rows)
+        EXPECT_EQ(namesWhere(filter), expected) << filter.toStdString();
 }
 
-TEST_P(Recordsets, RefuseWhatIsNoCondition)
+TEST_P(Recordsets, RefuseWhatIsNoQuery)
 {
     for (const char *filter : {"people >", "nothere = 1", "\"nothere\" = 1", "name = 'open",
                                "people > 1; DROP TABLE towns", "1=1) OR (1=1", "people > 1) --", "/* never closed"}) {
         CTxQueryDef definition;
-        definition.filter = QString::fromLatin1(filter);
+        definition.filter = filter;
         TxGetErrorMsgObj().Clear();
         EXPECT_EQ(m_towns->Query(definition), nullptr) << filter;
-        EXPECT_FALSE(TxGetErrorMsgObj().GetErrorMessage().isEmpty()) << filter;
+        EXPECT_FALSE(lastError().empty()) << filter;
     }
+    for (const CTxJoinItem &join : {CTxJoinItem{"none", "name", "name"}, CTxJoinItem{"towns", "name", "name"},
+                                    CTxJoinItem{"countries", "x", "code"}, CTxJoinItem{"countries", "name", "x"}}) {
+        CTxQueryDef definition;
+        definition.joins = {join};
+        EXPECT_EQ(m_towns->Query(definition), nullptr) << join.foreignDataset.toStdString();
+    }
+    CTxQueryDef unknownField, unknownOrder;
+    unknownField.fields = {"nothere"};
+    unknownOrder.orderBy = {"nothere DESC"};
+    EXPECT_EQ(m_towns->Query(unknownField), nullptr);
+    EXPECT_EQ(m_towns->Query(unknownOrder), nullptr);
     EXPECT_EQ(m_towns->GetRecordCount(), 4);
-    CTxQueryDef unknown;
-    unknown.fields = {QStringLiteral("nothere")};
-    EXPECT_EQ(m_towns->Query(unknown), nullptr);
-    unknown = {};
-    unknown.orderBy = {QStringLiteral("nothere DESC")};
-    EXPECT_EQ(m_towns->Query(unknown), nullptr);
 }
 
 TEST_P(Recordsets, GiveTheWantedFieldsInTheWantedOrder)
 {
     CTxQueryDef definition;
-    definition.fields = {QStringLiteral("people"), QStringLiteral("NAME")};
-    CTxRecordset *records = query(definition);
-    ASSERT_EQ(records->GetFieldCount(), 3);
-    EXPECT_EQ(records->FindField(QStringLiteral("people")), 1);
-    EXPECT_EQ(records->FindField(QStringLiteral("name")), 2);
-    EXPECT_EQ(column(records, "name"), "Ulm Bern K\xC3\xB6ln's Nowhere");
+    definition.fields = {"people", "NAME"};
+    const RecordsetPtr some = records(definition);
+    ASSERT_EQ(some->GetFieldCount(), 3);
+    EXPECT_EQ(some->FindField("people"), 1);
+    EXPECT_EQ(some->FindField("name"), 2);
+    EXPECT_EQ(column(*some, "name"), "Ulm Bern Köln's Nowhere");
     definition.options = CTxQueryDef::SkipAttributes;
-    EXPECT_EQ(query(definition)->GetFieldCount(), 1);
+    EXPECT_EQ(records(definition)->GetFieldCount(), 1);
 }
 
 TEST_P(Recordsets, AreOrdered)
 {
     CTxQueryDef definition;
-    definition.orderBy = {QStringLiteral("country desc"), QStringLiteral("people DESC")};
-    definition.filter = QStringLiteral("people > 0");
-    CTxRecordset *records = query(definition);
-    EXPECT_EQ(records->GetRecordCount(), 3);
-    const qint64 first = records->GetID();
-    EXPECT_EQ(column(records, "name"), "K\xC3\xB6ln's Ulm Bern");
-    CTxRecordset *plain = query({});
-    ASSERT_TRUE(plain->MoveToID(first)) << "the identifiers are those of the dataset";
-    CTxVariant value;
-    ASSERT_TRUE(plain->GetFieldValue(QStringLiteral("name"), value));
-    EXPECT_EQ(value.toText().toStdString(), "K\xC3\xB6ln's");
+    definition.orderBy = {"country desc", "people DESC"};
+    definition.filter = "people > 0";
+    const RecordsetPtr ordered = records(definition), plain = records();
+    EXPECT_EQ(ordered->GetRecordCount(), 3);
+    ASSERT_TRUE(plain->MoveToID(ordered->GetID())) << "the identifiers are those of the dataset";
+    EXPECT_EQ(textOf(*plain, "name"), "Köln's");
+    EXPECT_EQ(column(*ordered, "name"), "Köln's Ulm Bern");
 }
 
 TEST_P(Recordsets, AreJoinedToOtherDatasets)
 {
     CTxQueryDef definition;
-    definition.joins = {
-        {QStringLiteral("countries"), QStringLiteral("country"), QStringLiteral("code"), CTxJoinItem::LeftJoin}};
-    definition.orderBy = {QStringLiteral("people")};
-    CTxRecordset *records = query(definition);
-    ASSERT_NE(records, nullptr);
-    EXPECT_EQ(records->GetRecordCount(), 4);
-    EXPECT_EQ(column(records, "countries.name"), " Germany Switzerland Germany");
+    definition.joins = {{"countries", "country", "code", CTxJoinItem::LeftJoin}};
+    definition.orderBy = {"people"};
+    RecordsetPtr joined = records(definition);
+    ASSERT_TRUE(joined);
+    EXPECT_EQ(joined->GetRecordCount(), 4);
+    EXPECT_EQ(column(*joined, "countries.name"), " Germany Switzerland Germany");
     definition.joins[0].kind = CTxJoinItem::InnerJoin;
-    definition.filter = QStringLiteral("countries.name = 'Germany' AND name <> 'Ulm'");
-    records = query(definition);
-    ASSERT_NE(records, nullptr);
-    EXPECT_EQ(records->GetRecordCount(), 1);
-    EXPECT_EQ(column(records, "name"), "K\xC3\xB6ln's") << "a bare name is the queried dataset's";
-    for (const CTxJoinItem &bad :
-         {CTxJoinItem{QStringLiteral("none"), QStringLiteral("name"), QStringLiteral("name")},
-          CTxJoinItem{QStringLiteral("towns"), QStringLiteral("name"), QStringLiteral("name")},
-          CTxJoinItem{QStringLiteral("countries"), QStringLiteral("x"), QStringLiteral("code")},
-          CTxJoinItem{QStringLiteral("countries"), QStringLiteral("name"), QStringLiteral("x")}}) {
-        definition.joins = {bad};
-        EXPECT_EQ(m_towns->Query(definition), nullptr);
-    }
+    definition.filter = "countries.name = 'Germany' AND name <> 'Ulm'";
+    joined = records(definition);
+    ASSERT_TRUE(joined);
+    EXPECT_EQ(joined->GetRecordCount(), 1);
+    EXPECT_EQ(column(*joined, "name"), "Köln's") << "a bare name is the queried dataset's";
 }
 
 TEST_P(Recordsets, AreChosenByRectangle)
 {
     CTxQueryDef definition;
     definition.bounds = CRect2D(15, 15, 30, 30);
-    CTxRecordset *records = query(definition);
-    EXPECT_EQ(records->GetRecordCount(), 2);
-    EXPECT_EQ(column(records, "name"), "Bern K\xC3\xB6ln's") << "an edge belongs to it";
-    definition.filter = QStringLiteral("people < 200");
-    definition.orderBy = {QStringLiteral("name")};
-    EXPECT_EQ(column(query(definition), "name"), "Bern");
+    EXPECT_EQ(records(definition)->GetRecordCount(), 2);
+    EXPECT_EQ(names(definition), "Bern Köln's") << "an edge belongs to it";
+    definition.filter = "people < 200";
+    definition.orderBy = {"name"};
+    EXPECT_EQ(names(definition), "Bern");
 }
 
 TEST_P(Recordsets, GiveGeometriesThatTheCallerOwns)
 {
-    CTxRecordset *records = query({});
-    ASSERT_TRUE(records->MoveNext());
-    CElemGeometry *raw = nullptr;
-    ASSERT_TRUE(records->GetGeometry(raw));
-    const std::unique_ptr<CElemGeometry> geometry(raw);
+    RecordsetPtr towns = records();
+    ASSERT_TRUE(towns->MoveNext());
+    const std::unique_ptr<CElemGeometry> geometry = geometryOf(*towns);
+    ASSERT_TRUE(geometry);
+    towns.reset();
     EXPECT_EQ(geometry->GetType(), CElemGeometry::Point);
     EXPECT_EQ(geometry->GetBounds(), CRect2D(20, 20, 20, 20));
     CTxQueryDef definition;
     definition.options = CTxQueryDef::SkipGeometry;
-    EXPECT_FALSE(query(definition)->GetGeometry(raw));
-    EXPECT_EQ(raw, nullptr);
+    EXPECT_FALSE(geometryOf(*records(definition)));
 }
 
 TEST_P(Recordsets, GoToAnIdentifierAndBackToTheirWalk)
 {
-    CTxQueryDef definition;
-    definition.filter = QStringLiteral("people > 0");
-    CTxRecordset *records = query(definition);
     QList<qint64> ids;
-    for (CTxRecordset *all = query({}); !all->IsEOF(); all->MoveNext())
+    for (const RecordsetPtr all = records(); !all->IsEOF(); all->MoveNext())
         ids.append(all->GetID());
     ASSERT_EQ(ids.size(), 4);
-    ASSERT_TRUE(records->MoveToID(ids.at(2)));
-    EXPECT_EQ(records->GetID(), ids.at(2));
-    EXPECT_FALSE(records->MoveToID(ids.at(3))) << "the query does not give it";
-    EXPECT_FALSE(records->MoveToID(4711));
-    EXPECT_FALSE(records->MoveToID(-1));
-    EXPECT_EQ(records->GetID(), ids.at(2)) << "the place is kept";
-    ASSERT_TRUE(records->MoveNext());
-    EXPECT_EQ(records->GetID(), ids.at(1)) << "the walk stood on the first record";
+    const RecordsetPtr some = query(m_towns, "people > 0");
+    ASSERT_TRUE(some->MoveToID(ids.at(2)));
+    EXPECT_EQ(some->GetID(), ids.at(2));
+    for (const qint64 id : {ids.at(3), qint64(4711), qint64(-1)})
+        EXPECT_FALSE(some->MoveToID(id)) << "the query does not give it: " << id;
+    EXPECT_EQ(some->GetID(), ids.at(2)) << "the place is kept";
+    ASSERT_TRUE(some->MoveNext());
+    EXPECT_EQ(some->GetID(), ids.at(1)) << "the walk stood on the first record";
 }
 
 TEST_P(Recordsets, DoNotDisturbOneAnother)
 {
-    CTxRecordset *outer = query({});
     std::string seen;
-    CTxVariant value;
-    for (; !outer->IsEOF(); outer->MoveNext()) {
-        ASSERT_TRUE(outer->GetFieldValue(QStringLiteral("people"), value));
-        CTxQueryDef more;
-        more.filter = QStringLiteral("people > %1").arg(value.toInt32());
-        CTxRecordset *inner = query(more);
-        seen += column(inner, "name") + "|";
+    for (const RecordsetPtr outer = records(); !outer->IsEOF(); outer->MoveNext()) {
+        seen += namesWhere(QStringLiteral("people > %1").arg(textOf(*outer, "people").c_str())) + "|";
         EXPECT_EQ(m_towns->GetRecordCount(), 4);
-        EXPECT_TRUE(m_towns->ReleaseRecordset(inner));
     }
-    EXPECT_EQ(seen, "Bern K\xC3\xB6ln's|K\xC3\xB6ln's||Ulm Bern K\xC3\xB6ln's|");
+    EXPECT_EQ(seen, "Bern Köln's|Köln's||Ulm Bern Köln's|");
+}
+
+TEST_P(Recordsets, GoOnAfterTheirRecordIsDeleted)
+{
+    std::string seen;
+    for (const RecordsetPtr doomed = records(); !doomed->IsEOF(); doomed->MoveNext()) {
+        seen += textOf(*doomed, "name") + "|";
+        EXPECT_TRUE(doomed->Delete()) << lastError();
+    }
+    EXPECT_EQ(seen, "Ulm|Bern|Köln's|Nowhere|");
+    EXPECT_EQ(namesWhere("people >= 0"), "");
 }
 
 TEST_P(Recordsets, DieWithTheirDatasetAndAreRefusedThen)
 {
-    CTxRecordset *records = query({});
+    CTxRecordset *dead = m_towns->Query({});
     EXPECT_EQ(m_towns->GetRecordsetCount(), 1);
     EXPECT_TRUE(m_towns->Close());
     EXPECT_EQ(m_towns->GetRecordsetCount(), 0);
-    EXPECT_FALSE(m_towns->ReleaseRecordset(records));
+    EXPECT_FALSE(m_towns->ReleaseRecordset(dead));
     EXPECT_FALSE(m_towns->ReleaseRecordset(nullptr));
     EXPECT_EQ(m_towns->Query({}), nullptr) << "the dataset is closed";
     ASSERT_TRUE(m_towns->Open());
-    query({}); // never given back
-    EXPECT_TRUE(m_dataSources.Close(m_source->GetAlias()));
+    EXPECT_TRUE(m_towns->Query({})); // never given back
+    EXPECT_TRUE(sources.Close(m_source->GetAlias()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Storages, Recordsets,
                          testing::Values(StorageRow{"statement on GeoPackage", "GPKG", "towns.gpkg"},
                                          StorageRow{"layer of shapefiles", "ESRI Shapefile", "towns"},
                                          StorageRow{"layer of SQLite", "SQLite", "towns.sqlite"}));
+
+class AnyOrder : public DataFixture
+{
+protected:
+    static QList<qint64> idsOf(CTxRecordset &records)
+    {
+        QList<qint64> ids;
+        for (; !records.IsEOF(); records.MoveNext())
+            ids.append(records.GetID());
+        return ids;
+    }
+};
+
+TEST_F(AnyOrder, GivesTheSameRecordsByTheSpatialIndex)
+{
+    CTxDataSource *source = create();
+    ASSERT_TRUE(source->CreateDataset(
+        definition("places", CElemDatasetInfo::Point, {CTxFieldInfo("id", CTxFieldInfo::Long)}))); // as the index's own
+    CDatasetVector *places = vector(source, "places");
+    RecordsetPtr records = query(places);
+    for (int i = 0; i < 400; ++i) {
+        const CGeoPoint point(i * 7 % 20, i / 20.0);
+        ASSERT_TRUE(addRecord(*records, {{"id", i % 2}}, &point));
+    }
+    CTxQueryDef def;
+    def.bounds = CRect2D(3.5, 2.5, 9.5, 11.5);
+    for (const char *filter : {"", "id = 1"}) {
+        def.filter = filter;
+        def.options = CTxQueryDef::NoOption;
+        const QList<qint64> ordered = idsOf(*query(places, def));
+        EXPECT_GT(ordered.size(), 20) << filter;
+        def.options = CTxQueryDef::AnyOrder;
+        records = query(places, def);
+        EXPECT_EQ(records->GetRecordCount(), ordered.size());
+        EXPECT_TRUE(records->MoveToID(ordered.back()));
+        EXPECT_FALSE(records->MoveToID(1)) << "not in the rectangle";
+        QList<qint64> any = idsOf(*query(places, def));
+        std::sort(any.begin(), any.end());
+        EXPECT_EQ(any, ordered) << filter;
+    }
+}
 
 } // namespace

@@ -19,14 +19,15 @@ namespace {
 
 using namespace SampleFiles;
 
-/// Makes something bad in a folder and gives its path.
-using Maker = QString (*)(const QDir &folder);
+/// Makes something bad at @p path in the folder @p folder.
+using Maker = void (*)(const QString &path, const QDir &folder);
 
 struct BadRow
 {
     const char *title;
     const char *reason; ///< a part of the error text
-    Maker make;
+    QString file;       ///< relative to a new folder; "." is the folder itself
+    Maker make = nullptr;
 };
 
 void PrintTo(const BadRow &row, std::ostream *out)
@@ -34,173 +35,136 @@ void PrintTo(const BadRow &row, std::ostream *out)
     *out << row.title;
 }
 
-QString garbage(const QDir &folder, const char *name)
+void empty(const QString &path, const QDir &)
+{
+    write(path, "");
+}
+
+void garbage(const QString &path, const QDir &)
 {
     QByteArray bytes;
     for (int i = 0; i < 5000; ++i)
         bytes.append(static_cast<char>((i * 7919) % 251 + 1));
-    write(folder.filePath(QLatin1String(name)), bytes);
-    return folder.filePath(QLatin1String(name));
+    write(path, bytes);
 }
 
-/// A good file of points or cells, cut to @p percent of its size.
-QString cutPoints(const QDir &folder, const char *name, const char *driver, int percent)
+void runSql(const QString &path, const char *sql)
 {
-    const QString path = folder.filePath(QLatin1String(name));
-    EXPECT_TRUE(makePoints(path, driver));
-    EXPECT_TRUE(cut(path, QFileInfo(path).size() * percent / 100));
-    return path;
-}
-
-QString cutRaster(const QDir &folder, const char *name, const char *driver, int percent, int bands = 1)
-{
-    const QString path = folder.filePath(QLatin1String(name));
-    EXPECT_TRUE(makeRaster(path, driver, 200, 200, bands));
-    EXPECT_TRUE(cut(path, QFileInfo(path).size() * percent / 100));
-    return path;
-}
-
-QString scrambledGeoPackage(const QDir &folder, qint64 from, qint64 length)
-{
-    const QString path = folder.filePath(QStringLiteral("scrambled.gpkg"));
-    EXPECT_TRUE(makePoints(path, "GPKG"));
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(from));
-    file.write(QByteArray(length, '\x5a'));
-    return path;
-}
-
-QString sqliteFile(const QDir &folder, const char *name, const char *sql)
-{
-    const QString path = folder.filePath(QLatin1String(name));
     sqlite3 *database = nullptr;
     EXPECT_EQ(sqlite3_open(path.toUtf8(), &database), SQLITE_OK);
     EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(database);
-    return path;
+}
+
+/// A good file of points or cells, as its extension tells, of which @p percent are left, or @p bytes where that is
+/// given.
+void cutTo(const QString &path, int percent, qint64 bytes = -1)
+{
+    struct Row
+    {
+        const char *extension, *driver;
+        int bands; ///< 0: points
+    };
+    static constexpr Row rows[] = {{"gpkg", "GPKG", 0},       {"shp", "ESRI Shapefile", 0},
+                                   {"geojson", "GeoJSON", 0}, {"gml", "GML", 0},
+                                   {"kml", "KML", 0},         {"mif", "MapInfo File", 0},
+                                   {"dxf", "DXF", 0},         {"tab", "MapInfo File", 0},
+                                   {"tif", "GTiff", 1},       {"png", "PNG", 1},
+                                   {"jpg", "JPEG", 3},        {"asc", "AAIGrid", 1},
+                                   {"vrt", "VRT", 1}};
+    for (const Row &row : rows) {
+        if (QFileInfo(path).suffix() == row.extension) {
+            EXPECT_TRUE(row.bands ? makeRaster(path, row.driver, 200, 200, row.bands) : makePoints(path, row.driver));
+        }
+    }
+    ASSERT_TRUE(QFileInfo(path).size() > 0);
+    EXPECT_TRUE(cut(path, bytes >= 0 ? bytes : QFileInfo(path).size() * percent / 100));
+}
+
+void half(const QString &path, const QDir &)
+{
+    cutTo(path, 50);
+}
+
+void hundredBytes(const QString &path, const QDir &)
+{
+    cutTo(path, 0, 100);
 }
 
 const BadRow badRows[] = {
-    {"no path", "No path", [](const QDir &) { return QString(); }},
-    {"nothing but spaces", "No path", [](const QDir &) { return QStringLiteral("   "); }},
-    {"missing file", "does not exist", [](const QDir &f) { return f.filePath(QStringLiteral("missing.gpkg")); }},
-    {"missing folder", "does not exist", [](const QDir &f) { return f.filePath(QStringLiteral("a/b/c")); }},
-    {"name of 10,000 characters", "does not exist", [](const QDir &f) { return f.filePath(QString(10000, u'x')); }},
-    {"name with a zero", "does not exist",
-     [](const QDir &f) { return f.filePath(QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b.gpkg")); }},
-    {"dangling link", "is a link to",
-     [](const QDir &f) {
-         QFile::link(f.filePath(QStringLiteral("nowhere.shp")), f.filePath(QStringLiteral("link.shp")));
-         return f.filePath(QStringLiteral("link.shp"));
-     }},
-    {"link to itself", "is a link to",
-     [](const QDir &f) {
-         QFile::link(f.filePath(QStringLiteral("loop.tif")), f.filePath(QStringLiteral("loop.tif")));
-         return f.filePath(QStringLiteral("loop.tif"));
-     }},
-    {"unreadable file", "may not be read",
-     [](const QDir &f) {
-         const QString path = garbage(f, "secret.shp");
+    {"no path", "No path", ""},
+    {"nothing but spaces", "No path", "   "},
+    {"missing file", "does not exist", "missing.gpkg"},
+    {"missing folder", "does not exist", "a/b/c"},
+    {"name of 10,000 characters", "does not exist", QString(10000, u'x')},
+    {"name with a zero", "does not exist", QStringLiteral("a\0b.gpkg")},
+    {"dangling link", "is a link to", "link.shp", [](auto &path, auto &f) { QFile::link(f.filePath("none"), path); }},
+    {"link to itself", "is a link to", "loop.tif", [](auto &path, auto &) { QFile::link(path, path); }},
+    {"unreadable file", "may not be read", "secret.shp",
+     [](auto &path, auto &f) {
+         garbage(path, f);
          QFile::setPermissions(path, QFile::Permissions());
-         return path;
      }},
-    {"pipe", "neither a file nor a folder",
-     [](const QDir &f) {
-         EXPECT_EQ(mkfifo(f.filePath(QStringLiteral("pipe.tif")).toUtf8(), 0600), 0);
-         return f.filePath(QStringLiteral("pipe.tif"));
+    {"pipe", "neither a file nor a folder", "pipe.tif",
+     [](auto &path, auto &) { EXPECT_EQ(mkfifo(path.toUtf8(), 0600), 0); }},
+    {"empty folder", "empty folder", "."},
+    {"folder without data", "no known kind", ".", [](auto &, auto &f) { write(f.filePath("readme.txt"), "nothing"); }},
+    {"folder called .tdb", "is a folder", "x.tdb", [](auto &, auto &f) { f.mkdir("x.tdb"); }},
+    {"empty .tdb", "empty file", "e.tdb", empty},
+    {"empty .shp", "empty file", "e.shp", empty},
+    {"garbage .tdb", "no native database", "g.tdb", garbage},
+    {"garbage .gpkg", "no header", "g.gpkg", garbage},
+    {"garbage .shp", "no header", "g.shp", garbage},
+    {"garbage .tif", "no known kind", "g.tif", garbage},
+    {"garbage .geojson", "no known kind", "g.geojson", garbage},
+    {"garbage .dgn", "no known kind", "g.dgn", garbage},
+    {"unknown kind", "no known kind", "g.unknown", garbage},
+    {"GeoPackage called .tdb", "no native database", "p.tdb",
+     [](auto &path, auto &f) {
+         EXPECT_TRUE(makePoints(f.filePath("p.gpkg"), "GPKG"));
+         QFile::rename(f.filePath("p.gpkg"), path);
      }},
-    {"empty folder", "empty folder", [](const QDir &f) { return f.path(); }},
-    {"folder without data", "no known kind",
-     [](const QDir &f) {
-         write(f.filePath(QStringLiteral("readme.txt")), "nothing");
-         return f.path();
+    {"SQLite that is no GeoPackage", "cannot be opened", "s.gpkg",
+     [](auto &path, auto &) { runSql(path, "CREATE TABLE a (b INTEGER); INSERT INTO a VALUES (1)"); }},
+    {"SQLite without tables", "holds no datasets", "s.sqlite",
+     [](auto &path, auto &) { runSql(path, "CREATE TABLE a (b); DROP TABLE a"); }},
+    {"GeoPackage, 50 bytes", "is cut", "c.gpkg", [](auto &path, auto &) { cutTo(path, 0, 50); }},
+    {"GeoPackage, header alone", "is cut", "c.gpkg", hundredBytes},
+    {"GeoPackage, half", "is cut", "c.gpkg", half},
+    {"GeoPackage, 99 %", "is cut", "c.gpkg", [](auto &path, auto &) { cutTo(path, 99); }},
+    {"GeoPackage, schema scrambled", "malformed", "scrambled.gpkg",
+     [](auto &path, auto &) {
+         cutTo(path, 100);
+         QFile file(path);
+         EXPECT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(100));
+         file.write(QByteArray(4000, '\x5a'));
      }},
-    {"folder called .tdb", "is a folder",
-     [](const QDir &f) {
-         f.mkdir(QStringLiteral("x.tdb"));
-         return f.filePath(QStringLiteral("x.tdb"));
+    {"shapefile, half", "is cut", "points.shp", half},
+    {"shapefile, header alone", "is cut", "points.shp", hundredBytes},
+    {"shapefile, cut table", "is cut", "points.shp",
+     [](auto &path, auto &f) {
+         cutTo(path, 100);
+         cut(f.filePath("points.dbf"), 140);
      }},
-    {"empty .tdb", "empty file",
-     [](const QDir &f) {
-         write(f.filePath(QStringLiteral("e.tdb")), "");
-         return f.filePath(QStringLiteral("e.tdb"));
+    {"shapefile without index", "points.shx", "points.shp",
+     [](auto &path, auto &f) {
+         cutTo(path, 100);
+         QFile::remove(f.filePath("points.shx"));
      }},
-    {"empty .shp", "empty file",
-     [](const QDir &f) {
-         write(f.filePath(QStringLiteral("e.shp")), "");
-         return f.filePath(QStringLiteral("e.shp"));
-     }},
-    {"garbage .tdb", "no native database", [](const QDir &f) { return garbage(f, "g.tdb"); }},
-    {"garbage .gpkg", "no header", [](const QDir &f) { return garbage(f, "g.gpkg"); }},
-    {"garbage .shp", "no header", [](const QDir &f) { return garbage(f, "g.shp"); }},
-    {"garbage .tif", "no known kind", [](const QDir &f) { return garbage(f, "g.tif"); }},
-    {"garbage .geojson", "no known kind", [](const QDir &f) { return garbage(f, "g.geojson"); }},
-    {"garbage .dgn", "no known kind", [](const QDir &f) { return garbage(f, "g.dgn"); }},
-    {"unknown kind", "no known kind", [](const QDir &f) { return garbage(f, "g.unknown"); }},
-    {"GeoPackage called .tdb", "no native database",
-     [](const QDir &f) {
-         EXPECT_TRUE(makePoints(f.filePath(QStringLiteral("p.gpkg")), "GPKG"));
-         QFile::rename(f.filePath(QStringLiteral("p.gpkg")), f.filePath(QStringLiteral("p.tdb")));
-         return f.filePath(QStringLiteral("p.tdb"));
-     }},
-    {"SQLite that is no GeoPackage", "cannot be opened",
-     [](const QDir &f) { return sqliteFile(f, "s.gpkg", "CREATE TABLE a (b INTEGER); INSERT INTO a VALUES (1)"); }},
-    {"SQLite without tables", "holds no datasets",
-     [](const QDir &f) { return sqliteFile(f, "s.sqlite", "CREATE TABLE a (b); DROP TABLE a"); }},
-    {"GeoPackage, 50 bytes", "is cut",
-     [](const QDir &f) {
-         const QString p = cutPoints(f, "c.gpkg", "GPKG", 100);
-         cut(p, 50);
-         return p;
-     }},
-    {"GeoPackage, header alone", "is cut",
-     [](const QDir &f) {
-         const QString p = cutPoints(f, "c.gpkg", "GPKG", 100);
-         cut(p, 100);
-         return p;
-     }},
-    {"GeoPackage, half", "is cut", [](const QDir &f) { return cutPoints(f, "c.gpkg", "GPKG", 50); }},
-    {"GeoPackage, 99 %", "is cut", [](const QDir &f) { return cutPoints(f, "c.gpkg", "GPKG", 99); }},
-    {"GeoPackage, schema scrambled", "malformed", [](const QDir &f) { return scrambledGeoPackage(f, 100, 4000); }},
-    {"shapefile, half", "is cut", [](const QDir &f) { return cutPoints(f, "points.shp", "ESRI Shapefile", 50); }},
-    {"shapefile, header alone", "is cut",
-     [](const QDir &f) {
-         const QString p = cutPoints(f, "points.shp", "ESRI Shapefile", 100);
-         cut(p, 100);
-         return p;
-     }},
-    {"shapefile, cut table", "is cut",
-     [](const QDir &f) {
-         EXPECT_TRUE(makePoints(f.filePath(QStringLiteral("points.shp")), "ESRI Shapefile"));
-         cut(f.filePath(QStringLiteral("points.dbf")), 140);
-         return f.filePath(QStringLiteral("points.shp"));
-     }},
-    {"shapefile without index", "points.shx",
-     [](const QDir &f) {
-         EXPECT_TRUE(makePoints(f.filePath(QStringLiteral("points.shp")), "ESRI Shapefile"));
-         QFile::remove(f.filePath(QStringLiteral("points.shx")));
-         return f.filePath(QStringLiteral("points.shp"));
-     }},
-    {"GeoJSON, half", "", [](const QDir &f) { return cutPoints(f, "p.geojson", "GeoJSON", 50); }},
-    {"GML, half", "", [](const QDir &f) { return cutPoints(f, "p.gml", "GML", 50); }},
-    {"KML, half", "", [](const QDir &f) { return cutPoints(f, "p.kml", "KML", 50); }},
-    {"MIF, header cut", "", [](const QDir &f) { return cutPoints(f, "p.mif", "MapInfo File", 20); }},
-    {"TAB, half", "", [](const QDir &f) { return cutPoints(f, "p.tab", "MapInfo File", 50); }},
-    {"DXF, half", "", [](const QDir &f) { return cutPoints(f, "p.dxf", "DXF", 50); }},
-    {"TIFF, 8 bytes", "",
-     [](const QDir &f) {
-         const QString p = cutRaster(f, "c.tif", "GTiff", 100);
-         cut(p, 8);
-         return p;
-     }},
-    {"TIFF, half", "is cut", [](const QDir &f) { return cutRaster(f, "c.tif", "GTiff", 50); }},
-    {"PNG, half", "is cut", [](const QDir &f) { return cutRaster(f, "c.png", "PNG", 50); }},
-    {"JPEG, half", "is cut", [](const QDir &f) { return cutRaster(f, "c.jpg", "JPEG", 50, 3); }},
-    {"ASCII grid, half", "", [](const QDir &f) { return cutRaster(f, "c.asc", "AAIGrid", 50); }},
-    {"virtual raster, half", "", [](const QDir &f) { return cutRaster(f, "c.vrt", "VRT", 50); }},
-    {"server that does not answer",
-     "PG:", [](const QDir &) { return QStringLiteral("PG:host=127.0.0.1 port=1 dbname=x password=secret"); }},
-    {"connection of no driver", "", [](const QDir &) { return QStringLiteral("NoDriver:something"); }},
+    {"GeoJSON, half", "", "p.geojson", half},
+    {"GML, half", "", "p.gml", half},
+    {"KML, half", "", "p.kml", half},
+    {"MIF, header cut", "", "p.mif", [](auto &path, auto &) { cutTo(path, 20); }},
+    {"TAB, half", "", "p.tab", half},
+    {"DXF, half", "", "p.dxf", half},
+    {"TIFF, 8 bytes", "", "c.tif", [](auto &path, auto &) { cutTo(path, 0, 8); }},
+    {"TIFF, half", "is cut", "c.tif", half},
+    {"PNG, half", "is cut", "c.png", half},
+    {"JPEG, half", "is cut", "c.jpg", half},
+    {"ASCII grid, half", "", "c.asc", half},
+    {"virtual raster, half", "", "c.vrt", half},
+    {"server that does not answer", "PG:", "PG:host=127.0.0.1 port=1 dbname=x password=secret"},
+    {"connection of no driver", "", "NoDriver:something"},
 };
 
 class BadDataSource : public testing::TestWithParam<BadRow>
@@ -213,7 +177,10 @@ TEST_P(BadDataSource, IsRefusedWithItsNameAndTheReason)
     if (qstrcmp(row.title, "unreadable file") == 0 && geteuid() == 0)
         GTEST_SKIP() << "root may read everything";
     const QTemporaryDir folder;
-    const QString path = row.make(QDir(folder.path()));
+    const bool isFile = !row.file.trimmed().isEmpty() && !row.file.contains(u':');
+    const QString path = row.file == "." ? folder.path() : isFile ? folder.filePath(row.file) : row.file;
+    if (row.make)
+        row.make(path, QDir(folder.path()));
     CTxDataSources dataSources;
     TxGetErrorMsgObj().Clear();
     testing::internal::CaptureStderr();
@@ -225,14 +192,13 @@ TEST_P(BadDataSource, IsRefusedWithItsNameAndTheReason)
     const QString text = TxGetErrorMsgObj().GetErrorMessage();
     EXPECT_TRUE(text.contains(QString::fromUtf8(row.reason))) << text.left(500).toStdString();
     EXPECT_TRUE(path.trimmed().isEmpty() || text.contains(path.left(40))) << text.left(500).toStdString();
-    EXPECT_FALSE(text.contains(QStringLiteral("secret"))) << "passwords are not shown";
+    EXPECT_FALSE(text.contains("secret")) << "passwords are not shown";
     EXPECT_GT(text.size(), path.size()) << "a reason stands behind the name";
-    RecordProperty("text", text.left(300).toStdString());
     EXPECT_EQ(dataSources.GetCount(), 0);
 
     // The list goes on without it.
     const QTemporaryDir other;
-    const QString good = other.filePath(QStringLiteral("good.gpkg"));
+    const QString good = other.filePath("good.gpkg");
     ASSERT_TRUE(makePoints(good, "GPKG"));
     EXPECT_NE(dataSources.Open(good), nullptr);
 }
@@ -242,15 +208,14 @@ INSTANTIATE_TEST_SUITE_P(Files, BadDataSource, testing::ValuesIn(badRows));
 TEST(LockedDataSource, IsRefusedWhileTheLockLasts)
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("locked.gpkg"));
+    const QString path = folder.filePath("locked.gpkg");
     ASSERT_TRUE(makePoints(path, "GPKG"));
     sqlite3 *locker = nullptr;
     ASSERT_EQ(sqlite3_open(path.toUtf8(), &locker), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(locker, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
     CTxDataSources dataSources;
     EXPECT_EQ(dataSources.Open(path), nullptr);
-    EXPECT_TRUE(TxGetErrorMsgObj().GetErrorMessage().contains(QStringLiteral("is locked")))
-        << TxGetErrorMsgObj().GetErrorMessage().toStdString();
+    EXPECT_TRUE(TxGetErrorMsgObj().GetErrorMessage().contains("is locked"));
     sqlite3_exec(locker, "ROLLBACK", nullptr, nullptr, nullptr);
     sqlite3_close(locker);
     EXPECT_NE(dataSources.Open(path), nullptr);

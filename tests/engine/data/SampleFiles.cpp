@@ -68,7 +68,7 @@ bool makeRaster(const QString &path, const char *driverName, int width, int heig
     if (!driver || !memory)
         return false;
     if (qstrcmp(driverName, "VRT") == 0) { // it holds no cells, but says where they are
-        const QString cells = path + QStringLiteral(".tif");
+        const QString cells = path + ".tif";
         if (!makeRaster(cells, "GTiff", width, height, bands, pixelFormat))
             return false;
         const Dataset from(GDALDataset::Open(cells.toUtf8()));

@@ -9,7 +9,7 @@ namespace SampleFiles {
 
 /// Makes a layer of three records with the fields "name" (text), "n" (whole number), "v" (real) in a new file of the
 /// GDAL driver @p driver at @p path: points (1,2), (3,4), (5,6) called "one", "two", "three".
-bool makePoints(const QString &path, const char *driver, const QString &layer = QStringLiteral("points"));
+bool makePoints(const QString &path, const char *driver, const QString &layer = "points");
 
 /// Makes a raster of @p width by @p height cells whose values count from 0, one unit a cell, its lower left corner at
 /// (100, 200). @p driver must be able to create, or is fed from memory.

@@ -1,10 +1,8 @@
-#include "NativeFixture.h"
+#include "engine/data/DataFixture.h"
 
-#include "engine/base/TxErrorMsg.h"
 #include "engine/geometry/GeoPoint.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 
 #include <csignal>
 #include <sqlite3.h>
@@ -13,7 +11,7 @@
 
 namespace {
 
-class Transaction : public NativeFixture
+class Transaction : public DataFixture
 {
 protected:
     /// Adds @p count points from (@p from, 0) to the right. @return false at the first that fails.
@@ -22,8 +20,7 @@ protected:
         const RecordsetPtr records = query(dataset);
         for (int i = from; i < from + count; ++i) {
             const CGeoPoint place(i, 0);
-            if (!records->AddNew() || !records->SetFieldValue(QStringLiteral("Size"), CTxVariant(i)) ||
-                !records->SetGeometry(&place) || !records->Update())
+            if (!addRecord(*records, {{"Size", i}}, &place))
                 return false;
         }
         return true;
@@ -34,8 +31,7 @@ protected:
     {
         CTxQueryDef def;
         def.bounds = bounds;
-        const RecordsetPtr records(dataset->Query(def));
-        return records ? records->GetRecordCount() : -1;
+        return query(dataset, def)->GetRecordCount();
     }
 };
 
@@ -48,20 +44,20 @@ TEST_F(Transaction, KnowsItsState)
     ASSERT_TRUE(source->BeginTrans()) << lastError();
     EXPECT_TRUE(source->IsTransStarted());
     EXPECT_FALSE(source->BeginTrans());
-    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("Towns")))) << "structure changes on its own";
+    EXPECT_FALSE(source->CreateDataset(definition("Towns"))) << "structure changes on its own";
     ASSERT_TRUE(source->CommitTrans()) << lastError();
     EXPECT_FALSE(source->IsTransStarted());
-    EXPECT_TRUE(source->CreateDataset(definition(QStringLiteral("Towns")))) << lastError();
+    EXPECT_TRUE(source->CreateDataset(definition("Towns"))) << lastError();
 }
 
 TEST_F(Transaction, RollbackTakesEverythingBack)
 {
     CTxDataSource *source = create();
-    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = makeVector(source, "Towns");
     ASSERT_TRUE(addPoints(towns, 1, 3)) << lastError();
     ASSERT_TRUE(source->BeginTrans());
     RecordsetPtr records = query(towns);
-    ASSERT_TRUE(records->Edit() && records->SetFieldValue(QStringLiteral("Size"), CTxVariant(77)) && records->Update());
+    ASSERT_TRUE(records->Edit() && records->SetFieldValue("Size", CTxVariant(77)) && records->Update());
     ASSERT_TRUE(records->MoveNext() && records->Delete()) << lastError();
     ASSERT_TRUE(addPoints(towns, 50, 10)) << lastError();
     EXPECT_EQ(towns->GetRecordCount(), 12);
@@ -77,19 +73,19 @@ TEST_F(Transaction, RollbackTakesEverythingBack)
     EXPECT_EQ(towns->GetBounds(), CRect2D(1, 0, 3, 0));
     EXPECT_EQ(countWithin(towns, CRect2D(40, -1, 60, 1)), 0);
     records = query(towns);
-    EXPECT_EQ(textOf(*records, "Size").toStdString(), "1");
+    EXPECT_EQ(textOf(*records, "Size"), "1");
     ASSERT_TRUE(addPoints(towns, 4, 1)) << "work goes on: " << lastError();
     records.reset();
-    EXPECT_EQ(vector(reopen(), QStringLiteral("Towns"))->GetRecordCount(), 4);
+    EXPECT_EQ(vector(reopen(), "Towns")->GetRecordCount(), 4);
 }
 
 TEST_F(Transaction, CommitLastsAndClosingTakesTheRestBack)
 {
     CTxDataSource *source = create();
-    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = makeVector(source, "Towns");
     ASSERT_TRUE(source->BeginTrans() && addPoints(towns, 1, 100) && source->CommitTrans()) << lastError();
     ASSERT_TRUE(source->BeginTrans() && addPoints(towns, 1000, 100));
-    towns = vector(reopen(), QStringLiteral("Towns"));
+    towns = vector(reopen(), "Towns");
     EXPECT_EQ(towns->GetRecordCount(), 100);
     EXPECT_EQ(towns->GetBounds(), CRect2D(1, 0, 100, 0));
 }
@@ -97,13 +93,13 @@ TEST_F(Transaction, CommitLastsAndClosingTakesTheRestBack)
 TEST_F(Transaction, SeesTheSpatialIndexKeepUp)
 {
     CTxDataSource *source = create();
-    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = makeVector(source, "Towns");
     ASSERT_TRUE(source->BeginTrans() && addPoints(towns, 0, 20000)) << lastError();
     EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 100) << "within the transaction";
-    RecordsetPtr records = query(towns, QStringLiteral("Size = 150"));
+    RecordsetPtr records = query(towns, "Size = 150");
     const CGeoPoint away(150, 50);
     ASSERT_TRUE(records->Edit() && records->SetGeometry(&away) && records->Update()) << lastError();
-    records = query(towns, QStringLiteral("Size = 151"));
+    records = query(towns, "Size = 151");
     ASSERT_TRUE(records->Delete()) << lastError();
     EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 98);
     EXPECT_EQ(countWithin(towns, CRect2D(149, 49, 151, 51)), 1);
@@ -111,11 +107,11 @@ TEST_F(Transaction, SeesTheSpatialIndexKeepUp)
     ASSERT_TRUE(source->CommitTrans()) << lastError();
     EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 98);
     ASSERT_TRUE(addPoints(towns, 110, 5)) << lastError();
-    towns = vector(reopen(), QStringLiteral("Towns"));
+    towns = vector(reopen(), "Towns");
     EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 103);
 
     sqlite3 *database = nullptr;
-    ASSERT_EQ(sqlite3_open(path(QStringLiteral("new.tdb")).toUtf8().constData(), &database), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open(path("new.tdb").toUtf8().constData(), &database), SQLITE_OK);
     sqlite3_stmt *check = nullptr;
     ASSERT_EQ(sqlite3_prepare_v2(database, "SELECT rtreecheck('rtree_Towns_TxGeometry')", -1, &check, nullptr),
               SQLITE_OK);
@@ -128,15 +124,15 @@ TEST_F(Transaction, SeesTheSpatialIndexKeepUp)
 /// Another process writes and is killed in the middle; what it had committed is there, and nothing else.
 TEST_F(Transaction, KilledWriterLosesNothingThatWasCommitted)
 {
-    makeVector(create(), QStringLiteral("Towns"));
+    makeVector(create(), "Towns");
     sources.CloseAll();
     int ready[2];
     ASSERT_EQ(pipe(ready), 0);
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        CTxDataSource *source = sources.Open(path(QStringLiteral("new.tdb")), QStringLiteral("db"));
-        auto *towns = source ? dynamic_cast<CDatasetVector *>(source->GetDataset(QStringLiteral("Towns"))) : nullptr;
+        CTxDataSource *source = sources.Open(path("new.tdb"), "db");
+        auto *towns = source ? dynamic_cast<CDatasetVector *>(source->GetDataset("Towns")) : nullptr;
         const bool done = towns && towns->Open() && source->BeginTrans() && addPoints(towns, 0, 5000) &&
                           source->CommitTrans() && addPoints(towns, 5000, 3) && source->BeginTrans() &&
                           addPoints(towns, 10000, 50000);
@@ -154,9 +150,9 @@ TEST_F(Transaction, KilledWriterLosesNothingThatWasCommitted)
     close(ready[0]);
     close(ready[1]);
 
-    CTxDataSource *source = sources.Open(path(QStringLiteral("new.tdb")), QStringLiteral("db"));
+    CTxDataSource *source = sources.Open(path("new.tdb"), "db");
     ASSERT_TRUE(source) << lastError();
-    CDatasetVector *towns = vector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = vector(source, "Towns");
     EXPECT_EQ(towns->GetRecordCount(), 5003);
     EXPECT_EQ(towns->GetBounds(), CRect2D(0, 0, 5002, 0));
     EXPECT_EQ(countWithin(towns, CRect2D(4990, -1, 20000, 1)), 13);
@@ -166,7 +162,7 @@ TEST_F(Transaction, KilledWriterLosesNothingThatWasCommitted)
 TEST_F(Transaction, LockOfAnotherIsToldAndSurvived)
 {
     CTxDataSource *source = create();
-    CDatasetVector *towns = makeVector(source, QStringLiteral("Towns"));
+    CDatasetVector *towns = makeVector(source, "Towns");
     ASSERT_TRUE(addPoints(towns, 1, 1));
     sqlite3 *other = nullptr;
     ASSERT_EQ(sqlite3_open(source->GetPath().toUtf8().constData(), &other), SQLITE_OK);
@@ -177,16 +173,16 @@ TEST_F(Transaction, LockOfAnotherIsToldAndSurvived)
     const bool changed = records && records->AddNew() && records->Update();
     EXPECT_FALSE(changed);
     EXPECT_NE(lastError().find("locked"), std::string::npos) << lastError();
-    EXPECT_FALSE(source->CreateDataset(definition(QStringLiteral("More"))));
-    EXPECT_FALSE(source->DeleteDataset(QStringLiteral("Towns")));
+    EXPECT_FALSE(source->CreateDataset(definition("More")));
+    EXPECT_FALSE(source->DeleteDataset("Towns"));
     EXPECT_FALSE(source->BeginTrans());
     EXPECT_LT(timer.elapsed(), 20000);
     records.reset();
     ASSERT_EQ(sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(other);
 
-    ASSERT_TRUE(source->GetDataset(QStringLiteral("Towns")));
-    towns = vector(source, QStringLiteral("Towns"));
+    ASSERT_TRUE(source->GetDataset("Towns"));
+    towns = vector(source, "Towns");
     EXPECT_TRUE(addPoints(towns, 2, 1)) << lastError();
     EXPECT_EQ(towns->GetRecordCount(), 2);
 }

@@ -18,7 +18,7 @@ QString names(const CTxLayers &layers)
 
 CTxLayer *add(CTxLayers &layers, const char *dataset)
 {
-    return layers.Add(std::make_unique<CTxLayer>(nullptr, QStringLiteral("w"), QString::fromUtf8(dataset)));
+    return layers.Add(std::make_unique<CTxLayer>(nullptr, "w", QString::fromUtf8(dataset)));
 }
 
 TEST(Layers, NewOnesComeOnTopUnderUniqueNames)
@@ -27,8 +27,8 @@ TEST(Layers, NewOnesComeOnTopUnderUniqueNames)
     for (const char *dataset : {"a", "b", "a", "A"})
         add(layers, dataset);
     EXPECT_EQ(names(layers), u"A@w_2 a@w_1 b@w a@w");
-    EXPECT_EQ(layers.GetLayerIndex(QStringLiteral("B@W")), 2);
-    EXPECT_EQ(layers.GetLayerIndex(QStringLiteral("c")), -1);
+    EXPECT_EQ(layers.GetLayerIndex("B@W"), 2);
+    EXPECT_EQ(layers.GetLayerIndex("c"), -1);
     EXPECT_EQ(layers.FindLayer(nullptr), -1);
     EXPECT_EQ(layers.GetLayerAt(0)->GetDataset(), nullptr);
     EXPECT_EQ(layers.Add(nullptr), nullptr);
@@ -76,29 +76,29 @@ TEST(Layers, OneLayerIsEditedAtMostAndNoLockedOne)
 TEST(Maps, KeepTheirOrderWhenRenamed)
 {
     CTxMaps maps;
-    CTxMap *a = maps.Add(QStringLiteral("a"));
-    maps.Add(QStringLiteral("b"));
-    EXPECT_EQ(maps.Add(QStringLiteral("a")), nullptr);
+    CTxMap *a = maps.Add("a");
+    maps.Add("b");
+    EXPECT_EQ(maps.Add("a"), nullptr);
     EXPECT_EQ(maps.Add(QString()), nullptr);
-    EXPECT_FALSE(maps.Rename(QStringLiteral("a"), QStringLiteral("b")));
-    EXPECT_FALSE(maps.Rename(QStringLiteral("a"), QString()));
-    EXPECT_TRUE(maps.Rename(QStringLiteral("a"), QStringLiteral("z")));
+    EXPECT_FALSE(maps.Rename("a", "b"));
+    EXPECT_FALSE(maps.Rename("a", QString()));
+    EXPECT_TRUE(maps.Rename("a", "z"));
     EXPECT_EQ(maps.GetAt(0), a);
     EXPECT_EQ(a->GetName(), u"z");
-    EXPECT_EQ(maps.GetUnoccupiedName(QStringLiteral("z")), u"z_1");
+    EXPECT_EQ(maps.GetUnoccupiedName("z"), u"z_1");
     EXPECT_FALSE(maps.GetUnoccupiedName(QString()).isEmpty());
-    EXPECT_TRUE(maps.Remove(QStringLiteral("z")));
-    EXPECT_FALSE(maps.Remove(QStringLiteral("z")));
+    EXPECT_TRUE(maps.Remove("z"));
+    EXPECT_FALSE(maps.Remove("z"));
     EXPECT_EQ(maps.GetCount(), 1);
 }
 
 TEST(Scenes, AreFoundByIndexAndName)
 {
     CTxScenes scenes;
-    scenes.Add(QStringLiteral("a"));
-    CTxSceneStorage *b = scenes.Add(QStringLiteral("b"));
-    EXPECT_EQ(scenes.Add(QStringLiteral("b")), nullptr);
-    EXPECT_EQ(scenes.GetAt(scenes.Find(QStringLiteral("b"))), b);
+    scenes.Add("a");
+    CTxSceneStorage *b = scenes.Add("b");
+    EXPECT_EQ(scenes.Add("b"), nullptr);
+    EXPECT_EQ(scenes.GetAt(scenes.Find("b")), b);
     EXPECT_FALSE(scenes.Remove(2));
     EXPECT_TRUE(scenes.Remove(0));
     EXPECT_EQ(scenes.GetAt(0), b);

@@ -34,9 +34,9 @@ public:
             features += (i ? ",\n" : "") + QByteArray(R"({"type":"Feature","properties":{"name":"Record )") +
                         QByteArray::number(i + 1) + R"("},"geometry":)" + geometries[i] + '}';
         }
-        return write(name + QStringLiteral(".geojson"), R"({"type":"FeatureCollection","name":")" +
-                                                            QFileInfo(name).fileName().toUtf8() + R"(","features":[)" +
-                                                            features + "]}");
+        return write(name + ".geojson", R"({"type":"FeatureCollection","name":")" +
+                                            QFileInfo(name).fileName().toUtf8() + R"(","features":[)" + features +
+                                            "]}");
     }
 
     /// "points": @p count places on a square grid of whole degrees from (0, 0).

@@ -81,14 +81,13 @@ TEST(WorkspaceFormat, UnknownThingsOfEveryLevelSurvive)
 TEST(WorkspaceFormat, OddNamesSurvive)
 {
     TxWorkspaceDocument document;
-    const QString names[] = {QString(10000, u'n'), QStringLiteral("\u202E\u05D0\U0001F5FA"),
-                             QStringLiteral("a\x01\r\n\t\"<&>'"), QStringLiteral(" _x0041_ ")};
+    const QString names[] = {QString(10000, u'n'), "\u202E\u05D0\U0001F5FA", "a\x01\r\n\t\"<&>'", " _x0041_ "};
     for (const QString &name : names) {
         TxLayerRecord layer;
         layer.name = layer.alias = layer.dataset = name;
         document.maps.append({name, CRect2D(), QColor(), {layer}, QString()});
         document.layouts.append({name, name, QString()});
-        document.dataSources.append({name, QStringLiteral("/") + name, 14, 2, QString()});
+        document.dataSources.append({name, "/" + name, 14, 2, QString()});
     }
     const TxWorkspaceDocument again = readGood(TxWorkspaceWriter::write(document));
     ASSERT_EQ(again.maps.size(), std::ssize(names));
@@ -200,7 +199,7 @@ TEST(WorkspaceFormat, TheErrorNamesTheLine)
 {
     QString error;
     TxWorkspaceReader::read("<terravox-workspace version=\"1\">\n\n<map/>\n</terravox-workspace>", error);
-    EXPECT_TRUE(error.startsWith(QStringLiteral("line 3"))) << qPrintable(error);
+    EXPECT_TRUE(error.startsWith("line 3")) << qPrintable(error);
 }
 
 TEST(WorkspaceFormat, NamesThatOccurTwiceAreMadeUnique)
@@ -211,8 +210,7 @@ TEST(WorkspaceFormat, NamesThatOccurTwiceAreMadeUnique)
     QStringList names;
     for (const TxMapRecord &map : document.maps)
         names.append(map.name);
-    EXPECT_EQ(names,
-              (QStringList{QStringLiteral("a"), QStringLiteral("a_2"), QStringLiteral("a_1"), QStringLiteral("A")}));
+    EXPECT_EQ(names, (QStringList{"a", "a_2", "a_1", "A"}));
     EXPECT_EQ(document.dataSources[1].alias, u"d_1");
     EXPECT_EQ(document.dataSources[1].path, u"2");
     EXPECT_TRUE(document.repaired) << "saving would write other names";

@@ -35,23 +35,20 @@ class Workspace : public testing::Test
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(QDir(data.folder().path()).mkpath(QStringLiteral("home/data")));
-        data.writeSquare(QStringLiteral("home/data/square"));
-        data.writeGrid(QStringLiteral("home/grid"), 3);
-        ASSERT_TRUE(
-            workspace.GetDataSources().Open(data.path(QStringLiteral("home/grid.geojson")), QStringLiteral("grid")))
-            << qPrintable(lastError());
-        ASSERT_TRUE(workspace.GetDataSources().Open(data.path(QStringLiteral("home/data/square.geojson")),
-                                                    QStringLiteral("square")));
-        CTxMap *map = workspace.GetMaps().Add(QStringLiteral("Map"));
-        addLayer(*map, workspace.GetDataSources(), QStringLiteral("square"));
-        addLayer(*map, workspace.GetDataSources(), QStringLiteral("grid"))->SetVisible(false);
+        ASSERT_TRUE(QDir(data.folder().path()).mkpath("home/data"));
+        data.writeSquare("home/data/square");
+        data.writeGrid("home/grid", 3);
+        ASSERT_TRUE(workspace.GetDataSources().Open(data.path("home/grid.geojson"), "grid")) << qPrintable(lastError());
+        ASSERT_TRUE(workspace.GetDataSources().Open(data.path("home/data/square.geojson"), "square"));
+        CTxMap *map = workspace.GetMaps().Add("Map");
+        addLayer(*map, workspace.GetDataSources(), "square");
+        addLayer(*map, workspace.GetDataSources(), "grid")->SetVisible(false);
         map->GetLayers().SetEditableLayer(1);
         map->GetLayers().GetLayerAt(1)->SetEditableLock(true);
-        workspace.GetLytStorages().Add(QStringLiteral("Layout"))->SetContent(QStringLiteral("<page/>"));
-        workspace.GetScenes().Add(QStringLiteral("Scene"));
-        workspace.SetName(QStringLiteral("Home"));
-        file = data.path(QStringLiteral("home/home.txw"));
+        workspace.GetLytStorages().Add("Layout")->SetContent("<page/>");
+        workspace.GetScenes().Add("Scene");
+        workspace.SetName("Home");
+        file = data.path("home/home.txw");
     }
 
     MapTestData data;
@@ -66,14 +63,14 @@ TEST_F(Workspace, ComesBackFromItsFileAlsoInAMovedFolder)
     workspace.Close();
     EXPECT_EQ(workspace.GetDataSources().GetCount() + workspace.GetMaps().GetCount() + workspace.GetScenes().GetCount(),
               0);
-    ASSERT_TRUE(QDir(data.folder().path()).rename(QStringLiteral("home"), QStringLiteral("moved")));
+    ASSERT_TRUE(QDir(data.folder().path()).rename("home", "moved"));
 
-    ASSERT_TRUE(workspace.Open(data.path(QStringLiteral("moved/home.txw")))) << qPrintable(lastError());
+    ASSERT_TRUE(workspace.Open(data.path("moved/home.txw"))) << qPrintable(lastError());
     EXPECT_EQ(workspace.GetName(), u"Home");
     EXPECT_TRUE(workspace.GetMissingDataSources().isEmpty());
     ASSERT_EQ(workspace.GetDataSources().GetCount(), 2);
     EXPECT_EQ(workspace.GetDataSources().GetAt(0)->GetAlias(), u"grid");
-    const CTxMap *map = workspace.GetMaps().find(QStringLiteral("Map"));
+    const CTxMap *map = workspace.GetMaps().find("Map");
     ASSERT_TRUE(map);
     ASSERT_EQ(map->GetLayers().GetCount(), 2);
     EXPECT_EQ(map->GetLayers().GetLayerAt(0)->GetDatasetName(), u"grid");
@@ -81,7 +78,7 @@ TEST_F(Workspace, ComesBackFromItsFileAlsoInAMovedFolder)
     EXPECT_EQ(map->GetLayers().GetEditableLayer(), map->GetLayers().GetLayerAt(1));
     EXPECT_TRUE(map->GetLayers().GetLayerAt(1)->IsEditableLock());
     EXPECT_TRUE(map->GetLayers().GetLayerAt(1)->GetDataset());
-    EXPECT_EQ(workspace.GetLytStorages().find(QStringLiteral("Layout"))->GetContent(), u"<page/>");
+    EXPECT_EQ(workspace.GetLytStorages().find("Layout")->GetContent(), u"<page/>");
     EXPECT_EQ(workspace.GetScenes().GetCount(), 1);
     EXPECT_FALSE(workspace.IsModified());
 }
@@ -91,7 +88,7 @@ TEST_F(Workspace, IsModifiedByWhatWouldBeWrittenAndNothingElse)
     EXPECT_TRUE(workspace.IsModified());
     ASSERT_TRUE(workspace.SaveAs(file));
     EXPECT_FALSE(workspace.IsModified());
-    CTxMap *map = workspace.GetMaps().find(QStringLiteral("Map"));
+    CTxMap *map = workspace.GetMaps().find("Map");
     CTxLayer *layer = map->GetLayers().GetLayerAt(0);
     struct Row
     {
@@ -99,7 +96,7 @@ TEST_F(Workspace, IsModifiedByWhatWouldBeWrittenAndNothingElse)
         std::function<void()> change, back;
     };
     const Row rows[] = {
-        {"name", [&] { workspace.SetName(QStringLiteral("x")); }, [&] { workspace.SetName(QStringLiteral("Home")); }},
+        {"name", [&] { workspace.SetName("x"); }, [&] { workspace.SetName("Home"); }},
         {"flag", [&] { layer->SetSelectable(false); }, [&] { layer->SetSelectable(true); }},
         {"style",
          [&] {
@@ -111,11 +108,10 @@ TEST_F(Workspace, IsModifiedByWhatWouldBeWrittenAndNothingElse)
         {"order", [&] { map->GetLayers().Move(0, 1); }, [&] { map->GetLayers().Move(0, 1); }},
         {"background", [&] { map->SetBackground(Qt::red); }, [&] { map->SetBackground(QColor()); }},
         {"view", [&] { map->SetViewBounds(CRect2D(0, 0, 1, 1)); }, [&] { map->SetViewBounds(CRect2D()); }},
-        {"map", [&] { workspace.GetMaps().Add(QStringLiteral("new")); },
-         [&] { workspace.GetMaps().Remove(QStringLiteral("new")); }},
-        {"scene", [&] { workspace.GetScenes().Add(QStringLiteral("new")); }, [&] { workspace.GetScenes().Remove(1); }},
-        {"alias", [&] { EXPECT_TRUE(workspace.RenameDataSource(QStringLiteral("grid"), QStringLiteral("net"))); },
-         [&] { EXPECT_TRUE(workspace.RenameDataSource(QStringLiteral("net"), QStringLiteral("grid"))); }},
+        {"map", [&] { workspace.GetMaps().Add("new"); }, [&] { workspace.GetMaps().Remove("new"); }},
+        {"scene", [&] { workspace.GetScenes().Add("new"); }, [&] { workspace.GetScenes().Remove(1); }},
+        {"alias", [&] { EXPECT_TRUE(workspace.RenameDataSource("grid", "net")); },
+         [&] { EXPECT_TRUE(workspace.RenameDataSource("net", "grid")); }},
         {"opening a dataset is no change", [] {}, [&] { layer->GetDataset()->Open(); }},
     };
     for (const Row &row : rows) {
@@ -134,14 +130,13 @@ TEST_F(Workspace, ADatasourceThatHasGoneIsMissingButKept)
     ASSERT_TRUE(workspace.SaveAs(file));
     const QByteArray before = contentOf(file);
     workspace.Close();
-    ASSERT_TRUE(
-        QFile::rename(data.path(QStringLiteral("home/grid.geojson")), data.path(QStringLiteral("grid.geojson"))));
+    ASSERT_TRUE(QFile::rename(data.path("home/grid.geojson"), data.path("grid.geojson")));
 
     ASSERT_TRUE(workspace.Open(file));
     ASSERT_EQ(workspace.GetMissingDataSources().size(), 1);
     const TxMissingDataSource missing = workspace.GetMissingDataSources()[0];
     EXPECT_EQ(missing.alias, u"grid");
-    EXPECT_EQ(missing.path, data.path(QStringLiteral("home/grid.geojson")));
+    EXPECT_EQ(missing.path, data.path("home/grid.geojson"));
     EXPECT_FALSE(missing.reason.isEmpty());
     EXPECT_FALSE(workspace.IsModified());
     const CTxLayer *layer = workspace.GetMaps().GetAt(0)->GetLayers().GetLayerAt(0);
@@ -149,9 +144,9 @@ TEST_F(Workspace, ADatasourceThatHasGoneIsMissingButKept)
     ASSERT_TRUE(workspace.Save());
     EXPECT_EQ(contentOf(file), before) << "place in the order included";
 
-    EXPECT_FALSE(workspace.RetryMissingDataSource(QStringLiteral("grid")));
-    EXPECT_FALSE(workspace.RetryMissingDataSource(QStringLiteral("square")));
-    EXPECT_TRUE(workspace.RetryMissingDataSource(QStringLiteral("grid"), data.path(QStringLiteral("grid.geojson"))));
+    EXPECT_FALSE(workspace.RetryMissingDataSource("grid"));
+    EXPECT_FALSE(workspace.RetryMissingDataSource("square"));
+    EXPECT_TRUE(workspace.RetryMissingDataSource("grid", data.path("grid.geojson")));
     EXPECT_TRUE(workspace.GetMissingDataSources().isEmpty());
     EXPECT_TRUE(layer->GetDataset()) << "its layers draw again";
     ASSERT_TRUE(workspace.Save());
@@ -163,18 +158,18 @@ TEST_F(Workspace, AMissingDatasourceIsReplacedOrRemoved)
 {
     ASSERT_TRUE(workspace.SaveAs(file));
     workspace.Close();
-    QFile::remove(data.path(QStringLiteral("home/grid.geojson")));
+    QFile::remove(data.path("home/grid.geojson"));
     ASSERT_TRUE(workspace.Open(file));
-    const QString other = data.writeSquare(QStringLiteral("home/other"));
-    ASSERT_TRUE(workspace.GetDataSources().Open(other, QStringLiteral("grid")));
+    const QString other = data.writeSquare("home/other");
+    ASSERT_TRUE(workspace.GetDataSources().Open(other, "grid"));
     EXPECT_TRUE(workspace.GetMissingDataSources().isEmpty());
     ASSERT_TRUE(workspace.Save());
     EXPECT_EQ(contentOf(file).count("alias=\"grid\" path=\"other.geojson\""), 1);
 
-    ASSERT_TRUE(workspace.GetDataSources().Close(QStringLiteral("grid")));
+    ASSERT_TRUE(workspace.GetDataSources().Close("grid"));
     ASSERT_EQ(workspace.GetMissingDataSources().size(), 1);
-    EXPECT_FALSE(workspace.RemoveMissingDataSource(QStringLiteral("nobody")));
-    EXPECT_TRUE(workspace.RemoveMissingDataSource(QStringLiteral("grid")));
+    EXPECT_FALSE(workspace.RemoveMissingDataSource("nobody"));
+    EXPECT_TRUE(workspace.RemoveMissingDataSource("grid"));
     ASSERT_TRUE(workspace.Save());
     EXPECT_EQ(contentOf(file).count("<datasource "), 1);
 }
@@ -182,19 +177,19 @@ TEST_F(Workspace, AMissingDatasourceIsReplacedOrRemoved)
 TEST_F(Workspace, StaysAsItWasWhenAFileCannotBeOpened)
 {
     ASSERT_TRUE(workspace.SaveAs(file));
-    const CTxDataSource *grid = workspace.GetDataSources().find(QStringLiteral("grid"));
-    QStringList bad = {data.write(QStringLiteral("garbage.txw"), QByteArray(1000, '\xff')),
-                       data.write(QStringLiteral("empty.txw"), QByteArray()),
-                       data.write(QStringLiteral("cut.txw"), contentOf(file).chopped(30)),
-                       data.path(QStringLiteral("nowhere.txw")),
+    const CTxDataSource *grid = workspace.GetDataSources().find("grid");
+    QStringList bad = {data.write("garbage.txw", QByteArray(1000, '\xff')),
+                       data.write("empty.txw", QByteArray()),
+                       data.write("cut.txw", contentOf(file).chopped(30)),
+                       data.path("nowhere.txw"),
                        data.folder().path(),
-                       QStringLiteral("/dev/zero"),
+                       "/dev/zero",
                        QString()};
     for (const QString &path : bad) {
         const int errors = TxGetErrorMsgObj().GetErrorCount();
         EXPECT_FALSE(workspace.Open(path)) << qPrintable(path);
         EXPECT_GT(TxGetErrorMsgObj().GetErrorCount(), errors) << qPrintable(path);
-        EXPECT_EQ(workspace.GetDataSources().find(QStringLiteral("grid")), grid) << qPrintable(path);
+        EXPECT_EQ(workspace.GetDataSources().find("grid"), grid) << qPrintable(path);
         EXPECT_EQ(workspace.GetPath(), file);
         EXPECT_FALSE(workspace.IsModified());
     }
@@ -204,10 +199,10 @@ TEST_F(Workspace, PasswordsAreWrittenOnlyWhereTheFileHadThem)
 {
     const QByteArray entry =
         "<datasource alias=\"db\" path=\"PG:host=127.0.0.1 port=1 password=secret\" type=\"4\" options=\"2\"/>";
-    data.write(QStringLiteral("home/db.txw"), "<terravox-workspace version=\"1\">" + entry + "</terravox-workspace>");
-    ASSERT_TRUE(workspace.Open(data.path(QStringLiteral("home/db.txw"))));
+    data.write("home/db.txw", "<terravox-workspace version=\"1\">" + entry + "</terravox-workspace>");
+    ASSERT_TRUE(workspace.Open(data.path("home/db.txw")));
     ASSERT_EQ(workspace.GetMissingDataSources().size(), 1);
-    EXPECT_TRUE(workspace.GetMissingDataSources()[0].path.contains(QStringLiteral("secret")));
+    EXPECT_TRUE(workspace.GetMissingDataSources()[0].path.contains("secret"));
     ASSERT_TRUE(workspace.Save());
     EXPECT_TRUE(contentOf(workspace.GetPath()).contains(entry));
 }
@@ -216,11 +211,11 @@ TEST_F(Workspace, IsNotWrittenWhereItCannotBeOrMustNot)
 {
     EXPECT_FALSE(workspace.Save()) << "it has no file yet";
     ASSERT_TRUE(workspace.SaveAs(file));
-    const QString grid = data.path(QStringLiteral("home/grid.geojson"));
+    const QString grid = data.path("home/grid.geojson");
     const QByteArray gridContent = contentOf(grid);
-    const QString pipe = data.path(QStringLiteral("pipe.txw"));
+    const QString pipe = data.path("pipe.txw");
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    for (const QString &path : {data.path(QStringLiteral("no/such/folder/x.txw")), data.folder().path(), pipe, grid}) {
+    for (const QString &path : {data.path("no/such/folder/x.txw"), data.folder().path(), pipe, grid}) {
         EXPECT_FALSE(workspace.SaveAs(path)) << qPrintable(path);
         EXPECT_EQ(workspace.GetPath(), file);
     }
@@ -244,17 +239,16 @@ TEST_F(Workspace, AFullDiskLeavesTheOldFileWhole)
     std::signal(SIGXFSZ, oldHandler);
     EXPECT_FALSE(saved);
     EXPECT_EQ(contentOf(file), before);
-    EXPECT_EQ(QDir(data.path(QStringLiteral("home"))).entryList({QStringLiteral("home.txw*")}).size(), 1)
-        << "no rest is left";
+    EXPECT_EQ(QDir(data.path("home")).entryList({"home.txw*"}).size(), 1) << "no rest is left";
     EXPECT_TRUE(workspace.IsModified());
 }
 
 TEST_F(Workspace, ASymbolicLinkStaysAndItsTargetIsWritten)
 {
-    const QString target = data.write(QStringLiteral("target.txw"), "old");
+    const QString target = data.write("target.txw", "old");
     QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
-    ASSERT_TRUE(QFile::link(target, data.path(QStringLiteral("between.txw"))));
-    ASSERT_TRUE(QFile::link(data.path(QStringLiteral("between.txw")), file));
+    ASSERT_TRUE(QFile::link(target, data.path("between.txw")));
+    ASSERT_TRUE(QFile::link(data.path("between.txw"), file));
     ASSERT_TRUE(workspace.SaveAs(file)) << qPrintable(lastError());
     EXPECT_TRUE(QFileInfo(file).isSymLink());
     EXPECT_TRUE(contentOf(target).contains("terravox-workspace"));

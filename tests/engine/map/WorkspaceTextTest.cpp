@@ -9,12 +9,12 @@ TEST(XmlText, EveryTextComesBack)
 {
     const QString texts[] = {
         QString(),
-        QStringLiteral("plain < > & \" ' text"),
-        QStringLiteral("line\nend\ttab\rreturn"),
-        QStringLiteral("_x0041_ _x005F_x0041_ _x005f_ _x_ _x00 _x0x41_"),
+        "plain < > & \" ' text",
+        "line\nend\ttab\rreturn",
+        "_x0041_ _x005F_x0041_ _x005f_ _x_ _x00 _x0x41_",
         QString(QChar(u'\0')) + QChar(u'\x01') + QChar(u'\x1f') + QChar(u'\xffff'),
         QString(QChar(u'\xd800')) + u'a' + QChar(u'\xdc00'), // halves of pairs on their own
-        QStringLiteral("\U0001F5FA \u202Eright to left"),
+        "\U0001F5FA \u202Eright to left",
     };
     for (const QString &text : texts)
         EXPECT_EQ(TxXmlText::decode(TxXmlText::encode(text)), text) << qPrintable(text);
@@ -22,9 +22,8 @@ TEST(XmlText, EveryTextComesBack)
 
 TEST(XmlText, EscapesOnlyWhatXmlCannotHold)
 {
-    EXPECT_EQ(TxXmlText::encode(QStringLiteral("a\x02\r_")), QStringLiteral("a_x0002__x000D__"));
-    EXPECT_EQ(TxXmlText::encode(QStringLiteral("snake_case_x y\U0001F5FA")),
-              QStringLiteral("snake_case_x y\U0001F5FA"));
+    EXPECT_EQ(TxXmlText::encode("a\x02\r_"), "a_x0002__x000D__");
+    EXPECT_EQ(TxXmlText::encode("snake_case_x y\U0001F5FA"), "snake_case_x y\U0001F5FA");
 }
 
 struct PathRow
@@ -38,7 +37,7 @@ class PortablePath : public testing::TestWithParam<PathRow>
 
 TEST_P(PortablePath, GoesThereAndBack)
 {
-    const QString folder = QStringLiteral("/home/ada/maps");
+    const QString folder = "/home/ada/maps";
     const QString path = QString::fromUtf8(GetParam().path);
     const QString stored = TxPortablePath::toStored(path, folder);
     EXPECT_EQ(stored, QString::fromUtf8(GetParam().stored));
@@ -65,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(PortablePath, WithoutAFileEverythingIsAbsolute)
 {
-    EXPECT_EQ(TxPortablePath::toStored(QStringLiteral("/a/b/../c.tdb"), QString()), QStringLiteral("/a/c.tdb"));
+    EXPECT_EQ(TxPortablePath::toStored("/a/b/../c.tdb", QString()), "/a/c.tdb");
 }
 
 TEST(PortablePath, PasswordsAreTakenOut)
@@ -83,8 +82,8 @@ TEST(PortablePath, PasswordsAreTakenOut)
     };
     for (const auto &[connection, expected] : rows) {
         QString result = TxPortablePath::withoutPassword(QString::fromUtf8(connection));
-        EXPECT_FALSE(result.contains(QStringLiteral("secret"))) << connection;
-        EXPECT_EQ(result.replace(QStringLiteral(": "), QStringLiteral(":")).toStdString(), expected) << connection;
+        EXPECT_FALSE(result.contains("secret")) << connection;
+        EXPECT_EQ(result.replace(": ", ":").toStdString(), expected) << connection;
     }
 }
 

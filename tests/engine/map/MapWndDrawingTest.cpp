@@ -1,0 +1,224 @@
+#include "tests/engine/map/MapWndFixture.h"
+
+#include "engine/data/TxQueryDef.h"
+#include "engine/data/TxRecordset.h"
+#include "engine/geometry/GeoLine.h"
+#include "engine/geometry/GeoPoint.h"
+#include "engine/geometry/GeoRegion.h"
+#include "engine/geometry/GeoText.h"
+
+#include <ogr_spatialref.h>
+
+namespace {
+
+class MapWndDrawing : public MapWndFixture
+{
+protected:
+    /// How many pixels of the picture are as @p wanted says.
+    template<typename Wanted>
+    int count(Wanted wanted) const
+    {
+        int found = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                found += wanted(picture.pixel(x, y));
+        }
+        return found;
+    }
+};
+
+TEST_F(MapWndDrawing, RegionsHaveHolesAndOutlines)
+{
+    add(data.writeSquare("square"), "square");
+    draw();
+    expect({{2, 2, red},
+            {8, 8, red},
+            {5, 5, paper, "in the hole"},
+            {-2, 5, paper},
+            {0, 5, blue},
+            {4, 5, blue, "the hole's edge"}});
+}
+
+TEST_F(MapWndDrawing, EveryKindOfGeometryIsSeen)
+{
+    const QByteArray point = R"({"type":"Point","coordinates":[1,1]})";
+    const QByteArray line = R"({"type":"LineString","coordinates":[[0,5],[10,5]]})";
+    const QByteArray lines = R"({"type":"MultiLineString","coordinates":[[[0,7,9],[10,7,9]],[[0,8,1],[10,8,1]]]})";
+    const QByteArray region = R"({"type":"Polygon","coordinates":[[[6,0],[9,0],[9,3],[6,3],[6,0]]]})";
+    const QByteArray mixed =
+        R"({"type":"GeometryCollection","geometries":[{"type":"MultiPoint","coordinates":[[1,11],[3,11,5]]},)"
+        R"({"type":"GeometryCollection","geometries":[{"type":"LineString","coordinates":[[5,11],[10,11]]}]}]})";
+    add(data.writeGeoJson("cad", {point, line, lines, region, mixed}), "cad");
+    draw();
+    expect({{1, 1, red, "point"},
+            {5, 5, blue, "line"},
+            {5, 7, blue, "lines in space"},
+            {5, 8, blue, "lines in space"},
+            {7.5, 1.5, red, "region"},
+            {1, 11, red, "points of a collection"},
+            {3, 11, red, "points of a collection"},
+            {7, 11, blue, "line of a collection in a collection"},
+            {3, 3, paper}});
+}
+
+TEST_F(MapWndDrawing, UpperLayersCoverLowerOnesAndHiddenOnesAreNotSeen)
+{
+    const QString square = data.writeSquare("square");
+    add(square, "below", style(red, red));
+    CTxLayer *above = add(square, "above", style(blue, blue));
+    draw();
+    expect({{2, 2, blue}});
+    map->GetLayers().Move(0, 1);
+    draw();
+    expect({{2, 2, red}});
+    map->GetLayers().Move(0, 1);
+    TxLayerStyle half = above->style();
+    half.opacity = 0.5;
+    above->setStyle(half);
+    draw();
+    expect({{2, 2, QColor(0x80, 0, 0x80)}});
+    above->SetVisible(false);
+    refresh();
+    expect({{2, 2, red}});
+}
+
+TEST_F(MapWndDrawing, LabelsAreWritten)
+{
+    TxLayerStyle labelled = style(Qt::transparent, Qt::transparent, 1);
+    CTxLayer *layer = add(data.writeGrid("grid", 2), "grid");
+    const auto darkPixels = [&](const char *field) {
+        labelled.labelField = field;
+        layer->setStyle(labelled);
+        draw();
+        return count([](QRgb pixel) { return qGray(pixel) < 80; });
+    };
+    const int without = darkPixels("no_such_field");
+    const int with = darkPixels("name");
+    EXPECT_GT(with, without + 40);
+    EXPECT_LT(with, without + 4000) << "labels do not cover one another";
+}
+
+TEST_F(MapWndDrawing, LayersOfAnotherCoordinateSystemLieWhereTheyBelong)
+{
+    add(data.writeSquare("square"), "square");
+    // The same square from (2, 2) to (8, 8) degrees, in metres.
+    const QByteArray metres =
+        R"({"type":"FeatureCollection","name":"metres","crs":{"type":"name","properties":{"name":"urn:ogc:def:crs:EPSG::3857"}},)"
+        R"("features":[{"type":"Feature","properties":{},"geometry":{"type":"Polygon","coordinates":)"
+        R"([[[222639,222684],[890556,222684],[890556,893464],[222639,893464],[222639,222684]]]}}]})";
+    add(data.write("metres.geojson", metres), "metres", style(Qt::green, Qt::green, 1));
+    draw();
+    expect({{5, 5, Qt::green}, {2.2, 7.8, Qt::green}, {1.5, 1.5, red}, {8.5, 8.5, red}});
+    const CRect2D all = map->GetBounds();
+    EXPECT_NEAR(all.right, 10, 1e-9);
+    EXPECT_NEAR(all.left, 0, 1e-9);
+}
+
+TEST_F(MapWndDrawing, RastersAreDrawnInTheirPlace)
+{
+    add(data.write("grid.asc",
+                   "ncols 2\nnrows 2\nxllcorner 0\nyllcorner 0\ncellsize 5\nNODATA_value -9\n1 -9\n50 100\n"),
+        "grid");
+    draw();
+    EXPECT_FALSE(isNear(at(2.5, 2.5), paper));
+    EXPECT_FALSE(isNear(at(2.5, 7.5), paper));
+    EXPECT_FALSE(isNear(at(2.5, 2.5), at(7.5, 2.5))) << "other heights, other colours";
+    expect({{7.5, 7.5, paper, "no data"}, {12, 5, paper}, {-1, 5, paper}});
+}
+
+TEST_F(MapWndDrawing, RastersOfAnotherCoordinateSystemLieWhereTheyBelong)
+{
+    add(data.writeSquare("square"), "square");
+    // From (0, 0) to about (9, 9) degrees, in metres; the western half low, the eastern high.
+    OGRSpatialReference mercator;
+    mercator.importFromEPSG(3857);
+    char *wkt = nullptr;
+    mercator.exportToWkt(&wkt);
+    data.write("metres.prj", wkt);
+    CPLFree(wkt);
+    add(data.write("metres.asc",
+                   "ncols 2\nnrows 2\nxllcorner 0\nyllcorner 0\ncellsize 500000\nNODATA_value -9\n1 100\n1 100\n"),
+        "metres");
+    draw();
+    const QColor west = at(2, 2);
+    EXPECT_FALSE(isNear(west, red)) << "it lies above the square";
+    expect({{4, 8, west}});
+    EXPECT_FALSE(isNear(at(5, 5), west)) << "the border is at 4.49 degrees";
+    expect({{9.5, 9.5, red, "it ends at 8.98 degrees"}});
+}
+
+TEST_F(MapWndDrawing, KindsThatOnlyTheDatabaseHoldsAreDrawn)
+{
+    CTxDataSource *database =
+        workspace.GetDataSources().Create(data.path("kinds.tdb"), "kinds", CTxDataSourceStorage::Native);
+    ASSERT_TRUE(database);
+    const auto make = [&](const char *name, CElemDatasetInfo::Type type, const CElemGeometry &geometry) {
+        CTxDatasetDef definition;
+        definition.name = name;
+        definition.type = type;
+        auto *dataset = dynamic_cast<CDatasetVector *>(database->CreateDataset(definition));
+        ASSERT_TRUE(dataset && dataset->Open()) << name;
+        CTxRecordset *records = dataset->Query(CTxQueryDef());
+        ASSERT_TRUE(records && records->AddNew() && records->SetGeometry(&geometry) && records->Update()) << name;
+        dataset->ReleaseRecordset(records);
+        CTxLayer *layer =
+            map->GetLayers().Add(std::make_unique<CTxLayer>(&workspace.GetDataSources(), "kinds", definition.name));
+        layer->setStyle(style(red, blue));
+    };
+    CGeoRegion surface; // a low face in the south-west, a high one in the north-east
+    const CPoint2D low[] = {{0, 0}, {10, 0}, {0, 10}};
+    const CPoint2D high[] = {{10, 0}, {10, 10}, {0, 10}};
+    const double lowZ[] = {0, 0, 0};
+    const double highZ[] = {100, 100, 100};
+    surface.AddSubPolygon(low, 3, lowZ);
+    surface.AddSubPolygon(high, 3, highZ);
+    make("surface", CElemDatasetInfo::TIN, surface);
+    make("text", CElemDatasetInfo::Text, CGeoText(CPoint2D(0, 11), "MMMM", 0, 1.5));
+    const CPoint2D ends[] = {{-4, -2}, {14, -2}};
+    CGeoLine edge;
+    edge.MakePolyline(ends, 2);
+    make("net", CElemDatasetInfo::Network, edge);
+    make("space", CElemDatasetInfo::Point3D, CGeoPoint(-3, 5, 17));
+    draw();
+    EXPECT_FALSE(isNear(at(2, 2), paper));
+    EXPECT_FALSE(isNear(at(2, 2), at(8, 8), 25)) << "heights have colours";
+    EXPECT_FALSE(isNear(at(2, 2), red)) << "and the layer's fill is not among them";
+    int inked = 0;
+    for (double x = 0; x < 5; x += 0.05)
+        inked += !isNear(at(x, 11.7), paper, 60);
+    EXPECT_GT(inked, 15) << "letters of the map's size";
+    expect({{12, 11.7, paper}, {5, -2, blue, "the network's edge"}, {-3, 5, red, "the point in space"}});
+}
+
+TEST_F(MapWndDrawing, WithoutAnythingToShowItSaysSo)
+{
+    for (CTxMap *shown : {static_cast<CTxMap *>(nullptr), map}) {
+        wnd.SetMap(shown);
+        EXPECT_EQ(wnd.Refresh(), shown != nullptr);
+        wnd.FinishDrawing();
+        wnd.Zoom(2);
+        wnd.Pan(QPointF(5, 5));
+        wnd.FitAll();
+        EXPECT_TRUE(wnd.GetViewBounds().IsVoid());
+        picture = wnd.grab().toImage();
+        const QRgb corner = picture.pixel(0, 0);
+        EXPECT_GT(count([corner](QRgb pixel) { return pixel != corner; }), 50);
+    }
+    EXPECT_FALSE(wnd.accessibleName().isEmpty());
+}
+
+TEST_F(MapWndDrawing, ThePaperIsThePalettesUnlessTheMapHasItsOwn)
+{
+    add(data.writeSquare("square"), "square", style(Qt::transparent, QColor(0x30, 0x30, 0x30)));
+    QPalette dark = wnd.palette();
+    dark.setColor(QPalette::Base, QColor(0x20, 0x20, 0x20));
+    wnd.setPalette(dark);
+    draw();
+    expect({{-2, 5, paper}, {0, 5, QColor(0x30, 0x30, 0x30)}});
+    map->SetBackground(QColor());
+    draw();
+    expect({{-2, 5, QColor(0x20, 0x20, 0x20)}});
+    EXPECT_GT(at(0, 5).lightness(), 0x50) << "lines are made legible";
+}
+
+} // namespace
