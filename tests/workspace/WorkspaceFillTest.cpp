@@ -226,7 +226,7 @@ TEST_F(WorkspaceFill, IconsTellOpenFromClosedButTablesAlwaysLookOpen)
 
 TEST_F(WorkspaceFill, NamesThatDifferInCaseAloneShowTheirOwnState)
 {
-    CTxDataSource *source = openLayers(a, {{QStringLiteral("Roads"), point}, {QStringLiteral("ROADS"), point}});
+    CTxDataSource *source = openLayers(a, {{u"Roads"_s}, {u"ROADS"_s}});
     ASSERT_NE(source, nullptr);
     fillAll();
     CTxDataset *second = source->GetDataset(QStringLiteral("ROADS"));
