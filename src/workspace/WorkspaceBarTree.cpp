@@ -11,11 +11,13 @@
 #include "workspace/WorkspaceTreePrivate.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLoggingCategory>
 #include <QMimeData>
 #include <QToolTip>
+#include <QUrl>
 
 Q_LOGGING_CATEGORY(lcWorkspace, "terravox.workspace", QtInfoMsg)
 
@@ -169,13 +171,15 @@ void CWorkspaceBarTree::SetExpand(FillType type)
 
 QStringList CWorkspaceBarTree::mimeTypes() const
 {
-    return {CTdOleDataNode::mimeType(), QStringLiteral("text/plain")};
+    return {CTdOleDataNode::mimeType(), QStringLiteral("text/plain"), QStringLiteral("text/uri-list")};
 }
 
-/// One node for all of @p items: kind and names of the first, an entry for each.
+/// One node for all of @p items: kind and names of the first, an entry for each; and the files of datasources, for
+/// other programs.
 QMimeData *CWorkspaceBarTree::mimeData(const QList<QTreeWidgetItem *> &items) const
 {
     CTdOleDataNode dragged;
+    QList<QUrl> files;
     for (const QTreeWidgetItem *item : items) {
         const CTdOleDataNode *node = GetItemNode(item);
         if (!node)
@@ -184,11 +188,17 @@ QMimeData *CWorkspaceBarTree::mimeData(const QList<QTreeWidgetItem *> &items) co
             dragged = *node;
         else
             dragged.entries += node->entries;
+        const CTxDataSource *source =
+            node->itemType == CTdOleDataNode::ItemDataSource ? d->dataSource(node->name) : nullptr;
+        if (source && QFileInfo::exists(source->GetPath()))
+            files.append(QUrl::fromLocalFile(QFileInfo(source->GetPath()).absoluteFilePath()));
     }
     if (dragged.entries.isEmpty())
         return nullptr;
     auto mime = std::make_unique<QMimeData>();
     dragged.toMime(*mime);
+    if (!files.isEmpty())
+        mime->setUrls(files);
     return mime.release();
 }
 

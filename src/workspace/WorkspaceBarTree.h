@@ -156,6 +156,8 @@ public:
 
     QStringList mimeTypes() const override;
     QMimeData *mimeData(const QList<QTreeWidgetItem *> &items) const override;
+    /// Copies only: after a move the tree would delete the items, and a file manager the datasource's file.
+    Qt::DropActions supportedDropActions() const override { return Qt::CopyAction; }
 
 protected:
     bool event(QEvent *event) override;

@@ -1,6 +1,7 @@
 #include "WorkspaceFixture.h"
 
 #include <QMimeData>
+#include <QUrl>
 
 #include <random>
 
@@ -167,7 +168,18 @@ TEST_F(WorkspaceItems, AreDraggedAsOneNode)
     EXPECT_EQ(node.itemType, Node::ItemDataset);
     EXPECT_EQ(node.entries.last().itemName, u"q"_s);
     EXPECT_EQ(node.entries.last().alias, a);
+    EXPECT_FALSE(mime->hasUrls());
     EXPECT_EQ(tree.mimeData({}), nullptr);
+}
+
+TEST_F(WorkspaceItems, OfDatasourcesAreDraggedWithTheirFileWhichIsNeverMoved)
+{
+    const std::unique_ptr<QMimeData> mime(tree.mimeData({sourceItem(a)}));
+    CTxDataSource *source = nullptr;
+    ASSERT_TRUE(mime && workspace.GetDataSources().Lookup(a, source));
+    EXPECT_EQ(mime->urls(), QList<QUrl>{QUrl::fromLocalFile(source->GetPath())});
+    EXPECT_EQ(mime->text(), a);
+    EXPECT_EQ(tree.model()->supportedDragActions(), Qt::CopyAction);
 }
 
 } // namespace
