@@ -24,6 +24,7 @@ TEST(ShowText, PrintsThePartsThatTheFlagsName)
                                                      {4, "^\\t\\d\\d:\\d\\d:\\d\\d$"},
                                                      {7, "^Import:\\tdone 100%s\\t\\d\\d:\\d\\d:\\d\\d$"},
                                                      {0xFFFFFFF8u, "^$"}};
+    EXPECT_FALSE(Methods::ShowText(u"Import"_s, u"lost"_s, 3)) << "there is no main window";
     HostWindow host;
     for (const auto &[flags, pattern] : rows) {
         EXPECT_TRUE(Methods::ShowText(u"Import"_s, u"done 100%s"_s, flags));
@@ -34,11 +35,6 @@ TEST(ShowText, PrintsThePartsThatTheFlagsName)
     EXPECT_EQ(host.m_messages.size(), std::size(rows));
     EXPECT_TRUE(Methods::ShowText(TdStringId::TreeMaps, TdStringId::TreeScenes, 3));
     EXPECT_EQ(host.m_texts.last(), u"Maps:\t3D Scenes"_s);
-}
-
-TEST(ShowText, WithoutAMainWindowIsLost)
-{
-    EXPECT_FALSE(Methods::ShowText(u"Import"_s, u"done"_s, 3));
 }
 
 TEST(PromptWrong, DoesNothing)

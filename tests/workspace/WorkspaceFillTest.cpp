@@ -238,13 +238,8 @@ TEST_F(WorkspaceFill, NamesThatDifferInCaseAloneShowTheirOwnState)
 
 TEST_F(WorkspaceFill, TakesAliasesAndNamesOfAnyKind)
 {
-    const QStringList odd = {QString(10000, u'n'),
-                             u"\u05E9\u05DC\u05D5\u05DD"_s,
-                             u"\U0001F5FA\uFE0F map"_s,
-                             u"a\nb\tc"_s,
-                             u"<b>x</b>"_s,
-                             u"Roads"_s,
-                             u"roads"_s};
+    const QStringList odd = u"\u05E9\u05DC\u05D5\u05DD|\U0001F5FA\uFE0F map|a\nb\tc|<b>x</b>|Roads|roads"_s.split(u'|')
+                            << QString(10000, u'n');
     for (const QString &name : odd) {
         openLayers(name, {{u"Data"_s}, {u"data"_s, line}});
         workspace.GetMaps().Add(name);
