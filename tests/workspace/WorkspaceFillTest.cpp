@@ -229,11 +229,11 @@ TEST_F(WorkspaceFill, NamesThatDifferInCaseAloneShowTheirOwnState)
     CTxDataSource *source = openLayers(a, {{u"Roads"_s}, {u"ROADS"_s}});
     ASSERT_NE(source, nullptr);
     fillAll();
-    CTxDataset *second = source->GetDataset(QStringLiteral("ROADS"));
+    CTxDataset *second = source->GetDataset(u"ROADS"_s);
     ASSERT_TRUE(second && second->Open());
     EXPECT_EQ(tree.ChangeItemState(second), 1);
-    EXPECT_EQ(Tree::GetItemImage(find(Node::ItemDataset, QStringLiteral("ROADS"), a)), 25);
-    EXPECT_EQ(Tree::GetItemImage(find(Node::ItemDataset, QStringLiteral("Roads"), a)), 26);
+    EXPECT_EQ(Tree::GetItemImage(find(Node::ItemDataset, u"ROADS"_s, a)), 25);
+    EXPECT_EQ(Tree::GetItemImage(find(Node::ItemDataset, u"Roads"_s, a)), 26);
 }
 
 TEST_F(WorkspaceFill, TakesAliasesAndNamesOfAnyKind)
