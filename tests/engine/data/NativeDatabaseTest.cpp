@@ -178,7 +178,7 @@ TEST_F(NativeDatabase, LibraryGoesWithItsIndexAndTiles)
     source = reopen();
     EXPECT_EQ(source->GetDatasetCount(), 1);
     for (const char *gone : {"Sheets", "Sheets_Tile", "SheetA"})
-        EXPECT_FALSE(source->GetDataset(QString::fromLatin1(gone))) << gone;
+        EXPECT_FALSE(source->GetDataset(gone)) << gone;
     EXPECT_TRUE(source->GetDataset("Towns")) << "listed by the index, but a dataset of its own";
 }
 

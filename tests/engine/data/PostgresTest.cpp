@@ -71,8 +71,8 @@ private:
         for (const QString &version :
              versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed))
             folders.append(versions.filePath(version + "/bin"));
-        const QString found = QStandardPaths::findExecutable(QString::fromLatin1(name), folders);
-        return found.isEmpty() ? QStandardPaths::findExecutable(QString::fromLatin1(name)) : found;
+        const QString found = QStandardPaths::findExecutable(name, folders);
+        return found.isEmpty() ? QStandardPaths::findExecutable(name) : found;
     }
 
     static void asServer(QProcess &process)

@@ -25,7 +25,7 @@ protected:
     /// Writes an ASCII grid of 1 m cells whose lower left corner is (x, y); rows from the north.
     QString writeGrid(const char *name, int x, int y, const QList<QList<int>> &rows)
     {
-        QFile file(path(QString::fromLatin1(name)));
+        QFile file(path(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(QStringLiteral("ncols %1\nnrows %2\nxllcorner %3\nyllcorner %4\ncellsize 1\nNODATA_value -1\n")
                        .arg(QString::number(rows.first().size()), QString::number(rows.size()), QString::number(x),

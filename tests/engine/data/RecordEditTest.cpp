@@ -306,7 +306,7 @@ TEST_F(RecordEdit, FieldsAreAddedWholeOrNotAtAll)
     CTxFieldInfos bad = {Field("Good", Field::Long), Field("Bad", 77)};
     EXPECT_FALSE(towns->CreateFields(bad));
     for (const char *name : {"", "Tx ID", "TxID", "TxArea", "select", "size", "9a", "a-b", "a\"b"})
-        EXPECT_FALSE(towns->CreateField(QString::fromLatin1(name), Field::Long, 0, 0)) << name;
+        EXPECT_FALSE(towns->CreateField(name, Field::Long, 0, 0)) << name;
     EXPECT_EQ(towns->GetFieldCount(), before);
 
     Field amount("Amount", Field::Currency);

@@ -79,12 +79,4 @@ TEST(MapView, ZoomStopsAtTheEndsAndIgnoresNonsense)
         EXPECT_EQ(in.zoomed(factor, QPointF()), in);
 }
 
-TEST(MapView, PanMovesThePictureWithThePointer)
-{
-    const MapView view(CPoint2D(10, 10), 2, size);
-    const MapView moved = view.panned(QPointF(30, -5));
-    EXPECT_EQ(moved.toPixel(CPoint2D(10, 10)), QPointF(230, 95));
-    EXPECT_EQ(moved.scale(), view.scale());
-}
-
 } // namespace

@@ -167,7 +167,7 @@ TEST_P(BadWorkspace, IsRefusedWithAReason)
 {
     QString error;
     EXPECT_FALSE(TxWorkspaceReader::read(GetParam().xml, error));
-    EXPECT_TRUE(error.contains(QString::fromUtf8(GetParam().says))) << qPrintable(error);
+    EXPECT_TRUE(error.contains(GetParam().says)) << qPrintable(error);
 }
 
 INSTANTIATE_TEST_SUITE_P(

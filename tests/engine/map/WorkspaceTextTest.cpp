@@ -38,9 +38,9 @@ class PortablePath : public testing::TestWithParam<PathRow>
 TEST_P(PortablePath, GoesThereAndBack)
 {
     const QString folder = "/home/ada/maps";
-    const QString path = QString::fromUtf8(GetParam().path);
+    const QString path = GetParam().path;
     const QString stored = TxPortablePath::toStored(path, folder);
-    EXPECT_EQ(stored, QString::fromUtf8(GetParam().stored));
+    EXPECT_EQ(stored, GetParam().stored);
     EXPECT_EQ(TxPortablePath::fromStored(stored, folder), path);
 }
 
@@ -81,7 +81,7 @@ TEST(PortablePath, PasswordsAreTakenOut)
         {"/home/ada/password=1.tdb", "/home/ada/password=1.tdb"},
     };
     for (const auto &[connection, expected] : rows) {
-        QString result = TxPortablePath::withoutPassword(QString::fromUtf8(connection));
+        QString result = TxPortablePath::withoutPassword(connection);
         EXPECT_FALSE(result.contains("secret")) << connection;
         EXPECT_EQ(result.replace(": ", ":").toStdString(), expected) << connection;
     }
