@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -116,7 +117,8 @@ Prompts::Unsaved DialogPrompts::unsaved(QWidget *parent, const QString &name)
 
 bool DialogPrompts::confirm(QWidget *parent, const QString &question, const QString &explanation, const QString &button)
 {
-    QMessageBox box(QMessageBox::Warning, QCoreApplication::applicationName(), question, QMessageBox::Cancel, parent);
+    QMessageBox box(QMessageBox::Warning, QGuiApplication::applicationDisplayName(), question, QMessageBox::Cancel,
+                    parent);
     box.setInformativeText(explanation);
     const QPushButton *yes = box.addButton(button, QMessageBox::AcceptRole);
     box.setDefaultButton(QMessageBox::Cancel);
@@ -126,7 +128,7 @@ bool DialogPrompts::confirm(QWidget *parent, const QString &question, const QStr
 
 void DialogPrompts::warn(QWidget *parent, const QString &what, const QString &why)
 {
-    QMessageBox box(QMessageBox::Warning, QCoreApplication::applicationName(), what, QMessageBox::Ok, parent);
+    QMessageBox box(QMessageBox::Warning, QGuiApplication::applicationDisplayName(), what, QMessageBox::Ok, parent);
     box.setInformativeText(why);
     box.exec();
 }
