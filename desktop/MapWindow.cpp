@@ -42,7 +42,14 @@ void MapWindow::refresh()
 double MapWindow::scaleDenominator() const
 {
     const CRect2D view = m_canvas->GetViewBounds();
-    if (!map() || map()->GetLayers().GetCount() == 0 || view.IsVoid() || m_canvas->width() < 1)
+    if (!map() || view.IsVoid() || m_canvas->width() < 1)
+        return 0;
+    // Without a dataset there is nobody to tell the unit of the coordinates.
+    const CTxLayers &layers = map()->GetLayers();
+    int layer = 0;
+    while (layer < layers.GetCount() && !layers.GetLayerAt(layer)->GetDataset())
+        ++layer;
+    if (layer == layers.GetCount())
         return 0;
     constexpr double metresPerDegree = 6378137.0 * std::numbers::pi / 180.0; // along the equator of WGS 84
     CTxPJCoordSys system;
