@@ -38,10 +38,48 @@ qint64 endOfBlocks(GDALRasterBand &band)
     return end;
 }
 
+/// The byte behind the lists that tell where the image's blocks are. The driver takes lists behind the end of the file
+/// for those of an image whose blocks are left out. 0 when the file is no TIFF.
+qint64 endOfBlockLists(const QString &path)
+{
+    constexpr std::array listTags = {273u, 279u, 324u, 325u}; // offsets and sizes of strips and tiles
+    constexpr std::array<quint32, 19> valueSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4, 0, 0, 8, 8, 8}; // by type
+    static constexpr quint64 beyondAnyFile = Q_UINT64_C(1) << 50;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray header = file.read(16);
+    const bool bigEndian = header.startsWith('M');
+    const auto number = [bigEndian](const QByteArray &bytes, qsizetype at, qsizetype size) {
+        quint64 value = 0;
+        for (qsizetype i = 0; i < size && at + i < bytes.size(); ++i)
+            value |= quint64(static_cast<uchar>(bytes[at + i])) << (8 * (bigEndian ? size - 1 - i : i));
+        return std::min(value, beyondAnyFile);
+    };
+    const bool wide = number(header, 2, 2) == 43; // 64-bit offsets
+    const qsizetype offsetSize = wide ? 8 : 4;
+    const qsizetype countSize = wide ? 8 : 2;
+    const qsizetype entrySize = 4 + 2 * offsetSize; // tag, type, number of values, offset of the values
+    if (!file.seek(qint64(number(header, offsetSize, offsetSize))))
+        return 0;
+    const quint64 count = std::min(number(file.read(countSize), 0, countSize), quint64(0xffff));
+    const QByteArray entries = file.read(qint64(count) * entrySize);
+    quint64 end = 0;
+    for (qsizetype at = 0; at + entrySize <= entries.size(); at += entrySize) {
+        const quint64 type = number(entries, at + 2, 2);
+        const quint64 values = number(entries, at + 4, offsetSize);
+        const quint64 size = type < valueSizes.size() ? valueSizes[type] * values : 0;
+        const bool isList = std::find(listTags.begin(), listTags.end(), number(entries, at, 2)) != listTags.end();
+        if (isList && size > quint64(offsetSize)) // short lists stand in place of the offset
+            end = std::max(end, number(entries, at + 4 + offsetSize, offsetSize) + size);
+    }
+    return qint64(end);
+}
+
 QString tiffDamage(GDALDataset &gdal, const QString &path)
 {
     const qint64 fileSize = QFileInfo(path).size();
-    qint64 end = 0;
+    qint64 end = endOfBlockLists(path);
     for (const int band : {1, gdal.GetRasterCount()})
         end = std::max(end, endOfBlocks(*gdal.GetRasterBand(band)));
     return end > fileSize ? QStringLiteral("is cut: it has %1 bytes of %2").arg(fileSize).arg(end) : QString();

@@ -158,6 +158,7 @@ const BadRow badRows[] = {
     {"TAB, half", "", "p.tab", half},
     {"DXF, half", "", "p.dxf", half},
     {"TIFF, 8 bytes", "", "c.tif", [](auto &path, auto &) { cutTo(path, 0, 8); }},
+    {"TIFF, cut before the places of its strips", "is cut", "c.tif", [](auto &path, auto &) { cutTo(path, 0, 240); }},
     {"TIFF, half", "is cut", "c.tif", half},
     {"PNG, half", "is cut", "c.png", half},
     {"JPEG, half", "is cut", "c.jpg", half},
