@@ -101,12 +101,16 @@ bool WorkspaceDocument::openWorkspace(const QString &path)
         Q_EMIT failed(tr("%1 could not be opened.").arg(shown(path)), lastError());
         return false;
     }
+    QStringList held;
+    for (int index = 0; index < m_workspace->GetDataSources().GetCount(); ++index)
+        held.append(m_workspace->GetDataSources().GetAt(index)->GetPath());
     replaceWorkspace(std::move(workspace));
-    // What the old workspace held for itself alone is free now.
+    // What the old workspace kept locked, by a transaction that was open, is free now.
     const QList<TxMissingDataSource> missing = m_workspace->GetMissingDataSources();
-    for (const TxMissingDataSource &source : missing)
-        if (source.options & CTxDataSource::Exclusive)
+    for (const TxMissingDataSource &source : missing) {
+        if (held.contains(source.path))
             m_workspace->RetryMissingDataSource(source.alias);
+    }
     Q_EMIT used(path);
     Q_EMIT told(tr("Opened the workspace %1.").arg(QFileInfo(path).fileName()));
     tellMissing();

@@ -41,10 +41,9 @@ class TX_EXPORT CTxDataSource
 public:
     /// How a datasource is opened; the flags are combined. Do not change the values.
     enum OpenOption : quint32 {
-        Internal = 0x1,     ///< not for pickers
-        Normal = 0x2,       ///< opened for users; every datasource has it that is not internal
-        OpenReadOnly = 0x4, ///< changes are refused
-        Exclusive = 0x8     ///< no other program may change it meanwhile, where the storage can promise that
+        Internal = 0x1,    ///< not for pickers
+        Normal = 0x2,      ///< opened for users; every datasource has it that is not internal
+        OpenReadOnly = 0x4 ///< changes are refused
     };
 
     /// What a datasource can do; asked by HasCapability(). Do not change the values.
