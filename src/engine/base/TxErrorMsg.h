@@ -6,7 +6,8 @@
 
 /// The engine's last error.
 ///
-/// Every engine operation that fails says here what failed and why, in one or more sentences for people. A success does
+/// An engine operation that fails on data or storage says here what failed and why, in one or more sentences for people.
+/// Collections that refuse a name for the one reason that their comment gives, and look-ups, say nothing. A success does
 /// not clear it. What the libraries beneath the engine report (GDAL, PROJ, SQLite) is caught, never printed, and joins
 /// the text.
 class TX_EXPORT CTxErrorMsg
