@@ -1,22 +1,33 @@
 #pragma once
 
+#include "common/LineDesc.h"
 #include "common/SuggestiveTextFormat.h"
 #include "common/TdCommonExport.h"
+#include "engine/data/DatasetRaster.h"
 #include "engine/data/ElemDataEnc.h"
+#include "engine/data/TxFieldInfo.h"
+#include "engine/geometry/Point2Ds.h"
+#include "engine/geometry/Rect2D.h"
 
 #include <QByteArray>
+#include <QList>
+#include <QPoint>
 #include <QString>
 #include <QStringList>
 
+class CDatasetVector;
+class CElemGeometry;
+class CGeoCompound;
 class CTdOleDataNode;
 class CTxDataset;
 class CTxDataSource;
 class CTxRecordset;
 class CTxVariant;
 class CTxWorkspace;
+class QWidget;
 
-/// The common GIS methods: names and masks of the engine's codes, texts of values, messages to user and log, and the
-/// way from names to engine objects.
+/// The common GIS methods: names and masks of the engine's codes, texts of values, fields and records, plane geometry,
+/// messages to user and log, the way from names to engine objects and the end of a dataset's life.
 ///
 /// Names are display texts in the current language. Masks have one bit for a code, 0 for a code without one. Nothing
 /// here keeps state, and nothing throws. User-interface thread only.
@@ -81,9 +92,94 @@ public:
 
     /// The display text of a field's value.
     static QString VAR2STR(const CTxVariant &value);
+    /// @p text filled up with "0" at its end to @p width characters; a text that is as long or longer is cut to its
+    /// first 13 characters, whatever the width.
+    static QString StringAlign(const QString &text, int width);
+
+    /// @}
+    /// @name Fields and records
+    ///
+    /// What creates, appends or copies answers what the engine answers. A failure is told to the main window as one
+    /// line of text for its output pane (host message 1124), with the engine's last error.
+    /// @{
+
+    /// True for the name of a field that the engine keeps itself, and for "TXUSERID" in any letter case.
+    static bool IsSysFieldName(const QString &name);
+    /// True when a new field of @p dataset may bear @p name: it does not begin with "Tx" in any letter case, and the
+    /// engine's own rule allows it (CDatasetVector::IsAvailableFieldName). False for null.
+    static bool IsAvailableFieldName(const CDatasetVector *dataset, const QString &name);
+    /// True when a new dataset may bear @p name (CTxDataSource::IsAvailableDatasetName). False for null.
+    static bool IsAvailableDatasetName(const CTxDataSource *dataSource, const QString &name);
+    /// True for short, long, single, double, numeric and float fields; byte, currency and boolean are none.
+    static bool IsNumericField(CTxFieldInfo info);
+    /// Adds to @p target every user field of @p source whose name (letter case counts) it lacks. @return true always;
+    /// fields that could not be made are reported. A null dataset changes nothing.
+    static bool CopyFieldInfo(const CDatasetVector *source, CDatasetVector *target);
+    /// Writes the user values of the current record of @p source into the record of @p target that the caller opened
+    /// for adding or editing, by field name. The caller updates it. @return true when at least one value was written.
+    static bool CopyFieldValue(const CTxRecordset *source, CTxRecordset *target);
+    /// Adds the fields, all or none. False for null.
+    static bool CreateFields(CDatasetVector *dataset, const CTxFieldInfos &infos);
+    /// Adds one field. False for null.
+    static bool CreateField(CDatasetVector *dataset, const CTxFieldInfo &info);
+    static bool CreateField(CDatasetVector *dataset, const QString &name, qint16 type, qint32 size, quint32 flags);
+    /// Appends the records of @p source to @p target; see CDatasetVector::Append. False for null.
+    static bool Append(CDatasetVector *target, CTxRecordset *source, bool flag, const QString &name,
+                       const CRect2D &bounds);
+    /// Lays one raster into another; see CDatasetRaster::Append. False for null.
+    static bool Append(CDatasetRaster *target, CDatasetRaster *source, bool flag);
+    /// Lays an image file into a raster; see CDatasetRaster::Append. False for null.
+    static bool Append(CDatasetRaster *target, const QString &path, const CRect2D &bounds,
+                       CDatasetRaster::FileType type, bool flag);
+    /// Makes an empty dataset like @p source; see CTxDataSource::CreateDatasetFrom. Null for null.
+    static CTxDataset *CreateDatasetFrom(CTxDataSource *dataSource, const QString &name, const CTxDataset *source,
+                                         CElemDataEnc::encType encoding);
     /// Gives a recordset back to its dataset and sets the pointer to null. A pointer to a recordset that is dead
     /// already is only set to null.
     static void ReleaseRecordset(CTxRecordset *&recordset);
+
+    /// @}
+    /// @name Plane geometry
+    ///
+    /// On whole points of the screen, where y grows downwards, and on points of the map, where y grows upwards.
+    /// @{
+
+    /// The distance of two screen points, its fraction cut off. The squares are formed in 32 bits, so it is right up to
+    /// coordinate differences of 46,340.
+    static int Distance(const QPoint &a, const QPoint &b);
+    /// The mathematical angle of the direction from @p b to @p a on the screen, in radians in (-pi, pi]; 0 for a point
+    /// with itself.
+    static double AngleFromPoint(const QPoint &a, const QPoint &b);
+    /// The screen point at @p angle (degrees, counter-clockwise) and @p length from @p origin. The length is scaled by
+    /// 100/255 first, the callers' unit in pixels.
+    static QPoint PtFromAngle(double angle, double length, const QPoint &origin);
+    /// The slope of the line through two screen points; LineDesc::vertical when it is vertical.
+    static double Slope(const QPoint &a, const QPoint &b);
+    /// The y-intercept of the line, stored into its c unless it is vertical and returned; for a vertical line its y.
+    static double FindC(LineDesc &line);
+    /// Where two lines whose c is known meet, its fractions cut off; (0, 0) for lines of equal slope.
+    static QPoint Intersection(const LineDesc &l1, const LineDesc &l2);
+    /// The point at @p distance from @p a on the line through @p a and @p b, on the side where it is no further than
+    /// @p tolerance from both; else on the other side.
+    static QPoint PointOnLine(const QPoint &a, const QPoint &b, int distance, int tolerance);
+    /// True when the two map points differ by less than 1e-10 in x and in y.
+    static bool IsTheSamePoint(const CPoint2D &p, const CPoint2D &q);
+    /// The counter-clockwise angle of the direction @p from - @p to from the x axis, in radians in [0, 2 pi); pi for a
+    /// point with itself.
+    static double CalAzimuth(const CPoint2D &from, const CPoint2D &to);
+    /// Drops a perpendicular from @p p onto the line through @p a and @p b. @param[out] foot where it ends
+    /// @return true when the foot falls on the segment from a to b (CTxOperator::IsPntOnLinesect).
+    static bool PointProjectToLineset(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, CPoint2D &foot);
+    /// Adds to @p out the line parallel to the polyline of @p count @p points at @p distance, to the left of its
+    /// direction for a positive distance. @return false for fewer than two points, and for a distance below 1e-10.
+    static bool ParallelLine(const CPoint2D *points, qint32 count, double distance, CPoint2Ds &out);
+    /// Adds the members of @p compound to @p out, those of member compounds in their place. They stay the compound's.
+    /// @return false for null and for a compound without members.
+    static bool SplitGeoCompound(const CGeoCompound *compound, QList<CElemGeometry *> *out);
+    /// Smooths every line of at most 3000 points that @p recordset gives, from its first record on, and writes it back;
+    /// the ends of its parts stay. @return false for null, when the dataset is neither of lines nor CAD, and when
+    /// memory runs out.
+    static bool LineMakeSmooth(CTxRecordset *recordset);
 
     /// @}
     /// @name Messages to user and log
@@ -121,6 +217,40 @@ public:
     static CTxDataset *GetDataset(const CTxWorkspace *workspace, const CTdOleDataNode &node);
     /// The folder of the host's executable, with a separator at its end.
     static QString GetAppDir();
+    /// Lets the user choose a folder. @p owner is the parent of the browser (null: the main window).
+    /// @return the folder, @p initial when the user cancels.
+    static QString GetFolder(QWidget *owner, const QString &initial, const QString &title);
+
+    /// @}
+    /// @name The end of a dataset's life
+    ///
+    /// The main window is told before and after, as host messages with a data node that names the dataset, so that
+    /// windows let go of it in time. Without a main window nothing is closed or deleted. Names that nothing is found
+    /// for are skipped.
+    /// @{
+
+    /// Closes a dataset (messages 1165 and 1166).
+    static void CloseDataset(CTxDataSource *dataSource, CTxDataset *dataset);
+    static void CloseDataset(CTxDataSource *dataSource, const QString &name);
+    static void CloseDataset(CTxWorkspace *workspace, const QString &alias, const QString &name);
+    /// Closes the datasets that @p node names, in its order.
+    static void CloseDatasets(CTxWorkspace *workspace, const CTdOleDataNode *node);
+    /// Deletes a dataset for good (messages 1167 and 1168). The caller has asked the user.
+    static void DeleteDataset(CTxDataSource *dataSource, const CTxDataset *dataset);
+    static void DeleteDataset(CTxDataSource *dataSource, const QString &name);
+    static void DeleteDataset(CTxWorkspace *workspace, const QString &alias, const QString &name);
+    /// Deletes the datasets that @p node names, in its order.
+    static void DeleteDatasets(CTxWorkspace *workspace, const CTdOleDataNode *node);
+    /// Does nothing: the host closes its datasources itself; see docs/oddities.md.
+    static void CloseDataSource(CTxDataSource *dataSource);
+    static void CloseDataSource(CTxWorkspace *workspace, const QString &alias);
+    static void CloseDataSources(CTxWorkspace *workspace, const CTdOleDataNode *node);
+    /// Closes a dataset, or the child attached to it, that an operation needs closed. The host is asked to let it go
+    /// (message 1173); if it is still open then, the user is asked.
+    /// @return true when the library closed it; false when the user refused, for null, and when the host took care of
+    /// it.
+    static bool PromoteCloseDataset(CTxDataset *dataset);
+    static bool PromoteCloseDataset(CTxWorkspace *workspace, const QString &alias, const QString &name);
 
     /// @}
 };

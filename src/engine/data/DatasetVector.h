@@ -1,10 +1,25 @@
 #pragma once
 
+#include "engine/base/TxProgress.h"
 #include "engine/data/TxDataset.h"
 #include "engine/data/TxFieldInfo.h"
 
 class CTxQueryDef;
 class CTxRecordset;
+class CTxVariant;
+
+/// How CDatasetVector::Append() works. A value type.
+struct TX_EXPORT CTxAppendDef
+{
+    /// A text field of the target that gets the name of the dataset each record came from; made when it is missing.
+    /// Empty for none.
+    QString tagField;
+    /// Only what lies in this rectangle (in the target's coordinate system) is appended: lines and regions are cut at
+    /// its edge, points and texts beyond it left out. Void for everything.
+    CRect2D bounds;
+    /// Counts records.
+    TxProgress progress;
+};
 
 /// A dataset of records with fields and, but for tables, a geometry each.
 ///
@@ -50,6 +65,26 @@ public:
 
     /// How many records there are, -1 when it cannot be told. May have to count.
     qint64 GetRecordCount() const;
+
+    /// Appends the records of @p source, from its first to its last, which may belong to any vector dataset of any
+    /// datasource. Values go to the fields of the same name (letter case ignored) and are converted to their types;
+    /// geometries are converted to the kind and the coordinate system of this dataset. System fields and fields that
+    /// this dataset lacks are left out.
+    ///
+    /// All or nothing: when a record does not fit, the storage fails or the progress function stops it, the dataset is
+    /// as it was before, and the error text says what failed at which record, and how far it came. The dataset must be
+    /// open. Afterwards @p source stands at its end.
+    bool Append(CTxRecordset *source, const CTxAppendDef &def = {});
+    /// The same with the engine's progress dialog (CTxDlgProgress) when @p flag is true.
+    /// @param name the tag field, @p bounds the clip rectangle, as in CTxAppendDef
+    bool Append(CTxRecordset *source, bool flag, const QString &name, const CRect2D &bounds);
+
+    /// The different values of the field called @p field over all records that meet @p filter (an SQL condition; empty
+    /// for all), ascending, a null value first if there is one. At most @p limit of them (the smallest; -1 for all).
+    /// @return false when the dataset is closed, has no such field or the condition is no SQL; and when @p progress
+    /// (counting records) stops it.
+    bool GetDistinctValues(const QString &field, QList<CTxVariant> &values, qint64 limit = -1,
+                           const QString &filter = {}, const TxProgress &progress = {}) const;
 
     /// Of a library (tiled) dataset the name of its tile index dataset in the same datasource; else empty.
     QString GetTileIndexName() const;
