@@ -2,8 +2,6 @@
 #include "common/TdCommMethods.h"
 #include "engine/base/TxNumberText.h"
 #include "engine/base/TxVariant.h"
-#include "engine/data/DatasetVector.h"
-#include "engine/data/TxRecordset.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -82,9 +80,9 @@ QString CTdCommMethods::VAR2STR(const CTxVariant &value)
     return row ? row->text(value) : QString();
 }
 
-void CTdCommMethods::ReleaseRecordset(CTxRecordset *&recordset)
+QString CTdCommMethods::StringAlign(const QString &text, int width)
 {
-    if (CDatasetVector *dataset = CTxRecordset::GetDatasetOf(recordset))
-        dataset->ReleaseRecordset(recordset);
-    recordset = nullptr;
+    // Deliberate: the fixed 13 is the room that columns of numbers have, whatever width was asked for.
+    constexpr int room = 13;
+    return text.size() < width ? text.leftJustified(width, u'0') : text.left(room);
 }

@@ -5,7 +5,9 @@
 
 namespace {
 
-/// The names of the fields that the engine keeps.
+/// What the names of all fields begin with that the engine keeps.
+constexpr QStringView systemPrefix = u"Tx";
+/// Those names.
 constexpr std::array systemNames = {
     u"TxID",    u"TxParentID", u"TxLength", u"TxArea",    u"TxPerimeter", u"TxGeometry",    u"TxEdgeID",
     u"TxFNode", u"TxTNode",    u"TxNodeID", u"TxRouteID", u"TxText",      u"TxLibTileName",
@@ -20,7 +22,11 @@ CTxFieldInfo::CTxFieldInfo(const QString &name, qint16 type, qint32 size, quint3
 
 bool CTxFieldInfo::IsSystemField() const
 {
-    return (m_flags & System) != 0 || std::any_of(systemNames.begin(), systemNames.end(), [this](const char16_t *name) {
+    if ((m_flags & System) != 0)
+        return true;
+    // Asked for every field of every record that is copied: most names are told by their beginning.
+    return m_name.startsWith(systemPrefix, Qt::CaseInsensitive) &&
+           std::any_of(systemNames.begin(), systemNames.end(), [this](const char16_t *name) {
                return m_name.compare(QStringView(name), Qt::CaseInsensitive) == 0;
            });
 }
