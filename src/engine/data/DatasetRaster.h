@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/base/TxProgress.h"
 #include "engine/data/TxDataset.h"
 
 #include <QImage>
@@ -52,10 +53,12 @@ public:
 
     /// Mosaics @p source into this dataset: cells of the source that hold data replace what was there; nearest cell
     /// where the resolution or the coordinate system differs. With @p flag false only cells without data are filled.
-    /// @return false when either is closed, this is read-only, or the two do not overlap.
-    bool Append(CDatasetRaster *source, bool flag = true);
+    /// @param progress counts rows of cells
+    /// @return false when either is closed, this is read-only, the two do not overlap, or @p progress stops it.
+    bool Append(CDatasetRaster *source, bool flag = true, const TxProgress &progress = {});
     /// Mosaics an image file, laid into @p bounds (void: the file's own georeference), into this dataset.
-    bool Append(const QString &path, const CRect2D &bounds, FileType type = AutoDetect, bool flag = true);
+    bool Append(const QString &path, const CRect2D &bounds, FileType type = AutoDetect, bool flag = true,
+                const TxProgress &progress = {});
 
 private:
     friend class TxDataSourcePrivate;

@@ -41,13 +41,13 @@ QString refusal(const CDatasetRaster &dataset)
 }
 
 /// Lays @p source into the open dataset behind @p d, which is opened for changes meanwhile.
-bool append(TxRasterPrivate &d, GDALDataset &source, const CRect2D &bounds, bool replace)
+bool append(TxRasterPrivate &d, GDALDataset &source, const CRect2D &bounds, bool replace, const TxProgress &progress)
 {
     const TxGdal::ErrorCollector errors;
     const QString failure = QStringLiteral("Nothing was laid into “%1”").arg(d.q->GetName());
     d.dataSource().endRecordsets();
     TxGdal::DatasetPtr target = d.openRaster(GDAL_OF_UPDATE);
-    bool done = target && TxRasterMosaic::lay(*target, source, bounds, replace);
+    bool done = target && TxRasterMosaic::lay(*target, source, bounds, replace, progress);
     target.reset(); // writes what is left, which may fail as well
     done = done && !errors.hasFailure();
     d.gdal = d.openRaster(GDAL_OF_READONLY);
@@ -57,7 +57,7 @@ bool append(TxRasterPrivate &d, GDALDataset &source, const CRect2D &bounds, bool
 
 } // namespace
 
-bool CDatasetRaster::Append(CDatasetRaster *source, bool flag)
+bool CDatasetRaster::Append(CDatasetRaster *source, bool flag, const TxProgress &progress)
 {
     if (!source || !source->IsOpen())
         return TxGdal::fail(QStringLiteral("There is no open raster to lay into “%1”").arg(GetName()));
@@ -66,10 +66,11 @@ bool CDatasetRaster::Append(CDatasetRaster *source, bool flag)
         return TxGdal::fail(reason);
     if (source == this)
         return true; // every cell is there already
-    return append(*d, *source->d->gdal, CRect2D(), flag);
+    return append(*d, *source->d->gdal, CRect2D(), flag, progress);
 }
 
-bool CDatasetRaster::Append(const QString &path, const CRect2D &bounds, FileType type, bool flag)
+bool CDatasetRaster::Append(const QString &path, const CRect2D &bounds, FileType type, bool flag,
+                            const TxProgress &progress)
 {
     const QString reason = refusal(*this);
     if (!reason.isEmpty())
@@ -78,5 +79,5 @@ bool CDatasetRaster::Append(const QString &path, const CRect2D &bounds, FileType
     const TxGdal::DatasetPtr source = TxGdal::open(path.toUtf8(), GDAL_OF_RASTER, {}, driversOf(type));
     if (!source)
         return errors.fail(QStringLiteral("The image “%1” cannot be opened").arg(path));
-    return append(*d, *source, bounds, flag);
+    return append(*d, *source, bounds, flag, progress);
 }

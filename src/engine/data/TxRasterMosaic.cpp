@@ -263,7 +263,7 @@ private:
 
 } // namespace
 
-bool lay(GDALDataset &target, GDALDataset &source, const CRect2D &bounds, bool replace)
+bool lay(GDALDataset &target, GDALDataset &source, const CRect2D &bounds, bool replace, const TxProgress &progress)
 {
     const TxGdal::DatasetPtr laid = prepared(target, source, bounds);
     if (!laid)
@@ -277,6 +277,8 @@ bool lay(GDALDataset &target, GDALDataset &source, const CRect2D &bounds, bool r
     bool written = false;
     const int rows = std::max(1, mostCells / window.width);
     for (int row = 0; row < window.height; row += rows) {
+        if (progress && !progress(row, window.height))
+            return refuse("it was stopped");
         const Window part = {window.column, window.row + row, window.width, std::min(rows, window.height - row)};
         if (!Strip(target, *cells, part, replace).run(row, written))
             return false;

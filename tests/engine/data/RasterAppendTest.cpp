@@ -69,6 +69,21 @@ TEST_F(RasterAppendTest, LaysCellsWithDataWhereTheyBelong)
     EXPECT_EQ(rowText(*raster(reopen(), "Grid"), 1), "- 6 - 8") << "it is in the file";
 }
 
+TEST_F(RasterAppendTest, TellsHowFarItIsAndCanBeStopped)
+{
+    CDatasetRaster *grid = makeGrid({500000, 100, 500003, 101});
+    const QString file = writeGrid("a.asc", 500000, 100, {{1, 2, 3}});
+    QList<qint64> told;
+    const auto stop = [&](qint64 done, qint64 total) {
+        told << done << total;
+        return false;
+    };
+    EXPECT_FALSE(grid->Append(file, CRect2D(), CDatasetRaster::AutoDetect, true, stop));
+    EXPECT_EQ(told, QList<qint64>({0, 1}));
+    EXPECT_TRUE(lastError().find("stopped") != std::string::npos) << lastError();
+    EXPECT_EQ(rowText(*grid, 0), "- - -");
+}
+
 TEST_F(RasterAppendTest, FlagFalseFillsOnlyWhatIsEmpty)
 {
     CDatasetRaster *grid = makeGrid({500000, 100, 500003, 101}, "Int16");
