@@ -4,9 +4,11 @@
 
 set(res "${SOURCE_DIR}/src/res")
 file(GLOB forms "${res}/forms/*.ui")
+set(engine "${SOURCE_DIR}/src/engine/map/TxMapWnd.cpp" "${SOURCE_DIR}/src/engine/map/TxMapWndPrivate.cpp"
+           "${SOURCE_DIR}/src/engine/ui/TxDlgProgress.cpp")
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(COPY "${res}/translations/TdCommon_de.ts" DESTINATION "${WORK_DIR}")
-execute_process(COMMAND "${LUPDATE}" -silent -no-obsolete -locations none "${res}/strings.def" ${forms}
+execute_process(COMMAND "${LUPDATE}" -silent -no-obsolete -locations none "${res}/strings.def" ${forms} ${engine}
                         -ts "${WORK_DIR}/TdCommon_de.ts"
                 COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${res}/translations/TdCommon_de.ts" kept)
