@@ -171,7 +171,17 @@ public:
     /// @return true when the foot falls on the segment from a to b (CTxOperator::IsPntOnLinesect).
     static bool PointProjectToLineset(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, CPoint2D &foot);
     /// Adds to @p out the line parallel to the polyline of @p count @p points at @p distance, to the left of its
-    /// direction for a positive distance. @return false for fewer than two points, and for a distance below 1e-10.
+    /// direction for a positive distance. docs/parallel-lines.md has pictures.
+    ///
+    /// It begins beside the first vertex and ends beside the last; every segment has its own, parallel and at the
+    /// distance. They join in a mitre, which outside of a turn reaches up to 5 distances from the vertex; sharper turns
+    /// are cut off straight (bevel). Where the polyline bends more tightly than the distance the line crosses itself:
+    /// no segment is left out. The line of a closed polyline is closed; it begins beside the first vertex too, so a
+    /// polyline that begins in the middle of a side gives the plain ring.
+    ///
+    /// Segments shorter than 1e-5 units (a squared length up to 1e-10) are skipped. Linear in @p count.
+    /// @return false, and @p out is left as it was, for null and fewer than two points, when every segment is that
+    /// short, for a distance below 1e-10, and for coordinates and distances that are not finite or whose square is not.
     static bool ParallelLine(const CPoint2D *points, qint32 count, double distance, CPoint2Ds &out);
     /// Adds the members of @p compound to @p out, those of member compounds in their place. They stay the compound's.
     /// @return false for null and for a compound without members.

@@ -1,0 +1,229 @@
+#include "common/TdCommMethods.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <numbers>
+#include <random>
+
+namespace {
+
+constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+CPoint2Ds parallel(const CPoint2Ds &points, double distance)
+{
+    CPoint2Ds out;
+    EXPECT_TRUE(CTdCommMethods::ParallelLine(points.data(), static_cast<qint32>(points.size()), distance, out));
+    return out;
+}
+
+void expectNear(const CPoint2Ds &line, const CPoint2Ds &expected, double tolerance)
+{
+    ASSERT_EQ(line.size(), expected.size());
+    for (size_t i = 0; i < line.size(); ++i) {
+        EXPECT_NEAR(line[i].x, expected[i].x, tolerance) << "point " << i;
+        EXPECT_NEAR(line[i].y, expected[i].y, tolerance) << "point " << i;
+    }
+}
+
+struct LineRow
+{
+    const char *name;
+    CPoint2Ds points;
+    double distance;
+    CPoint2Ds expected;
+};
+
+void expectLines(const std::vector<LineRow> &rows)
+{
+    for (const LineRow &row : rows) {
+        SCOPED_TRACE(row.name);
+        expectNear(parallel(row.points, row.distance), row.expected, 1e-12);
+    }
+}
+
+TEST(ParallelLine, JoinsItsSegments)
+{
+    expectLines({
+        {"one segment", {{0, 0}, {10, 0}}, 1, {{0, 1}, {10, 1}}},
+        {"left of a left turn", {{0, 0}, {10, 0}, {10, 10}}, 1, {{0, 1}, {9, 1}, {9, 10}}},
+        {"right of a left turn", {{0, 0}, {10, 0}, {10, 10}}, -1, {{0, -1}, {11, -1}, {11, 10}}},
+        {"straight on", {{0, 0}, {4, 0}, {10, 0}}, 2, {{0, 2}, {4, 2}, {10, 2}}},
+        {"mitre below the limit", {{0, 0}, {10, 0}, {-2, 9}}, -1, {{0, -1}, {13, -1}, {-1.4, 9.8}}},
+        {"bevel above it",
+         {{0, 0}, {36, 0}, {1, 12}},
+         -1,
+         {{0, -1}, {36, -1}, {36 + 12. / 37, 35. / 37}, {1 + 12. / 37, 12 + 35. / 37}}},
+        {"within a turn as sharp", {{0, 0}, {36, 0}, {1, 12}}, 1, {{0, 1}, {30, 1}, {1 - 12. / 37, 12 - 35. / 37}}},
+        {"bevel where the legs are too short for it",
+         {{0, 0}, {5, 0}, {1.5, 1.2}},
+         1,
+         {{0, 1}, {5, 1}, {5 - 12. / 37, -35. / 37}, {1.5 - 12. / 37, 1.2 - 35. / 37}}},
+        {"doubled back", {{0, 0}, {10, 0}, {5, 0}}, 1, {{0, 1}, {10, 1}, {10, -1}, {5, -1}}},
+        {"narrower than the distance", {{0, 0}, {10, 0}, {10, 1}, {20, 1}}, 3, {{0, 3}, {7, 3}, {7, 4}, {20, 4}}},
+    });
+}
+
+TEST(ParallelLine, SkipsSegmentsWithoutLength)
+{
+    expectLines({
+        {"repeated points",
+         {{0, 0}, {0, 0}, {10, 0}, {10, 0}, {10, 0}, {10, 10}, {10, 10}},
+         1,
+         {{0, 1}, {9, 1}, {9, 10}}},
+        {"begins where the first segment does", {{1e-6, 3e-6}, {0, 0}, {10, 0}}, 1, {{0, 1}, {10, 1}}},
+        {"ends where the last segment does", {{0, 0}, {10, 0}, {10, 5e-6}}, 1, {{0, 1}, {10, 1}}},
+        {"a step keeps both sides at their distance",
+         {{0, 0}, {10, 0}, {10, 8e-6}, {20, 8e-6}},
+         1,
+         {{0, 1}, {10, 1}, {10, 1 + 8e-6}, {20, 1 + 8e-6}}},
+        {"longer than that", {{0, 0}, {2e-5, 0}}, 1, {{0, 1}, {2e-5, 1}}},
+    });
+}
+
+TEST(ParallelLine, ClosedLinesBeginBesideTheirFirstVertex)
+{
+    const CPoint2Ds square{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
+    const CPoint2Ds needle{{36, 0}, {1, 12}, {0, 0}, {36, 0}};
+    const double x = 12. / 37;
+    const double y = 35. / 37;
+    expectLines({
+        {"outside", square, -1, {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}},
+        {"inside", square, 1, {{0, 1}, {9, 1}, {9, 9}, {1, 9}, {1, 1}, {0, 1}}},
+        {"from the middle of a side",
+         {{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {5, 0}},
+         1,
+         {{5, 1}, {9, 1}, {9, 9}, {1, 9}, {1, 1}, {5, 1}}},
+        {"there and back", {{0, 0}, {10, 0}, {0, 0}}, 1, {{0, 1}, {10, 1}, {10, -1}, {0, -1}, {0, 1}}},
+        {"closed but for rounding",
+         {{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 1e-11}},
+         -1,
+         {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}},
+    });
+    const CPoint2Ds around = parallel(needle, -1);
+    EXPECT_EQ(around.front(), around.back());
+    expectNear({around.front(), around[around.size() - 2]}, {{36 + x, y}, {36, -1}}, 1e-12); // the bevel
+}
+
+TEST(ParallelLine, RefusesWhatHasNoParallel)
+{
+    const CPoint2Ds good{{0, 0}, {10, 0}, {10, 10}};
+    const struct
+    {
+        const char *name;
+        CPoint2Ds points;
+        double distance;
+    } rows[] = {
+        {"no point", {}, 1},
+        {"one point", {{0, 0}}, 1},
+        {"a distance of nothing", good, 0},
+        {"hardly a distance", good, -1e-11},
+        {"distance not a number", good, nan},
+        {"infinite distance", good, -infinite},
+        {"distance whose square overflows", good, 1e200},
+        {"points of one place", {{3, 4}, {3, 4}, {3, 4 + 1e-6}}, 1},
+        {"first not a number", {{nan, 0}, {10, 0}, {20, 0}}, 1},
+        {"middle not a number", {{0, 0}, {10, nan}, {20, 0}}, 1},
+        {"last infinite", {{0, 0}, {10, 0}, {infinite, 0}}, 1},
+        {"infinite side by side", {{0, 0}, {infinite, 0}, {infinite, 0}}, 1},
+        {"length overflows", {{-1e200, 0}, {1e200, 0}}, 1},
+    };
+    for (const auto &row : rows) {
+        CPoint2Ds out{{7, 7}};
+        EXPECT_FALSE(
+            CTdCommMethods::ParallelLine(row.points.data(), static_cast<qint32>(row.points.size()), row.distance, out))
+            << row.name;
+        EXPECT_EQ(out, (CPoint2Ds{{7, 7}})) << row.name;
+    }
+    CPoint2Ds out;
+    EXPECT_FALSE(CTdCommMethods::ParallelLine(nullptr, 2, 1, out));
+    EXPECT_FALSE(CTdCommMethods::ParallelLine(good.data(), -1, 1, out));
+}
+
+TEST(ParallelLine, AddsToWhatIsThere)
+{
+    CPoint2Ds line{{0, 0}, {10, 0}};
+    EXPECT_TRUE(CTdCommMethods::ParallelLine(line.data(), 2, 1, line));
+    EXPECT_EQ(line, (CPoint2Ds{{0, 0}, {10, 0}, {0, 1}, {10, 1}}));
+}
+
+/// A line of turns of every sharpness and segments of all lengths.
+CPoint2Ds randomLine(std::mt19937 &random)
+{
+    std::uniform_real_distribution<double> turn(-std::numbers::pi, std::numbers::pi);
+    std::uniform_real_distribution<double> magnitude(-3, 2);
+    CPoint2Ds line{{500, -300}};
+    double direction = 0;
+    for (int i = 0; i < 40; ++i) {
+        direction += i % 3 == 0 ? turn(random) : turn(random) / 20;
+        const double length = std::pow(10, magnitude(random));
+        line.push_back({line.back().x + length * std::cos(direction), line.back().y + length * std::sin(direction)});
+    }
+    return line;
+}
+
+/// Runs @p check on random lines, a good part of them closed, with distances of either sign and any size.
+void forRandomLines(const std::function<void(const CPoint2Ds &line, double distance)> &check)
+{
+    std::mt19937 random(20);
+    for (int i = 0; i < 300; ++i) {
+        CPoint2Ds line = randomLine(random);
+        if (i % 4 == 0)
+            line.push_back(line.front());
+        const double distance = (i % 2 == 0 ? 1 : -1) * std::pow(10, i % 5 - 3);
+        SCOPED_TRACE(i);
+        check(line, distance);
+    }
+}
+
+TEST(ParallelLine, EverySegmentIsAtTheDistance)
+{
+    forRandomLines([](const CPoint2Ds &line, double distance) {
+        const CPoint2Ds out = parallel(line, distance);
+        size_t next = 0; // where the line for the next segment may begin, by a bevel one point later
+        for (size_t i = 1; i < line.size(); ++i) {
+            const double length = std::hypot(line[i].x - line[i - 1].x, line[i].y - line[i - 1].y);
+            const auto isBeside = [&](size_t k) {
+                const double side = ((line[i].x - line[i - 1].x) * (out[k].y - line[i - 1].y) -
+                                     (line[i].y - line[i - 1].y) * (out[k].x - line[i - 1].x)) /
+                                    length;
+                return std::abs(side - distance) < 1e-8;
+            };
+            while (next + 1 < out.size() && !(isBeside(next) && isBeside(next + 1)))
+                ++next;
+            ASSERT_LT(next + 1, out.size()) << "nothing runs along segment " << i;
+            ++next;
+        }
+        ASSERT_LE(out.size(), 2 * line.size() + 1);
+    });
+}
+
+TEST(ParallelLine, MovesWithItsLine)
+{
+    const double angle = 0.7;
+    const auto mirrored = [](const CPoint2D &p) { return CPoint2D(-p.x, p.y); };
+    const auto turned = [&](const CPoint2D &p) {
+        return CPoint2D(p.x * std::cos(angle) - p.y * std::sin(angle), p.x * std::sin(angle) + p.y * std::cos(angle));
+    };
+    const auto all = [](CPoint2Ds line, const auto &move) {
+        std::transform(line.begin(), line.end(), line.begin(), move);
+        return line;
+    };
+    const auto backwards = [](CPoint2Ds line) {
+        std::reverse(line.begin(), line.end());
+        return line;
+    };
+    forRandomLines([&](const CPoint2Ds &line, double distance) {
+        const CPoint2Ds out = parallel(line, distance);
+        expectNear(parallel(all(line, mirrored), -distance), all(out, mirrored), 1e-7);
+        expectNear(parallel(all(line, turned), distance), all(out, turned), 1e-7);
+        if (line.front() != line.back()) {
+            expectNear(parallel(backwards(line), -distance), backwards(out), 1e-7);
+        }
+    });
+}
+
+} // namespace
