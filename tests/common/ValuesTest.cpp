@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
@@ -35,6 +37,19 @@ TEST(VAR2STR, WritesValuesTheSameUnderEveryLocale)
                  {V::fromInteger(V::Void, 0xABC), "     abc"},
                  {V(QByteArray("x")), "[BLOB]"},
                  {V::fromBytes(V::BlobObject, "x"), "[BLOB]"},
+                 {V(std::numeric_limits<double>::quiet_NaN()), "nan"},
+                 {V(-std::numeric_limits<float>::infinity()), "-inf"},
+                 {V(-0.0), "-0.00000000"},
+                 {V(5e-324), "0.00000000"},
+                 {V(0.000000005), "0.00000001"},
+                 {V(1e22), "10000000000000000000000.00000000"},
+                 {V(16777216.03125f), "16777216.0000"},
+                 {V(QDateTime(QDate(12345, 1, 2), QTime(0, 0), Qt::UTC)), "12345-01-02 00:00:00"},
+                 {V(QDateTime(QDate(99, 12, 31), QTime(23, 59, 59, 999), Qt::UTC)), "0099-12-31 23:59:59"},
+                 {V(QDateTime()), ""},
+                 {V::fromInteger(static_cast<V::Type>(72), 5), ""},
+                 {V::fromInteger(static_cast<V::Type>(0x2002), 5), ""},
+                 {V::fromInteger(static_cast<V::Type>(0xffff), 5), ""},
                  {V::fromInteger(V::Error, 5), ""},
                  {V::fromInteger(V::Nested, 5), ""}});
 }
@@ -47,6 +62,9 @@ TEST(VAR2STR, BytesAndWideIntegersShowNarrowly)
                  {V::fromInteger(V::UnsignedInt, 4000000000), "-294967296"},
                  {V(qint64(0x1'0000'0007)), "7"},
                  {V::fromInteger(V::UnsignedInt64, -1), "-1"},
+                 {V::fromInteger(V::UnsignedInt64, INT64_MIN + 7), "7"},
+                 {V(qint64(INT64_MIN)), "0"},
+                 {V::fromInteger(V::Void, -1), "ffffffff"},
                  {V::fromInteger(V::Void, 0x1'0000'0001), "       1"}});
 }
 
@@ -54,6 +72,20 @@ TEST(VAR2STR, CurrencyFollowsTheUsersLocale)
 {
     EXPECT_EQ(CTdCommMethods::VAR2STR(V::fromInteger(V::Currency, 12'345'600)),
               QLocale::system().toCurrencyString(1234.56));
+}
+
+TEST(StringAlign, FillsUpToTheWidthButCutsToThirteen)
+{
+    const auto expect = [](const QString &text, int width, const QString &aligned) {
+        EXPECT_EQ(CTdCommMethods::StringAlign(text, width), aligned) << text.toStdString() << ' ' << width;
+    };
+    const QString digits = u"123456789012345"_s;
+    expect(u"12.5"_s, 6, u"12.500"_s);
+    expect(digits, 20, digits + u"00000"_s);
+    for (const int width : {15, 14, 10, 0, -1})
+        expect(digits, width, u"1234567890123"_s);
+    expect(u"12.5"_s, 2, u"12.5"_s);
+    expect(QString(), 3, u"000"_s);
 }
 
 } // namespace

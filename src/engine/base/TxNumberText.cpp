@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -136,8 +137,130 @@ double toDouble(QStringView text, bool *ok)
     return whole ? value : 0;
 }
 
+namespace {
+
+/// "00" to "99", as a text is made of them.
+constexpr auto digitPairs = [] {
+    std::array<char16_t, 200> pairs = {};
+    for (size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char16_t>(u'0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char16_t>(u'0' + i % 10);
+    }
+    return pairs;
+}();
+
+/// A number's text while it is written, from its last digit to its first.
+class DigitWriter
+{
+public:
+    /// Puts the last @p count digits of @p value in front of what is there. @return what is left of it
+    quint64 putDigits(quint64 value, int count)
+    {
+        for (; count >= 2; count -= 2)
+            value = putPair(value);
+        if (count == 1) {
+            put(static_cast<char16_t>(u'0' + value % 10));
+            value /= 10;
+        }
+        return value;
+    }
+    /// Puts @p value in front of what is there.
+    void putWhole(quint64 value)
+    {
+        while (value >= 100)
+            value = putPair(value);
+        if (value >= 10)
+            putPair(value);
+        else
+            put(static_cast<char16_t>(u'0' + value));
+    }
+    void put(char16_t c) { m_text[--m_at] = c; }
+    QString text() const
+    {
+        return QString(reinterpret_cast<const QChar *>(m_text.data() + m_at), qsizetype(m_text.size() - m_at));
+    }
+
+private:
+    quint64 putPair(quint64 value)
+    {
+        const quint64 rest = value / 100;
+        const size_t pair = static_cast<size_t>(value - rest * 100);
+        m_at -= 2;
+        m_text[m_at] = digitPairs[2 * pair];
+        m_text[m_at + 1] = digitPairs[2 * pair + 1];
+        return rest;
+    }
+
+    std::array<char16_t, 32> m_text; // sign, 20 digits, point, decimals
+    size_t m_at = m_text.size();
+};
+
+__extension__ using Wide = unsigned __int128;
+
+constexpr std::array<quint64, 10> powersOfTen = {1,      10,      100,      1000,      10000,
+                                                 100000, 1000000, 10000000, 100000000, 1000000000};
+
+/// A double below 2^64 as whole part and decimals, exactly rounded: a tie goes to the even digit, as printf has it.
+struct FixedParts
+{
+    quint64 whole = 0;
+    quint64 decimals = 0;
+
+    /// @p mantissa * 2^-@p shift with @p count decimals, at least one of them. A number is 53 bits wide, so that
+    /// multiplied by a power of ten below 2^30 it fits into 128 bits, and nothing is lost before the rounding.
+    static FixedParts of(quint64 mantissa, int shift, int count)
+    {
+        constexpr int tooSmall = 53 + 30 + 1; // less than half of the last decimal
+        FixedParts parts;
+        if (shift <= 0) {
+            parts.whole = mantissa << -shift;
+        } else if (shift < tooSmall) {
+            const quint64 unit = powersOfTen[static_cast<size_t>(count)];
+            parts.whole = shift < 64 ? mantissa >> shift : 0;
+            const Wide scaled = Wide(mantissa - (shift < 64 ? parts.whole << shift : 0)) * unit;
+            parts.decimals = static_cast<quint64>(scaled >> shift);
+            const Wide rest = scaled - (Wide(parts.decimals) << shift);
+            const Wide half = Wide(1) << (shift - 1);
+            if (rest > half || (rest == half && parts.decimals % 2 == 1))
+                ++parts.decimals;
+            if (parts.decimals == unit) {
+                parts.decimals = 0;
+                ++parts.whole;
+            }
+        }
+        return parts;
+    }
+};
+
+} // namespace
+
+QString whole(qint64 value)
+{
+    DigitWriter writer;
+    writer.putWhole(value < 0 ? 0 - static_cast<quint64>(value) : static_cast<quint64>(value));
+    if (value < 0)
+        writer.put(u'-');
+    return writer.text();
+}
+
 QString fixed(double value, int decimals)
 {
+    // IEEE 754: a sign, 11 bits of exponent, 52 bits of a mantissa whose leading bit is not stored.
+    constexpr int mantissaBits = 52, bias = 1023;
+    constexpr quint64 leading = quint64(1) << mantissaBits;
+    const auto bits = std::bit_cast<quint64>(value);
+    const int exponent = static_cast<int>(bits >> mantissaBits & 0x7ff) - bias - mantissaBits;
+    constexpr int largest = 11; // below 2^64
+    if (decimals >= 1 && decimals < static_cast<int>(powersOfTen.size()) && exponent <= largest) {
+        const FixedParts parts = FixedParts::of((bits & (leading - 1)) | leading, -exponent, decimals);
+        DigitWriter writer;
+        writer.putDigits(parts.decimals, decimals);
+        writer.put(u'.');
+        writer.putWhole(parts.whole);
+        if (std::signbit(value))
+            writer.put(u'-');
+        return writer.text();
+    }
     std::array<char, 310 + mostDecimals + 3> buffer; // the largest double has 309 digits
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed,
                                       std::clamp(decimals, 0, mostDecimals));

@@ -21,6 +21,9 @@ TX_EXPORT qint64 atoll(QStringView text);
 /// @param[out] ok false when anything else stands in the text
 TX_EXPORT double toDouble(QStringView text, bool *ok = nullptr);
 
+/// @p value as printf's "%lld" gives it.
+TX_EXPORT QString whole(qint64 value);
+
 /// @p value with exactly @p decimals digits (0 to 60) behind the point, as printf's "%.*f" gives it in the C locale.
 TX_EXPORT QString fixed(double value, int decimals);
 

@@ -4,10 +4,14 @@
 
 #include <QLocale>
 
+#include <array>
+#include <bit>
+#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <limits>
 #include <ostream>
+#include <random>
 
 namespace {
 
@@ -96,6 +100,34 @@ TEST(NumberText, WritesAsPrintfDoesInTheCLocale)
     }
     EXPECT_EQ(TxNumberText::fixed(-std::numeric_limits<double>::max(), 60).size(), 1 + 309 + 1 + 60);
     EXPECT_EQ(TxNumberText::shortestSingle(0.1f).toStdString(), "0.1");
+}
+
+TEST(NumberText, FixedEqualsPrintfOnAnyBits)
+{
+    const locale_t c = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t before = uselocale(c);
+    std::mt19937_64 random(20261121);
+    std::array<char, 400> expected;
+    int wrong = 0;
+    for (int i = 0; i < 100000; ++i) {
+        const quint64 bits = random();
+        const int decimals = i % 11;
+        double value = std::bit_cast<double>(bits);
+        if (i % 4 == 1)
+            value = double(qint64(bits) >> (bits & 63)) / double(1 << (bits % 30)); // many digits, ties among them
+        else if (i % 4 == 2)
+            value = double(std::bit_cast<float>(quint32(bits)));
+        else if (i % 4 == 3)
+            value = double(qint64(bits) >> 20) * 0.5 * std::pow(10, -decimals); // near the middle of two texts
+        std::snprintf(expected.data(), expected.size(), "%.*f", decimals, value);
+        wrong += TxNumberText::fixed(value, decimals) != QLatin1String(expected.data());
+        EXPECT_LT(wrong, 5) << expected.data() << " with " << decimals;
+    }
+    EXPECT_EQ(wrong, 0);
+    uselocale(before);
+    freelocale(c);
+    for (const qint64 value : std::to_array<qint64>({0, 9, 10, -100, INT64_MAX, INT64_MIN}))
+        EXPECT_EQ(TxNumberText::whole(value), QString::number(value));
 }
 
 TEST(NumberText, ShortestReadsBackExactly)
