@@ -128,6 +128,12 @@ QString Statement::text(int column) const
     return utf8 ? QString::fromUtf8(utf8, sqlite3_column_bytes(m_statement, column)) : QString();
 }
 
+QByteArrayView Statement::bytes(int column) const
+{
+    const void *blob = sqlite3_column_blob(m_statement, column);
+    return QByteArrayView(static_cast<const char *>(blob), sqlite3_column_bytes(m_statement, column));
+}
+
 bool Statement::isNull(int column) const
 {
     return sqlite3_column_type(m_statement, column) == SQLITE_NULL;

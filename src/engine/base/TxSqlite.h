@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include <initializer_list>
@@ -16,13 +17,14 @@ namespace TxSqlite {
 /// The connection of a GeoPackage or SQLite dataset; null when it has none.
 sqlite3 *connection(GDALDataset &dataset);
 
-/// Locks the GeoPackage @p dataset for writing, within the transaction that is open. SQLite would lock at the first write
-/// by itself; a driver that is refused then tries a dozen statements more, and waits for each.
+/// Locks the GeoPackage @p dataset for writing, within the transaction that is open. SQLite would lock at the first
+/// write by itself; a driver that is refused then tries a dozen statements more, and waits for each.
 /// @return false when another connection holds the lock
 bool lockForWriting(GDALDataset &dataset);
 
-/// Takes back the transaction that @p dataset (of any driver) has open. When SQLite has ended it by itself already, as on
-/// a full disk, the driver is still told, or it would write what it believes to know of the lost records when it closes.
+/// Takes back the transaction that @p dataset (of any driver) has open. When SQLite has ended it by itself already, as
+/// on a full disk, the driver is still told, or it would write what it believes to know of the lost records when it
+/// closes.
 bool rollback(GDALDataset &dataset);
 
 /// One prepared statement. Parameters are bound in the order of the calls. What SQLite reports goes to the error
@@ -50,7 +52,8 @@ public:
 
     qint64 integer(int column) const;
     double real(int column) const;
-    QString text(int column) const; ///< null for null
+    QString text(int column) const;         ///< null for null
+    QByteArrayView bytes(int column) const; ///< where the connection keeps them, until the next move
     bool isNull(int column) const;
 
 private:

@@ -209,6 +209,8 @@ bool CTxRecordset::Update()
             d->edited->SetFID(OGRNullFID); // a number may have been given that is not taken
         return errors.fail(failure);
     }
+    if (adds && d->vector().dataSource().transaction)
+        d->vector().countAdded();
     const qint64 id = d->edited->GetFID();
     d->edited.reset();
     d->editMode = EditMode::None;

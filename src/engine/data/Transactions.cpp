@@ -5,13 +5,15 @@
 
 namespace {
 
-/// Makes every dataset look up anew what it knows of its records.
-void contentChanged(const TxDataSourcePrivate &dataSource)
+/// Calls @p act with the inside of every vector dataset, until it answers false. @return false if it did
+template<class Act>
+bool forEachVector(const TxDataSourcePrivate &dataSource, Act act)
 {
     for (const auto &dataset : dataSource.datasets()) {
-        if (dataset->IsVector())
-            TxVectorPrivate::of(static_cast<CDatasetVector &>(*dataset)).contentChanged();
+        if (dataset->IsVector() && !act(TxVectorPrivate::of(static_cast<CDatasetVector &>(*dataset))))
+            return false;
     }
+    return true;
 }
 
 } // namespace
@@ -38,9 +40,13 @@ bool CTxDataSource::CommitTrans()
     if (!d->transaction)
         return TxGdal::fail(QStringLiteral("“%1” has no open edit transaction").arg(d->alias));
     const TxGdal::ErrorCollector errors;
-    // What the driver holds back (extents, counts) belongs to the transaction too.
-    d->gdal->FlushCache();
-    if (errors.hasFailure() || d->gdal->CommitTransaction() != OGRERR_NONE)
+    // What was held back (spatial indexes by ourselves, extents and counts by the driver) belongs to the transaction
+    // too.
+    const bool isIndexed =
+        forEachVector(*d, [](TxVectorPrivate &vector) { return !vector.pausedIndex() || vector.resumeIndex(); });
+    if (isIndexed)
+        d->gdal->FlushCache();
+    if (!isIndexed || errors.hasFailure() || d->gdal->CommitTransaction() != OGRERR_NONE)
         return errors.fail(QStringLiteral("Cannot commit the changes of “%1”").arg(d->alias));
     d->transaction = false;
     return true;
@@ -54,7 +60,11 @@ bool CTxDataSource::RollbackTrans()
     d->endRecordsets();
     bool done = TxSqlite::rollback(*d->gdal);
     d->transaction = false;
-    contentChanged(*d);
+    forEachVector(*d, [](TxVectorPrivate &vector) {
+        vector.forgetPause();
+        vector.contentChanged(); // looked up anew
+        return true;
+    });
     // The driver still believes in the extents that the records had, and a connection that could not take the changes
     // back is given up: the storage then forgets them by itself.
     if (d->isGeoPackage() || !done)

@@ -1,5 +1,6 @@
 #include "engine/data/TxCursors.h"
 #include "engine/data/TxFieldTypes.h"
+#include "engine/data/TxGeoPackageBlob.h"
 
 #include <ogrsf_frmts.h>
 #include <sqlite3.h>
@@ -21,20 +22,14 @@ QString idColumnOf(TxVectorPrivate &vector)
     return layer ? QString::fromUtf8(layer->GetFIDColumn()) : QString();
 }
 
-/// A GeoPackage geometry: a header ("GP", version, flags, system, bounds), then well-known binary. GeoPackage 1.3,
-/// clause 2.1.3.
-std::unique_ptr<OGRGeometry> geometryOf(const unsigned char *bytes, size_t size)
+std::unique_ptr<OGRGeometry> geometryOf(QByteArrayView bytes)
 {
-    constexpr size_t fixedHeader = 8;
-    constexpr std::array<size_t, 5> boundsSizes = {0, 32, 48, 48, 64};
-    if (size < fixedHeader || bytes[0] != 'G' || bytes[1] != 'P')
+    const TxGeoPackageBlob blob(bytes);
+    if (!blob.isValid())
         return nullptr;
-    const size_t boundsKind = (bytes[3] >> 1) & 7;
-    if (boundsKind >= boundsSizes.size() || size < fixedHeader + boundsSizes[boundsKind])
-        return nullptr;
-    const size_t header = fixedHeader + boundsSizes[boundsKind];
+    const QByteArrayView wkb = blob.wkb();
     OGRGeometry *geometry = nullptr;
-    OGRGeometryFactory::createFromWkb(bytes + header, nullptr, &geometry, size - header, wkbVariantIso);
+    OGRGeometryFactory::createFromWkb(wkb.data(), nullptr, &geometry, static_cast<size_t>(wkb.size()), wkbVariantIso);
     return std::unique_ptr<OGRGeometry>(geometry);
 }
 
@@ -43,7 +38,7 @@ class SqliteCursor : public TxCursor
 public:
     SqliteCursor(TxVectorPrivate &vector, const TxQueryPlan &plan)
         : m_database(static_cast<sqlite3 *>(vector.dataSource().gdal->GetInternalHandle("SQLITE_HANDLE"))),
-          m_plan(plan), m_idName(idColumnOf(vector))
+          m_vector(vector), m_plan(plan), m_idName(idColumnOf(vector))
     {
         OGRLayer *layer = vector.layer();
         if (plan.wantsGeometry())
@@ -64,7 +59,7 @@ public:
     bool first() override
     {
         sqlite3_reset(m_statement.get());
-        return next();
+        return readyIndex() && next();
     }
 
     bool next() override
@@ -99,6 +94,8 @@ public:
             if (!one)
                 return false;
         }
+        if (!readyIndex())
+            return false;
         sqlite3_bind_int64(one.get(), 5, id);
         const bool found = sqlite3_step(one.get()) == SQLITE_ROW;
         if (found) {
@@ -115,10 +112,15 @@ public:
     qint64 count() override
     {
         const Statement counting = prepared(m_plan.selectCount(idColumnOf, m_conditions));
-        return counting && sqlite3_step(counting.get()) == SQLITE_ROW ? sqlite3_column_int64(counting.get(), 0) : -1;
+        return counting && readyIndex() && sqlite3_step(counting.get()) == SQLITE_ROW
+                   ? sqlite3_column_int64(counting.get(), 0)
+                   : -1;
     }
 
 private:
+    /// Sees to it that the spatial index, if this walk uses it, knows the records that were added last.
+    bool readyIndex() { return !m_usesIndex || !m_vector.pausedIndex() || m_vector.resumeIndex(); }
+
     /// Records whose bounds meet the query's: by the spatial index where there is one. Parameters ?1 … ?4 are the
     /// rectangle's edges.
     void addBounds(OGRLayer &layer, const QString &table)
@@ -127,6 +129,7 @@ private:
         if (column.isEmpty())
             return;
         if (layer.TestCapability(OLCFastSpatialFilter)) {
+            m_usesIndex = true;
             layer.SyncToDisk(); // the driver holds new entries of the index back
             const QString index = TxGdal::quoteIdentifier(QStringLiteral("rtree_") + table + u'_' + column);
             const bool indexFirst =
@@ -223,15 +226,16 @@ private:
             return nullptr;
         const int column = static_cast<int>(m_types.size());
         const void *bytes = sqlite3_column_blob(statement, column);
-        return geometryOf(static_cast<const unsigned char *>(bytes),
-                          static_cast<size_t>(sqlite3_column_bytes(statement, column)));
+        return geometryOf(QByteArrayView(static_cast<const char *>(bytes), sqlite3_column_bytes(statement, column)));
     }
 
     sqlite3 *const m_database; // the driver's
+    TxVectorPrivate &m_vector;
     TxQueryPlan m_plan;
     const QString m_idName;
     QString m_geometryColumn; // empty when no geometry is wanted
     QStringList m_conditions;
+    bool m_usesIndex = false;
     std::vector<qint16> m_types; // of the recordset's fields
     Statement m_statement;
     Statement m_fetchMatching;

@@ -1,10 +1,16 @@
 #include "engine/data/TxVectorPrivate.h"
 
+#include "engine/base/TxSqlite.h"
 #include "engine/data/NativeCatalogue.h"
 #include "engine/data/TxFieldTypes.h"
 #include "engine/data/TxRecordsetPrivate.h"
+#include "engine/data/TxSpatialIndex.h"
 
 #include <ogrsf_frmts.h>
+
+TxVectorPrivate::TxVectorPrivate(CDatasetVector *owner, const QByteArray &layerName) : q(owner), source(layerName) {}
+
+TxVectorPrivate::~TxVectorPrivate() = default;
 
 OGRLayer *TxVectorPrivate::layer()
 {
@@ -15,6 +21,7 @@ OGRLayer *TxVectorPrivate::layer()
         m_generation = owner.generation;
         m_layer = owner.layer(source);
         walker = nullptr;
+        forgetPause(); // whoever opens the storage anew takes its transaction back before
     }
     return m_layer;
 }
@@ -90,6 +97,46 @@ int TxVectorPrivate::findField(const QString &name)
             m_byName.insert(all[index].info.GetName().toCaseFolded(), static_cast<int>(index));
     }
     return m_byName.value(name.toCaseFolded(), -1);
+}
+
+bool TxVectorPrivate::pauseIndex()
+{
+    OGRLayer *indexed = dataSource().isGeoPackage() ? layer() : nullptr;
+    if (!indexed || m_pausedIndex)
+        return m_pausedIndex != nullptr;
+    indexed->SyncToDisk(); // the driver puts triggers aside by itself
+    std::unique_ptr<TxSpatialIndex> index = TxSpatialIndex::find(
+        TxSqlite::connection(*dataSource().gdal), QString::fromUtf8(source),
+        QString::fromUtf8(indexed->GetGeometryColumn()), QString::fromUtf8(indexed->GetFIDColumn()));
+    if (!index || !index->pause())
+        return false;
+    m_pausedIndex = std::move(index);
+    return true;
+}
+
+bool TxVectorPrivate::resumeIndex()
+{
+    m_addedSinceResume = 0;
+    layer(); // a pause does not outlive the opening of the storage
+    if (m_pausedIndex && !m_pausedIndex->resume())
+        return false;
+    forgetPause();
+    return true;
+}
+
+void TxVectorPrivate::forgetPause()
+{
+    m_pausedIndex.reset();
+    m_addedSinceResume = 0;
+}
+
+void TxVectorPrivate::countAdded()
+{
+    constexpr int many = 64; // fewer than make the driver put its triggers aside
+    if (++m_addedSinceResume == many) {
+        const TxGdal::ErrorCollector errors; // without the pause it is slower, no more
+        pauseIndex();
+    }
 }
 
 void TxVectorPrivate::endRecordsets()

@@ -19,7 +19,8 @@ struct TxVectorField
 class TxVectorPrivate
 {
 public:
-    TxVectorPrivate(CDatasetVector *owner, const QByteArray &layerName) : q(owner), source(layerName) {}
+    TxVectorPrivate(CDatasetVector *owner, const QByteArray &layerName);
+    ~TxVectorPrivate();
 
     static TxVectorPrivate &of(const CDatasetVector &dataset) { return *dataset.d; }
 
@@ -42,6 +43,24 @@ public:
     void layerChanged() { m_generation = -1; }
     /// To be called after records were changed: bounds and count are then looked up anew.
     void contentChanged() { bounds.reset(); }
+    /// @name The spatial index of a GeoPackage's table while many records are added
+    /// Does nothing where there is none. What was added while it was paused is not found by place: whoever is about to
+    /// look for records by place resumes it first.
+    /// @{
+    /// Stops entering new records into the index. To be called within a transaction; nothing may be left paused when it
+    /// is committed. @return false when they are entered one by one still.
+    bool pauseIndex();
+    /// Enters the new records, all at once, if the index is paused. @return false on failure, reported to the error
+    /// collectors: the transaction is then to be taken back.
+    bool resumeIndex();
+    /// The paused index, for whoever has looked at the new records already; null when it is not paused. Behind its
+    /// resume() call forgetPause().
+    class TxSpatialIndex *pausedIndex() const { return m_pausedIndex.get(); }
+    /// Tells that the transaction in which the index was paused was taken back.
+    void forgetPause();
+    /// Counts a record that was added within the edit transaction, and pauses the index when there are many.
+    void countAdded();
+    /// @}
     /// Puts every recordset to its end and lets go of the statements behind them; the objects stay.
     void endRecordsets();
     /// Takes a recordset in and gives it out again as the pointer that callers get.
@@ -60,4 +79,6 @@ private:
     int m_generation = -1; // of the datasource, when m_layer was looked up
     std::vector<TxVectorField> m_fields;
     QHash<QString, int> m_byName; // case-folded
+    std::unique_ptr<class TxSpatialIndex> m_pausedIndex;
+    int m_addedSinceResume = 0;
 };

@@ -1,4 +1,5 @@
 #include "engine/data/DataFixture.h"
+#include "engine/data/SqliteCheck.h"
 
 #include "engine/geometry/GeoPoint.h"
 
@@ -110,15 +111,7 @@ TEST_F(Transaction, SeesTheSpatialIndexKeepUp)
     towns = vector(reopen(), "Towns");
     EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 103);
 
-    sqlite3 *database = nullptr;
-    ASSERT_EQ(sqlite3_open(path("new.tdb").toUtf8().constData(), &database), SQLITE_OK);
-    sqlite3_stmt *check = nullptr;
-    ASSERT_EQ(sqlite3_prepare_v2(database, "SELECT rtreecheck('rtree_Towns_TxGeometry')", -1, &check, nullptr),
-              SQLITE_OK);
-    ASSERT_EQ(sqlite3_step(check), SQLITE_ROW);
-    EXPECT_STREQ(reinterpret_cast<const char *>(sqlite3_column_text(check, 0)), "ok");
-    sqlite3_finalize(check);
-    sqlite3_close(database);
+    EXPECT_EQ(SqliteCheck(path("new.tdb")).text("SELECT rtreecheck('rtree_Towns_TxGeometry')"), "ok");
 }
 
 /// Another process writes and is killed in the middle; what it had committed is there, and nothing else.
