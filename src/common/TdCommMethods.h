@@ -227,8 +227,10 @@ public:
     static CTxDataset *GetDataset(const CTxWorkspace *workspace, const CTdOleDataNode &node);
     /// The folder of the host's executable, with a separator at its end.
     static QString GetAppDir();
-    /// Lets the user choose a folder. @p owner is the parent of the browser (null: the main window).
-    /// @return the folder, @p initial when the user cancels.
+    /// Lets the user choose a folder, through CTdFileChooser.
+    /// @param owner parent of the browser; null for the main window
+    /// @param initial the folder that is selected at first
+    /// @return the folder; @p initial as it stands when the user cancels
     static QString GetFolder(QWidget *owner, const QString &initial, const QString &title);
 
     /// @}
@@ -236,16 +238,18 @@ public:
     ///
     /// The main window is told before and after, as host messages with a data node that names the dataset, so that
     /// windows let go of it in time. Without a main window nothing is closed or deleted. Names that nothing is found
-    /// for are skipped.
+    /// for are skipped, and of a node the items that are no datasets. How it ended is seen by looking: nothing is said
+    /// about failures. The main window may do anything in answer, also close what is addressed.
     /// @{
 
-    /// Closes a dataset (messages 1165 and 1166).
+    /// Closes a dataset (messages 1165 and 1166). Does nothing when it is not one of the datasource's.
     static void CloseDataset(CTxDataSource *dataSource, CTxDataset *dataset);
     static void CloseDataset(CTxDataSource *dataSource, const QString &name);
     static void CloseDataset(CTxWorkspace *workspace, const QString &alias, const QString &name);
     /// Closes the datasets that @p node names, in its order.
     static void CloseDatasets(CTxWorkspace *workspace, const CTdOleDataNode *node);
-    /// Deletes a dataset for good (messages 1167 and 1168). The caller has asked the user.
+    /// Deletes a dataset for good (messages 1167 and 1168), see CTxDataSource::DeleteDataset. The caller has asked the
+    /// user. Does nothing when it is not one of the datasource's.
     static void DeleteDataset(CTxDataSource *dataSource, const CTxDataset *dataset);
     static void DeleteDataset(CTxDataSource *dataSource, const QString &name);
     static void DeleteDataset(CTxWorkspace *workspace, const QString &alias, const QString &name);
@@ -255,10 +259,12 @@ public:
     static void CloseDataSource(CTxDataSource *dataSource);
     static void CloseDataSource(CTxWorkspace *workspace, const QString &alias);
     static void CloseDataSources(CTxWorkspace *workspace, const CTdOleDataNode *node);
-    /// Closes a dataset, or the child attached to it, that an operation needs closed. The host is asked to let it go
-    /// (message 1173); if it is still open then, the user is asked.
-    /// @return true when the library closed it; false when the user refused, for null, and when the host took care of
-    /// it.
+    /// Closes a dataset that an operation needs closed, or in place of a vector dataset the child attached to it. The
+    /// host is asked to release it (message 1173). Answers it 0, the dataset is closed; is it open after that, the user
+    /// is asked.
+    /// @return true when it was closed here; false when the user refused, for null, when the dataset is gone, and when
+    /// the host took care of it (see docs/oddities.md). Without a main window nobody is asked, and the answer is
+    /// whether it is closed.
     static bool PromoteCloseDataset(CTxDataset *dataset);
     static bool PromoteCloseDataset(CTxWorkspace *workspace, const QString &alias, const QString &name);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/base/TxExport.h"
+#include "engine/base/TxHandle.h"
 #include "engine/data/ElemDataEnc.h"
 #include "engine/data/ElemDatasetInfo.h"
 #include "engine/geometry/Rect2D.h"
@@ -69,6 +70,8 @@ protected:
 
 private:
     friend class TxDataSourcePrivate;
+    template<class Object>
+    friend class TxHandle;
 
     CTxDataSource *m_dataSource; // owns this
     CTxDataset *m_child = nullptr;
@@ -77,4 +80,5 @@ private:
     CElemDatasetInfo::Type m_type;
     CElemDataEnc::encType m_encType = CElemDataEnc::NONE;
     qint32 m_options = NoOption;
+    TxLife m_life;
 };

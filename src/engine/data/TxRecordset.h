@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/base/TxExport.h"
+#include "engine/base/TxHandle.h"
 #include "engine/base/TxVariant.h"
 #include "engine/data/TxFieldInfo.h"
 
@@ -78,7 +79,10 @@ public:
 private:
     friend class TxVectorPrivate;
     friend class TxRecordsetPrivate;
+    template<class Object>
+    friend class TxHandle;
     explicit CTxRecordset(std::unique_ptr<class TxRecordsetPrivate> priv);
 
     const std::unique_ptr<TxRecordsetPrivate> d;
+    TxLife m_life;
 };

@@ -66,7 +66,6 @@ public:
 
     CDatasetVector *const dataset;
     const CTxQueryDef query;
-    const quint64 serial = ++lastSerial; ///< tells a recordset from one that stood at its address before
     std::vector<TxRecordsetField> fields; ///< made by setFields()
     size_t visibleCount = 0;              ///< how many of the fields are shown
     std::unique_ptr<TxCursor> cursor;     ///< null after end()
@@ -87,8 +86,6 @@ public:
     /// @}
 
 private:
-    static inline quint64 lastSerial = 0;
-
     bool readPinned();
 
     QHash<QString, int> m_byName; // indices of shown fields by case-folded name

@@ -6,7 +6,6 @@
 #include "engine/data/TxDataSources.h"
 #include "engine/data/TxQueryDef.h"
 #include "engine/data/TxRecordset.h"
-#include "engine/data/TxRecordsetPrivate.h"
 #include "engine/geometry/GeoRegion.h"
 #include "engine/projection/TxPJCoordSys.h"
 #include "engine/projection/TxReprojector.h"
@@ -55,7 +54,7 @@ void MapRenderer::setMap(CTxMap *map)
     m_opened.closeOthers(m_map.get(), {});
     m_released.clear();
     m_surfaces.clear();
-    m_map = TxMapHandle(map);
+    m_map = TxHandle<CTxMap>(map);
 }
 
 void MapRenderer::start(const Settings &settings)
@@ -147,12 +146,7 @@ CTxDataset *MapRenderer::liveDataset() const
 
 CTxRecordset *MapRenderer::liveRecordset() const
 {
-    const CTxDataset *dataset = liveDataset();
-    if (!dataset || !dataset->IsVector() || !m_recordset)
-        return nullptr;
-    const bool lives = CTxRecordset::GetDatasetOf(m_recordset) == dataset &&
-                       TxRecordsetPrivate::of(*m_recordset).serial == m_recordsetSerial;
-    return lives ? m_recordset : nullptr;
+    return liveDataset() ? m_recordset.get() : nullptr;
 }
 
 void MapRenderer::beginTask()
@@ -230,43 +224,43 @@ bool MapRenderer::query(CDatasetVector &dataset, bool everything)
             definition.bounds.Contains(CPoint2D(all.right, all.top)))
             definition.bounds = CRect2D(); // no need to ask for each record
     }
-    m_recordset = dataset.Query(definition);
-    if (m_recordset)
-        m_recordsetSerial = TxRecordsetPrivate::of(*m_recordset).serial;
-    else
+    CTxRecordset *recordset = dataset.Query(definition);
+    m_recordset = TxHandle(recordset);
+    if (!recordset)
         fail(TxGetErrorMsgObj().GetErrorMessage());
-    m_labelField = m_recordset && hasLabels ? m_recordset->FindField(task.style.labelField) : -1;
-    return m_recordset != nullptr;
+    m_labelField = recordset && hasLabels ? recordset->FindField(task.style.labelField) : -1;
+    return recordset != nullptr;
 }
 
 void MapRenderer::drawTask(qint64 milliseconds)
 {
-    if (!liveDataset() || (m_geometries && !liveRecordset()))
+    CTxRecordset *recordset = liveRecordset();
+    if (!liveDataset() || (m_geometries && !recordset))
         endTask();
     else if (m_raster)
         drawTiles(milliseconds);
     else if (m_surface)
-        measureSurface(milliseconds);
+        measureSurface(*recordset, milliseconds);
     else
-        drawRecords(milliseconds);
+        drawRecords(*recordset, milliseconds);
 }
 
-void MapRenderer::drawRecords(qint64 milliseconds)
+void MapRenderer::drawRecords(CTxRecordset &recordset, qint64 milliseconds)
 {
     QPainter painter(m_layerImage.isNull() ? &m_image : &m_layerImage);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (int count = 1; !m_recordset->IsEOF(); ++count) {
+    for (int count = 1; !recordset.IsEOF(); ++count) {
         CElemGeometry *raw = nullptr;
-        m_recordset->GetGeometry(raw);
+        recordset.GetGeometry(raw);
         if (const std::unique_ptr<CElemGeometry> geometry(raw); geometry) {
             m_geometries->draw(painter, *geometry);
             CTxVariant label;
-            if (m_labelField >= 0 && m_labels.takesMore() && m_recordset->GetFieldValue(m_labelField, label)) {
+            if (m_labelField >= 0 && m_labels.takesMore() && recordset.GetFieldValue(m_labelField, label)) {
                 if (const auto place = m_geometries->labelPlace(*geometry))
                     m_labels.add(*place, label.toText());
             }
         }
-        m_recordset->MoveNext();
+        recordset.MoveNext();
         if (count % recordsBetweenLooks == 0 && m_timer.elapsed() >= milliseconds)
             return;
     }
@@ -274,14 +268,14 @@ void MapRenderer::drawRecords(qint64 milliseconds)
     endTask();
 }
 
-void MapRenderer::measureSurface(qint64 milliseconds)
+void MapRenderer::measureSurface(CTxRecordset &recordset, qint64 milliseconds)
 {
-    for (int count = 1; !m_recordset->IsEOF(); ++count) {
+    for (int count = 1; !recordset.IsEOF(); ++count) {
         CElemGeometry *raw = nullptr;
-        m_recordset->GetGeometry(raw);
+        recordset.GetGeometry(raw);
         if (const std::unique_ptr<CElemGeometry> geometry(raw); geometry)
             m_surface->Union(heightsOf(*geometry));
-        m_recordset->MoveNext();
+        recordset.MoveNext();
         if (count % recordsBetweenLooks == 0 && m_timer.elapsed() >= milliseconds)
             return;
     }
@@ -312,9 +306,9 @@ void MapRenderer::drawTiles(qint64 milliseconds)
 
 void MapRenderer::releaseRecordset()
 {
-    if (liveRecordset())
-        static_cast<CDatasetVector *>(m_dataset)->ReleaseRecordset(m_recordset);
-    m_recordset = nullptr;
+    if (CTxRecordset *recordset = m_recordset.get())
+        recordset->GetDataset()->ReleaseRecordset(recordset);
+    m_recordset = {};
 }
 
 void MapRenderer::endTask()

@@ -6,7 +6,7 @@
 #include "engine/map/MapView.h"
 #include "engine/map/OpenedDatasets.h"
 #include "engine/map/RasterPainter.h"
-#include "engine/map/TxMapHandle.h"
+#include "engine/map/TxMap.h"
 
 #include <QColor>
 #include <QElapsedTimer>
@@ -98,15 +98,15 @@ private:
     void beginVector(CDatasetVector &dataset);
     bool query(CDatasetVector &dataset, bool everything);
     void drawTask(qint64 milliseconds);
-    void drawRecords(qint64 milliseconds);
-    void measureSurface(qint64 milliseconds);
+    void drawRecords(CTxRecordset &recordset, qint64 milliseconds);
+    void measureSurface(CTxRecordset &recordset, qint64 milliseconds);
     void drawTiles(qint64 milliseconds);
     void endTask();
     void releaseRecordset();
     void closeUnused();
     void fail(const QString &reason);
 
-    TxMapHandle m_map;
+    TxHandle<CTxMap> m_map;
     Settings m_settings;
     QImage m_image;
     bool m_drawing = false;
@@ -115,9 +115,8 @@ private:
     QList<Task> m_tasks; // the lowest first
     qsizetype m_next = 0;
     bool m_inTask = false;
-    CTxDataset *m_dataset = nullptr;     // of the task; see liveDataset()
-    CTxRecordset *m_recordset = nullptr; // of the dataset; see liveRecordset()
-    quint64 m_recordsetSerial = 0;
+    CTxDataset *m_dataset = nullptr;    // of the task; see liveDataset()
+    TxHandle<CTxRecordset> m_recordset; // of the dataset
     int m_labelField = -1;
     std::shared_ptr<TxReprojector> m_reprojector;
     std::optional<GeometryPainter> m_geometries;

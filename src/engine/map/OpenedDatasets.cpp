@@ -2,6 +2,7 @@
 
 #include "engine/data/DatasetVector.h"
 #include "engine/data/TxDataSources.h"
+#include "engine/map/TxLayer.h"
 
 bool OpenedDatasets::open(CTxDataset &dataset, const CTxLayer &layer)
 {

@@ -1,14 +1,15 @@
 #pragma once
 
-#include "engine/map/TxMapHandle.h"
-
 #include <QList>
 #include <QSet>
 #include <QString>
 
+#include <utility>
+
 class CTxDataset;
 class CTxDataSources;
 class CTxLayer;
+class CTxMap;
 
 /// The datasets that were closed when a map was to be drawn and were opened for it, to be closed again.
 ///

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "engine/base/TxExport.h"
+#include "engine/base/TxHandle.h"
 #include "engine/geometry/Rect2D.h"
 #include "engine/map/TxLayers.h"
 
 #include <QColor>
 #include <QString>
-
-#include <memory>
 
 class CTxPJCoordSys;
 
@@ -35,7 +34,8 @@ public:
 
 private:
     friend class CTxMaps;
-    friend class TxMapHandle;
+    template<class Object>
+    friend class TxHandle;
     friend class TxWorkspaceFile;
     CTxMap() = default;
 
@@ -43,6 +43,6 @@ private:
     CTxLayers m_layers;
     CRect2D m_viewBounds;
     QColor m_background;
-    std::shared_ptr<char> m_life = std::make_shared<char>(); // tells TxMapHandle when the map has gone
+    TxLife m_life;
     QString m_unknownXml; // what the workspace file held of it that this version does not know
 };

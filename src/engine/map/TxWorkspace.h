@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/base/TxExport.h"
+#include "engine/base/TxHandle.h"
 #include "engine/data/TxDataSources.h"
 #include "engine/map/TxLytStorages.h"
 #include "engine/map/TxMaps.h"
@@ -81,5 +82,9 @@ public:
 
 private:
     friend class TxWorkspaceFile;
+    template<class Object>
+    friend class TxHandle;
+
     const std::unique_ptr<class TxWorkspacePrivate> d;
+    TxLife m_life;
 };

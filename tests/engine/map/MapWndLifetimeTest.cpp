@@ -95,6 +95,8 @@ TEST_F(MapWndLifetime, NothingDeadIsReadWhenTheHostForgetsToTell)
         ASSERT_TRUE(beginDrawing(120));
         row.act();
         ASSERT_TRUE(waitForDrawing());
+        const CTxDataSource *source = workspace.GetDataSources().GetAt(0);
+        EXPECT_EQ(source ? vector(qPrintable(source->GetAlias()))->GetRecordsetCount() : 0, 0) << "nothing is kept";
         wnd.grab();
         wnd.Zoom(1.5);
         wnd.FinishDrawing();
