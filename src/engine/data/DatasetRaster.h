@@ -51,12 +51,30 @@ public:
     /// has them. The dataset must be open; a null image tells a failure.
     QImage Render(const CRect2D &bounds, const QSize &size, const QList<QRgb> &ramp = {}) const;
 
-    /// Mosaics @p source into this dataset: cells of the source that hold data replace what was there; nearest cell
-    /// where the resolution or the coordinate system differs. With @p flag false only cells without data are filled.
-    /// @param progress counts rows of cells
-    /// @return false when either is closed, this is read-only, the two do not overlap, or @p progress stops it.
+    /// Mosaics @p source into this dataset: its cells that hold data replace what was there; with @p flag false only
+    /// cells without data are filled.
+    ///
+    /// Where the two have the same cells (size, place and coordinate system agree to a hundredth of a cell) they are
+    /// copied bit by bit. Else every cell of this dataset whose middle lies in a cell of the source with data gets a
+    /// value: between the nearest four where the values are continuous, their average where the source is more than
+    /// twice as fine, the nearest one where they may be classes. Continuous are images, elevation models and floating
+    /// point grids; classes are cells with a palette or categories, and grids of whole numbers. Cells without data take
+    /// no part. A source without a coordinate system is taken to be in that of this dataset; else it is reprojected
+    /// (to an eighth of a cell). Whole numbers are rounded to; a value beyond the pixel format's range makes the whole
+    /// fail, as do bands that do not match. Grey becomes all three colours, a palette its colours, a missing alpha
+    /// band opaque.
+    ///
+    /// All or nothing: an append that fails or is stopped leaves the dataset as it was. Of an image file, a copy in a
+    /// hidden folder beside it is worked on and takes its place in the end, so there must be room for it.
+    /// @param[in] progress counts cells of this dataset; the answer false stops the work
+    /// @return false when either is closed, this is read-only, the two do not overlap, the source has no georeference
+    /// while this has one, or nothing of it that holds data lies here. A dataset laid into itself changes nothing.
     bool Append(CDatasetRaster *source, bool flag = true, const TxProgress &progress = {});
-    /// Mosaics an image file, laid into @p bounds (void: the file's own georeference), into this dataset.
+    /// Mosaics an image file into this dataset, otherwise as above.
+    ///
+    /// @p bounds, in this dataset's coordinate system, is where the outer edges of the image are laid, whatever the
+    /// file itself says; the default rectangle CRect2D() leaves it to the file's own georeference, without which the
+    /// image is refused. @p type names the only format that is accepted.
     bool Append(const QString &path, const CRect2D &bounds, FileType type = AutoDetect, bool flag = true,
                 const TxProgress &progress = {});
 

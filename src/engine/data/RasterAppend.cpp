@@ -1,9 +1,13 @@
 #include "engine/data/DatasetRaster.h"
+#include "engine/data/TxRasterCheck.h"
 #include "engine/data/TxRasterMosaic.h"
 #include "engine/data/TxRasterPrivate.h"
+#include "engine/data/TxRasterUpdate.h"
+#include "engine/data/TxStoragePath.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace {
 
@@ -40,19 +44,66 @@ QString refusal(const CDatasetRaster &dataset)
     return QString();
 }
 
-/// Lays @p source into the open dataset behind @p d, which is opened for changes meanwhile.
-bool append(TxRasterPrivate &d, GDALDataset &source, const CRect2D &bounds, bool replace, const TxProgress &progress)
+/// Why nothing can be laid into @p bounds; empty when it can.
+QString boundsRefusal(const CRect2D &bounds)
+{
+    if (bounds == CRect2D())
+        return QString();
+    const bool isUsable = std::isfinite(bounds.left) && std::isfinite(bounds.bottom) && std::isfinite(bounds.right) &&
+                          std::isfinite(bounds.top) && bounds.Width() > 0 && bounds.Height() > 0;
+    return isUsable ? QString() : QStringLiteral("The bounds hold no area to lay an image into");
+}
+
+/// Opens the image @p path. @return null with the engine's last error set
+TxGdal::DatasetPtr openImage(const QString &path, CDatasetRaster::FileType type)
 {
     const TxGdal::ErrorCollector errors;
-    const QString failure = QStringLiteral("Nothing was laid into “%1”").arg(d.q->GetName());
+    const QString failure = QStringLiteral("The image “%1” ").arg(TxStoragePath::displayed(path));
+    QString reason = path.isEmpty() ? QStringLiteral("has no name") : TxStoragePath::refusal(path);
+    if (reason.isEmpty())
+        reason = TxStoragePath::damage(path);
+    if (!reason.isEmpty()) {
+        TxGdal::fail(failure + reason);
+        return nullptr;
+    }
+    TxGdal::DatasetPtr image = TxGdal::open(path.toUtf8(), GDAL_OF_RASTER, {}, driversOf(type));
+    if (!image) {
+        errors.fail(failure + QStringLiteral("cannot be opened"));
+        return nullptr;
+    }
+    reason = TxRasterCheck::damage(*image, path);
+    if (reason.isEmpty())
+        return image;
+    TxGdal::fail(failure + reason);
+    return nullptr;
+}
+
+/// Lays @p source into the open dataset behind @p d, wholly or not at all.
+bool append(TxRasterPrivate &d, GDALDataset &source, const TxRasterOrder &order, const TxProgress &progress)
+{
+    const TxGdal::ErrorCollector errors;
     d.dataSource().endRecordsets();
-    TxGdal::DatasetPtr target = d.openRaster(GDAL_OF_UPDATE);
-    bool done = target && TxRasterMosaic::lay(*target, source, bounds, replace, progress);
-    target.reset(); // writes what is left, which may fail as well
-    done = done && !errors.hasFailure();
-    d.gdal = d.openRaster(GDAL_OF_READONLY);
+    qint64 reached = 0, whole = 0;
+    const TxProgress watched = [&](qint64 done, qint64 total) {
+        reached = done;
+        whole = total;
+        return !progress || progress(done, total);
+    };
+    std::unique_ptr<TxRasterUpdate> update = TxRasterUpdate::begin(d, progress);
+    const bool done = update && TxRasterMosaic::lay(update->raster(), source, order, watched) && update->commit();
+    update.reset(); // takes back what was not kept
+    if (!done) {
+        const QString share = reached > 0
+                                  ? QStringLiteral(" (it broke off after %1 % of the cells)").arg(100 * reached / whole)
+                                  : QString();
+        return errors.fail(
+            QStringLiteral("Nothing was laid into “%1”, which is as it was%2").arg(d.q->GetName(), share));
+    }
     d.contentChanged();
-    return (done && d.gdal) || errors.fail(failure);
+    if (!d.dataSource().isGeoPackage())
+        d.dataSource().reopen(); // the file is another one
+    d.gdal = d.openRaster(GDAL_OF_READONLY);
+    return d.gdal || errors.fail(QStringLiteral("“%1” cannot be opened again").arg(d.q->GetName()));
 }
 
 } // namespace
@@ -66,18 +117,17 @@ bool CDatasetRaster::Append(CDatasetRaster *source, bool flag, const TxProgress 
         return TxGdal::fail(reason);
     if (source == this)
         return true; // every cell is there already
-    return append(*d, *source->d->gdal, CRect2D(), flag, progress);
+    return append(*d, *source->d->gdal, {CRect2D(), GetType(), flag}, progress);
 }
 
 bool CDatasetRaster::Append(const QString &path, const CRect2D &bounds, FileType type, bool flag,
                             const TxProgress &progress)
 {
-    const QString reason = refusal(*this);
+    QString reason = refusal(*this);
+    if (reason.isEmpty())
+        reason = boundsRefusal(bounds);
     if (!reason.isEmpty())
         return TxGdal::fail(reason);
-    const TxGdal::ErrorCollector errors;
-    const TxGdal::DatasetPtr source = TxGdal::open(path.toUtf8(), GDAL_OF_RASTER, {}, driversOf(type));
-    if (!source)
-        return errors.fail(QStringLiteral("The image “%1” cannot be opened").arg(path));
-    return append(*d, *source, bounds, flag, progress);
+    const TxGdal::DatasetPtr source = openImage(path, type);
+    return source && append(*d, *source, {bounds, GetType(), flag}, progress);
 }

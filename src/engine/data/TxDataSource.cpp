@@ -51,7 +51,7 @@ bool CTxDataSource::HasCapability(int capability) const
         return d->gdal->TestCapability(ODsCDeleteLayer);
     case CanCreateFields:
     case CanEditRecords:
-        return true; // every driver that is opened for changes can do both
+        return d->engineType != CTxDataSourceStorage::ImageFile; // every driver opened for changes else can do both
     case CanHoldRasters:
         return d->isGeoPackage();
     case CanRenameDatasets:

@@ -14,21 +14,29 @@
 
 namespace {
 
-/// What a driver wants to be told, and whether what it opens can be changed here.
+/// How what a driver opens can be changed here.
+enum class Changes {
+    None,
+    InPlace, ///< through the datasource's own connection
+    ByACopy, ///< by a changed copy that takes the file's place
+};
+
+/// What a driver wants to be told, and how what it opens can be changed.
 struct DriverRow
 {
     const char *driver;
-    bool canUpdate;
+    Changes changes;
     const char *openOption; ///< null for none
 };
 
 constexpr std::array driverRows = {
-    DriverRow{"GPKG", true, "LIST_ALL_TABLES=NO"}, // tables of our own are no layers
-    DriverRow{"ESRI Shapefile", true, nullptr},
-    DriverRow{"SQLite", true, "LIST_ALL_TABLES=YES"}, // those without a geometry too
-    DriverRow{"PostgreSQL", true, nullptr},
-    DriverRow{"GML", false, "WRITE_GFS=NO"},        // looking at a file must leave nothing beside it
-    DriverRow{"CSV", false, "AUTODETECT_TYPE=YES"}, // else every field is a text
+    DriverRow{"GPKG", Changes::InPlace, "LIST_ALL_TABLES=NO"}, // tables of our own are no layers
+    DriverRow{"ESRI Shapefile", Changes::InPlace, nullptr},
+    DriverRow{"SQLite", Changes::InPlace, "LIST_ALL_TABLES=YES"}, // those without a geometry too
+    DriverRow{"PostgreSQL", Changes::InPlace, nullptr},
+    DriverRow{"GML", Changes::None, "WRITE_GFS=NO"},        // looking at a file must leave nothing beside it
+    DriverRow{"CSV", Changes::None, "AUTODETECT_TYPE=YES"}, // else every field is a text
+    DriverRow{"GTiff", Changes::ByACopy, nullptr},
 };
 
 const DriverRow *findDriver(const QString &driver)
@@ -120,13 +128,27 @@ private:
         QStringList options;
         if (row && row->openOption)
             options.append(QString::fromLatin1(row->openOption));
-        const bool mayWrite = row && row->canUpdate && (m_d.options & CTxDataSource::OpenReadOnly) == 0 &&
-                              (TxStoragePath::isConnection(m_path) || QFileInfo(m_path).isWritable());
-        if (mayWrite && take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_UPDATE, options, {driver}), options, true))
+        const Changes changes = mayWrite() && row ? row->changes : Changes::None;
+        if (changes == Changes::InPlace &&
+            take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_UPDATE, options, {driver}), options, true))
             return true;
         if (isLocked())
             return false;
-        return take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER, options, {driver}), options, false);
+        return take(TxGdal::open(m_name, GDAL_OF_VECTOR | GDAL_OF_RASTER, options, {driver}), options,
+                    changes == Changes::ByACopy && isReplaceable());
+    }
+
+    bool mayWrite() const
+    {
+        return (m_d.options & CTxDataSource::OpenReadOnly) == 0 &&
+               (TxStoragePath::isConnection(m_path) || QFileInfo(m_path).isWritable());
+    }
+
+    /// True for a file beside which others can be made.
+    bool isReplaceable() const
+    {
+        const QFileInfo file(QFileInfo(m_path).canonicalFilePath());
+        return file.isFile() && QFileInfo(file.path()).isWritable();
     }
 
     /// Makes @p gdal the datasource's, if it was opened at all. Drivers do not say reliably whether it can be written.

@@ -132,8 +132,9 @@ bool TxDataSourcePrivate::reopen()
 {
     endRecordsets();
     const TxGdal::ErrorCollector errors;
-    const unsigned access = isReadOnly() ? GDAL_OF_READONLY : GDAL_OF_UPDATE;
-    const unsigned content = isReadOnly() ? GDAL_OF_VECTOR | GDAL_OF_RASTER : GDAL_OF_VECTOR;
+    const bool onlyReads = isReadOnly() || engineType == CTxDataSourceStorage::ImageFile;
+    const unsigned access = onlyReads ? GDAL_OF_READONLY : GDAL_OF_UPDATE;
+    const unsigned content = onlyReads ? GDAL_OF_VECTOR | GDAL_OF_RASTER : GDAL_OF_VECTOR;
     gdal.reset(); // before it is opened anew: one file, one connection
     transaction = false;
     ++generation;
