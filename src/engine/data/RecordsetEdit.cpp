@@ -10,6 +10,8 @@
 
 #include <ogrsf_frmts.h>
 
+#include <algorithm>
+
 namespace {
 
 /// Why records of the dataset cannot be changed; empty when they can.
@@ -58,19 +60,9 @@ void deriveFields(OGRFeature &feature, const std::vector<int> &places, const CEl
 /// keep what it says.
 bool hasTextMember(const CElemGeometry &geometry)
 {
-    std::vector<const CElemGeometry *> pending = {&geometry};
-    while (!pending.empty()) {
-        const auto *compound = dynamic_cast<const CGeoCompound *>(pending.back());
-        pending.pop_back();
-        for (qint32 i = 0; compound && i < compound->GetGeometryCount(); ++i) {
-            const CElemGeometry *member = compound->GetGeometry(i);
-            if (isText(*member))
-                return true;
-            if (member->GetType() == CElemGeometry::Compound)
-                pending.push_back(member);
-        }
-    }
-    return false;
+    const auto *compound = dynamic_cast<const CGeoCompound *>(&geometry);
+    const std::vector<CElemGeometry *> leaves = compound ? compound->GetLeaves() : std::vector<CElemGeometry *>();
+    return std::any_of(leaves.begin(), leaves.end(), [](const CElemGeometry *leaf) { return isText(*leaf); });
 }
 
 /// Runs @p change on the dataset's layer. While no edit transaction is open it is one of its own in a GeoPackage, so

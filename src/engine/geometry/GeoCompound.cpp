@@ -29,17 +29,8 @@ CGeoCompound::~CGeoCompound()
 CRect2D CGeoCompound::GetBounds() const
 {
     CRect2D bounds;
-    std::vector<const CGeoCompound *> pending = {this};
-    while (!pending.empty()) {
-        const CGeoCompound *compound = pending.back();
-        pending.pop_back();
-        for (const std::unique_ptr<CElemGeometry> &member : compound->m_members) {
-            if (const CGeoCompound *inner = asCompound(member.get()))
-                pending.push_back(inner);
-            else
-                bounds.Union(member->GetBounds());
-        }
-    }
+    for (const CElemGeometry *leaf : GetLeaves())
+        bounds.Union(leaf->GetBounds());
     return bounds;
 }
 
@@ -71,6 +62,30 @@ std::unique_ptr<CElemGeometry> CGeoCompound::Clone() const
 CElemGeometry *CGeoCompound::GetGeometry(qint32 index) const
 {
     return index >= 0 && index < GetGeometryCount() ? m_members[static_cast<size_t>(index)].get() : nullptr;
+}
+
+std::vector<CElemGeometry *> CGeoCompound::GetLeaves() const
+{
+    struct Place
+    {
+        const CGeoCompound *compound;
+        size_t next;
+    };
+    std::vector<CElemGeometry *> leaves;
+    std::vector<Place> path = {{this, 0}};
+    while (!path.empty()) {
+        Place &place = path.back();
+        if (place.next == place.compound->m_members.size()) {
+            path.pop_back();
+            continue;
+        }
+        CElemGeometry *member = place.compound->m_members[place.next++].get();
+        if (const CGeoCompound *inner = asCompound(member))
+            path.push_back({inner, 0});
+        else
+            leaves.push_back(member);
+    }
+    return leaves;
 }
 
 bool CGeoCompound::AddGeometry(std::unique_ptr<CElemGeometry> member)

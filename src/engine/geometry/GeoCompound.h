@@ -21,6 +21,9 @@ public:
     qint32 GetGeometryCount() const { return static_cast<qint32>(m_members.size()); }
     /// The member at 0-based @p index, null when out of range. It stays the compound's.
     CElemGeometry *GetGeometry(qint32 index) const;
+    /// The members that are no compounds, those of member compounds in their place: what is to be drawn, measured or
+    /// searched. They stay the compound's.
+    std::vector<CElemGeometry *> GetLeaves() const;
     /// Adds @p member at the end; null is refused.
     bool AddGeometry(std::unique_ptr<CElemGeometry> member);
 

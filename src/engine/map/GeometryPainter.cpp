@@ -22,18 +22,13 @@ constexpr double widestOfSegments = 3.0;
 template<class Visit>
 void visitSimple(const CElemGeometry &geometry, Visit visit)
 {
-    std::vector<const CElemGeometry *> pending{&geometry};
-    while (!pending.empty()) {
-        const CElemGeometry *next = pending.back();
-        pending.pop_back();
-        const auto *compound = dynamic_cast<const CGeoCompound *>(next);
-        if (!compound) {
-            visit(*next);
-            continue;
-        }
-        for (qint32 i = compound->GetGeometryCount() - 1; i >= 0; --i)
-            pending.push_back(compound->GetGeometry(i));
+    const auto *compound = dynamic_cast<const CGeoCompound *>(&geometry);
+    if (!compound) {
+        visit(geometry);
+        return;
     }
+    for (const CElemGeometry *leaf : compound->GetLeaves())
+        visit(*leaf);
 }
 
 /// Calls @p visit with the index and the points of each part.
