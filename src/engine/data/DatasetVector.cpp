@@ -36,6 +36,8 @@ bool CDatasetVector::Open()
 
 bool CDatasetVector::Close()
 {
+    if (d->isOpen && !d->dataSource().isIdle())
+        return false;
     d->recordsets.clear();
     d->isOpen = false;
     return true;

@@ -14,19 +14,7 @@ namespace {
 bool addToLayer(OGRLayer &layer, const CTxFieldInfos &infos, bool undoesItself)
 {
     const int before = layer.GetLayerDefn()->GetFieldCount();
-    bool done = true;
-    for (const CTxFieldInfo &info : infos) {
-        const std::unique_ptr<OGRFieldDefn> field = TxFieldDefinition::toOgr(info);
-        done = field && layer.CreateField(field.get(), FALSE) == OGRERR_NONE;
-        const int count = layer.GetLayerDefn()->GetFieldCount();
-        if (done && info.GetName() != QString::fromUtf8(layer.GetLayerDefn()->GetFieldDefn(count - 1)->GetNameRef())) {
-            CPLError(CE_Failure, CPLE_AppDefined, "a field cannot be called “%s” there",
-                     info.GetName().toUtf8().constData());
-            done = false;
-        }
-        if (!done)
-            break;
-    }
+    const bool done = TxFieldDefinition::addTo(layer, infos);
     if (!done && !undoesItself) {
         for (int i = layer.GetLayerDefn()->GetFieldCount() - 1; i >= before; --i)
             layer.DeleteField(i);

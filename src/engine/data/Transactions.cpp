@@ -20,6 +20,8 @@ bool forEachVector(const TxDataSourcePrivate &dataSource, Act act)
 
 bool CTxDataSource::BeginTrans()
 {
+    if (!d->isIdle())
+        return false;
     if (d->transaction)
         return TxGdal::fail(QStringLiteral("“%1” has an open edit transaction already").arg(d->alias));
     if (!HasCapability(CanTransact))
@@ -37,6 +39,8 @@ bool CTxDataSource::BeginTrans()
 
 bool CTxDataSource::CommitTrans()
 {
+    if (!d->isIdle())
+        return false;
     if (!d->transaction)
         return TxGdal::fail(QStringLiteral("“%1” has no open edit transaction").arg(d->alias));
     const TxGdal::ErrorCollector errors;
@@ -54,6 +58,8 @@ bool CTxDataSource::CommitTrans()
 
 bool CTxDataSource::RollbackTrans()
 {
+    if (!d->isIdle())
+        return false;
     if (!d->transaction)
         return TxGdal::fail(QStringLiteral("“%1” has no open edit transaction").arg(d->alias));
     const TxGdal::ErrorCollector errors;

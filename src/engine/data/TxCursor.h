@@ -2,6 +2,8 @@
 
 #include "engine/base/TxVariant.h"
 
+#include "engine/data/TxRawValue.h"
+
 #include <QByteArray>
 
 #include <ogr_geometry.h>
@@ -35,8 +37,12 @@ public:
     virtual qint64 id() const = 0;
     /// Reads the field at @p index of the recordset.
     virtual void value(int index, CTxVariant &value) const = 0;
+    /// The same as the storage gives it, without a copy; valid until the next call or move.
+    virtual TxRawValue raw(int index) const = 0;
     /// A copy of the geometry, null when there is none.
     virtual std::unique_ptr<OGRGeometry> geometry() const = 0;
+    /// The geometry itself where that saves a copy: the record has none afterwards.
+    virtual std::unique_ptr<OGRGeometry> takeGeometry() { return geometry(); }
     /// How the source draws the current record, in OGR's style language; empty where it does not say.
     virtual QByteArray style() const { return QByteArray(); }
     /// Reads the record @p id apart from the walk, which stays where it is. With @p matching only if the query gives

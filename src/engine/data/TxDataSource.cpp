@@ -93,6 +93,8 @@ QString CTxDataSource::GetUnoccupiedDatasetName(const QString &proposal, const Q
 
 bool CTxDataSource::Refresh()
 {
+    if (!d->isIdle())
+        return false;
     if (d->transaction)
         return TxGdal::fail(QStringLiteral("“%1” cannot be looked at anew within a transaction").arg(d->alias));
     return d->refresh();

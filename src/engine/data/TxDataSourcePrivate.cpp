@@ -166,6 +166,11 @@ void TxDataSourcePrivate::ownProjection(const CTxDataset &dataset, CTxPJCoordSys
     }
 }
 
+bool TxDataSourcePrivate::isIdle() const
+{
+    return busy == 0 || TxGdal::fail(QStringLiteral("“%1” is busy with an append").arg(alias));
+}
+
 bool TxDataSourcePrivate::isGeoPackage() const
 {
     return driver == "GPKG";

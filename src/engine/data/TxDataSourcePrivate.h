@@ -77,6 +77,8 @@ public:
     void endRecordsets();
     /// True for the native database and for GeoPackages: SQLite files with one schema.
     bool isGeoPackage() const;
+    /// False, with the engine's last error set, while long work is under way.
+    bool isIdle() const;
     /// True when changes are refused.
     bool isReadOnly() const { return (options & CTxDataSource::OpenReadOnly) != 0; }
     /// @}
@@ -87,6 +89,7 @@ public:
     quint32 options = CTxDataSource::Normal;
     CTxDataSourceStorage::Type engineType = CTxDataSourceStorage::Unknown;
     bool transaction = false; ///< an edit transaction is open
+    int busy = 0;             ///< long work is under way; what would pull the ground away from under it is refused
     TxGdal::DatasetPtr gdal;  ///< holds the layers; null where there are only rasters
     QByteArray gdalName;      ///< what gdal was opened by
     QStringList gdalOptions;  ///< open options of gdal

@@ -21,7 +21,8 @@ CTxDataSource *CTxDataSources::Open(const QString &path, const QString &alias, q
 
 bool CTxDataSources::Close(const QString &alias)
 {
-    return take(alias) != nullptr;
+    const CTxDataSource *dataSource = find(alias);
+    return dataSource && TxDataSourcePrivate::of(*dataSource).isIdle() && take(alias) != nullptr;
 }
 
 void CTxDataSources::CloseAll()

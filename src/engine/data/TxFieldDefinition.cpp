@@ -4,7 +4,7 @@
 #include "engine/base/TxNumberText.h"
 
 #include <cpl_error.h>
-#include <ogr_feature.h>
+#include <ogrsf_frmts.h>
 
 #include <QDateTime>
 
@@ -104,6 +104,22 @@ std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info)
         field->SetDefault(literal.toUtf8().constData());
     }
     return field;
+}
+
+bool addTo(OGRLayer &layer, const CTxFieldInfos &infos)
+{
+    for (const CTxFieldInfo &info : infos) {
+        const std::unique_ptr<OGRFieldDefn> field = toOgr(info);
+        if (!field || layer.CreateField(field.get(), FALSE) != OGRERR_NONE)
+            return false;
+        const OGRFeatureDefn &made = *layer.GetLayerDefn();
+        if (info.GetName() != QString::fromUtf8(made.GetFieldDefn(made.GetFieldCount() - 1)->GetNameRef())) {
+            CPLError(CE_Failure, CPLE_AppDefined, "a field cannot be called “%s” there",
+                     info.GetName().toUtf8().constData());
+            return false;
+        }
+    }
+    return true;
 }
 
 qint32 bound(const CTxFieldInfo &info)

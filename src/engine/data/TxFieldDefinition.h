@@ -5,6 +5,7 @@
 #include <memory>
 
 class OGRFieldDefn;
+class OGRLayer;
 
 /// How our fields are kept by OGR. A private header.
 namespace TxFieldDefinition {
@@ -12,6 +13,10 @@ namespace TxFieldDefinition {
 /// The OGR field that keeps @p info. @return null, which is reported to the error collectors, when there is no such
 /// field type or the default is no value of the field.
 std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info);
+
+/// Adds the fields @p infos to @p layer. @return false at the first that cannot be made under its name (some drivers cut
+/// what their format cannot keep, and say so in a warning only); those before it, and a cut one, are there then
+bool addTo(OGRLayer &layer, const CTxFieldInfos &infos);
 
 /// The largest amount of a currency field: beyond it a double no longer tells ten-thousandths apart.
 constexpr double largestCurrency = 9007199254740992.0 / 10000.0;

@@ -100,27 +100,53 @@ CTxVariant fromDate(const OGRField &value)
 
 CTxVariant fromFeature(const OGRFeature &feature, int ogrIndex, qint16 type)
 {
+    return fromRaw(rawOf(feature, ogrIndex), type);
+}
+
+TxRawValue rawOf(const OGRFeature &feature, int ogrIndex)
+{
     if (!feature.IsFieldSetAndNotNullUnsafe(ogrIndex))
-        return CTxVariant::null();
+        return TxRawValue();
     const OGRField &raw = *feature.GetRawFieldRef(ogrIndex);
     switch (feature.GetFieldDefnRef(ogrIndex)->GetType()) {
     case OFTInteger:
-        return fromInteger(type, raw.Integer);
+        return TxRawValue::ofInteger(raw.Integer);
     case OFTInteger64:
-        return fromInteger(type, raw.Integer64);
+        return TxRawValue::ofInteger(raw.Integer64);
     case OFTReal:
-        return fromReal(type, raw.Real);
+        return TxRawValue::ofReal(raw.Real);
     case OFTString:
-        return CTxVariant(QString::fromUtf8(raw.String));
+        return TxRawValue::ofData(TxRawValue::Text, raw.String, qstrlen(raw.String));
     case OFTDate:
     case OFTTime:
     case OFTDateTime:
-        return fromDate(raw);
+        return TxRawValue::ofMoment(raw);
     case OFTBinary:
-        return CTxVariant(QByteArray(reinterpret_cast<const char *>(raw.Binary.paData), raw.Binary.nCount));
-    default:
-        return CTxVariant(QString::fromUtf8(feature.GetFieldAsString(ogrIndex)));
+        return TxRawValue::ofData(TxRawValue::Bytes, raw.Binary.paData, static_cast<size_t>(raw.Binary.nCount));
+    default: {
+        const char *text = feature.GetFieldAsString(ogrIndex);
+        return TxRawValue::ofData(TxRawValue::Text, text, qstrlen(text));
     }
+    }
+}
+
+CTxVariant fromRaw(const TxRawValue &raw, qint16 type)
+{
+    switch (raw.kind) {
+    case TxRawValue::Null:
+        break;
+    case TxRawValue::Integer:
+        return fromInteger(type, raw.integer);
+    case TxRawValue::Real:
+        return fromReal(type, raw.real);
+    case TxRawValue::Text:
+        return CTxVariant(QString::fromUtf8(raw.data, static_cast<qsizetype>(raw.size)));
+    case TxRawValue::Bytes:
+        return CTxVariant(QByteArray(raw.data, static_cast<qsizetype>(raw.size)));
+    case TxRawValue::Moment:
+        return fromDate(raw.moment);
+    }
+    return CTxVariant::null();
 }
 
 } // namespace TxFieldTypes

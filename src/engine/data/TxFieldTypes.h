@@ -2,6 +2,7 @@
 
 #include "engine/base/TxVariant.h"
 #include "engine/data/TxFieldInfo.h"
+#include "engine/data/TxRawValue.h"
 
 #include <ogr_feature.h>
 
@@ -30,5 +31,10 @@ CTxVariant fromDate(const OGRField &value);
 
 /// The value of OGR field @p ogrIndex of @p feature, as a field of type @p type gives it.
 CTxVariant fromFeature(const OGRFeature &feature, int ogrIndex, qint16 type);
+
+/// The same, not copied: valid until the feature changes or another value of it is asked for.
+TxRawValue rawOf(const OGRFeature &feature, int ogrIndex);
+/// The value @p raw, as a field of type @p type gives it.
+CTxVariant fromRaw(const TxRawValue &raw, qint16 type);
 
 } // namespace TxFieldTypes

@@ -63,7 +63,18 @@ public:
         value = read(*m_feature, m_fields[static_cast<size_t>(index)]);
     }
 
+    TxRawValue raw(int index) const override
+    {
+        const int ogrIndex = m_fields[static_cast<size_t>(index)].ogrIndex;
+        return ogrIndex < 0 ? TxRawValue::ofInteger(m_feature->GetFID()) : TxFieldTypes::rawOf(*m_feature, ogrIndex);
+    }
+
     std::unique_ptr<OGRGeometry> geometry() const override { return copiedGeometry(*m_feature); }
+
+    std::unique_ptr<OGRGeometry> takeGeometry() override
+    {
+        return std::unique_ptr<OGRGeometry>(m_plan.wantsGeometry() ? m_feature->StealGeometry() : nullptr);
+    }
 
     QByteArray style() const override { return m_feature->GetStyleString(); }
 

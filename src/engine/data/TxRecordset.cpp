@@ -54,9 +54,7 @@ void TxRecordsetPrivate::setFields(const std::vector<TxRecordsetField> &list, si
         });
         return at == fields.end() ? -1 : static_cast<int>(at - fields.begin());
     };
-    m_textField = place(NativeSchema::text);
-    m_angleField = place(NativeSchema::textAngle);
-    m_heightField = place(NativeSchema::textHeight);
+    m_text = {place(NativeSchema::text), place(NativeSchema::textAngle), place(NativeSchema::textHeight)};
 }
 
 int TxRecordsetPrivate::findField(const QString &name) const
@@ -131,9 +129,9 @@ std::unique_ptr<CElemGeometry> TxRecordsetPrivate::geometry()
         return field >= 0 && value(static_cast<size_t>(field), number) ? number.toDouble() : 0.0;
     };
     CTxVariant said;
-    if (m_textField >= 0 && value(static_cast<size_t>(m_textField), said) && !said.IsNull()) {
-        auto text = std::make_unique<CGeoText>(anchor.GetPoint(), said.toText(), numberAt(m_angleField),
-                                               numberAt(m_heightField));
+    if (m_text.text >= 0 && value(static_cast<size_t>(m_text.text), said) && !said.IsNull()) {
+        auto text = std::make_unique<CGeoText>(anchor.GetPoint(), said.toText(), numberAt(m_text.angle),
+                                               numberAt(m_text.height));
         text->SetAnchor(anchor);
         return text;
     }

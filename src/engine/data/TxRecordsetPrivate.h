@@ -59,6 +59,14 @@ public:
     }
     /// The current record's identifier, -1 when there is none.
     qint64 currentId() const { return pinned ? pinned->id : hasRecord() ? cursor->id() : -1; }
+    /// Indices of the fields that a text is made of, shown or not; -1 for what there is not.
+    struct TextFields
+    {
+        int text = -1;
+        int angle = -1;
+        int height = -1;
+    };
+    const TextFields &textFields() const { return m_text; }
     /// The index of the field called @p name (letter case ignored), -1 when there is none.
     int findField(const QString &name) const;
     /// Gives the recordset its fields; those behind the first @p visible are not shown.
@@ -93,7 +101,5 @@ private:
     std::vector<int> m_derived;   // derivedPlaces(), once somebody writes
     mutable size_t m_lastFound = 0; // the field that findField() gave last
     bool m_pinIsRead = false;     // pinned holds more than the identifier
-    int m_textField = -1;         // places of what a text says
-    int m_angleField = -1;
-    int m_heightField = -1;
+    TextFields m_text;
 };

@@ -68,6 +68,8 @@ public:
 
     void value(int index, CTxVariant &value) const override { value = read(*m_feature, index); }
 
+    TxRawValue raw(int index) const override { return TxFieldTypes::rawOf(*m_feature, index); }
+
     std::unique_ptr<OGRGeometry> geometry() const override
     {
         const OGRGeometry *geometry = m_plan.wantsGeometry() ? m_feature->GetGeometryRef() : nullptr;

@@ -30,6 +30,8 @@ QString TxSchemaChange::refusal(TxDataSourcePrivate &dataSource)
 {
     if (!dataSource.gdal && !dataSource.reopen())
         return QStringLiteral("The connection to “%1” is lost").arg(dataSource.alias);
+    if (dataSource.busy > 0)
+        return QStringLiteral("“%1” is busy with an append").arg(dataSource.alias);
     if (dataSource.isReadOnly())
         return QStringLiteral("“%1” is read-only").arg(dataSource.alias);
     if (dataSource.transaction)

@@ -80,6 +80,11 @@ public:
         value = read(m_statement.get(), index, m_types[static_cast<size_t>(index)]);
     }
 
+    TxRawValue raw(int index) const override
+    {
+        return rawIn(m_statement.get(), index, m_types[static_cast<size_t>(index)]);
+    }
+
     std::unique_ptr<OGRGeometry> geometry() const override { return geometryIn(m_statement.get()); }
 
     bool fetch(qint64 id, bool matching, TxRecord &record) override
@@ -186,37 +191,40 @@ private:
 
     static CTxVariant read(sqlite3_stmt *statement, int column, qint16 type)
     {
-        const int stored = sqlite3_column_type(statement, column);
-        if (stored == SQLITE_NULL)
-            return CTxVariant::null();
+        return TxFieldTypes::fromRaw(rawIn(statement, column, type), type);
+    }
+
+    static TxRawValue rawIn(sqlite3_stmt *statement, int column, qint16 type)
+    {
+        if (sqlite3_column_type(statement, column) == SQLITE_NULL)
+            return TxRawValue();
+        const auto dataIn = [&](TxRawValue::Kind kind, const void *data) {
+            return TxRawValue::ofData(kind, data, static_cast<size_t>(sqlite3_column_bytes(statement, column)));
+        };
         switch (type) {
         case CTxFieldInfo::Boolean:
         case CTxFieldInfo::Byte:
         case CTxFieldInfo::Short:
         case CTxFieldInfo::Long:
-            return TxFieldTypes::fromInteger(type, sqlite3_column_int64(statement, column));
+            return TxRawValue::ofInteger(sqlite3_column_int64(statement, column));
         case CTxFieldInfo::Single:
         case CTxFieldInfo::Double:
         case CTxFieldInfo::Currency:
         case CTxFieldInfo::Numeric:
         case CTxFieldInfo::Float:
-            return TxFieldTypes::fromReal(type, sqlite3_column_double(statement, column));
+            return TxRawValue::ofReal(sqlite3_column_double(statement, column));
         case CTxFieldInfo::Binary:
         case CTxFieldInfo::LongBinary:
-        case CTxFieldInfo::GeometryBinary: {
-            const void *bytes = sqlite3_column_blob(statement, column);
-            return CTxVariant(QByteArray(static_cast<const char *>(bytes), sqlite3_column_bytes(statement, column)));
-        }
+        case CTxFieldInfo::GeometryBinary:
+            return dataIn(TxRawValue::Bytes, sqlite3_column_blob(statement, column));
         case CTxFieldInfo::Date:
         case CTxFieldInfo::Time: {
             OGRField date;
             const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-            return text && OGRParseDate(text, &date, 0) ? TxFieldTypes::fromDate(date) : CTxVariant::null();
+            return text && OGRParseDate(text, &date, 0) ? TxRawValue::ofMoment(date) : TxRawValue();
         }
-        default: {
-            const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-            return CTxVariant(QString::fromUtf8(text, sqlite3_column_bytes(statement, column)));
-        }
+        default:
+            return dataIn(TxRawValue::Text, sqlite3_column_text(statement, column));
         }
     }
 

@@ -58,7 +58,6 @@ private:
     NativeSchema::Role role() const;
     void plan();
     OGRLayer *makeLayer(const LayerPlan &layerPlan);
-    bool makeFields(OGRLayer &layer, const CTxFieldInfos &fields);
 
     TxDataSourcePrivate &m_d;
     const CTxDatasetDef &m_def;
@@ -150,25 +149,7 @@ OGRLayer *VectorMaker::makeLayer(const LayerPlan &layerPlan)
     OGRLayer *layer =
         m_d.gdal->CreateLayer(layerPlan.entry.source.constData(), m_coordSys.isGiven ? &m_coordSys.system : nullptr,
                               geometry, options.List());
-    return layer && makeFields(*layer, layerPlan.fields) ? layer : nullptr;
-}
-
-bool VectorMaker::makeFields(OGRLayer &layer, const CTxFieldInfos &fields)
-{
-    for (const CTxFieldInfo &info : fields) {
-        const std::unique_ptr<OGRFieldDefn> field = TxFieldDefinition::toOgr(info);
-        if (!field || layer.CreateField(field.get(), FALSE) != OGRERR_NONE)
-            return false;
-        // Some drivers cut or change a name that their format cannot keep, and say so in a warning only.
-        const OGRFeatureDefn *made = layer.GetLayerDefn();
-        const char *name = made->GetFieldDefn(made->GetFieldCount() - 1)->GetNameRef();
-        if (info.GetName() != QString::fromUtf8(name)) {
-            CPLError(CE_Failure, CPLE_AppDefined, "a field cannot be called “%s” there",
-                     info.GetName().toUtf8().constData());
-            return false;
-        }
-    }
-    return true;
+    return layer && TxFieldDefinition::addTo(*layer, layerPlan.fields) ? layer : nullptr;
 }
 
 bool VectorMaker::makeAll()

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "engine/data/TxRawValue.h"
+#include "engine/data/TxRecordsetPrivate.h"
+
+#include <vector>
+
+/// Which field of a recordset goes to which field of a dataset that records are appended to, and how its values are
+/// converted. A private header.
+///
+/// Names are compared without letter case. Where a shapefile is on either side a name that it cut to its ten characters
+/// is found too, if just one field has it. System fields, and fields that the other side lacks, are left out.
+///
+/// Values are converted to the target's type as CTxRecordset::SetFieldValue() does: nothing is cut, rounded to a whole
+/// number or wrapped around. What does not fit is refused.
+class AppendFields
+{
+public:
+    static constexpr qsizetype shapefileName = 10; ///< bytes that a shapefile keeps of a field's name
+
+    /// Pairs the fields. @p tagIndex is a field of the target's layer that is filled otherwise; -1 for none.
+    AppendFields(const TxRecordsetPrivate &source, TxVectorPrivate &target, int tagIndex);
+
+    /// One field that is copied.
+    struct Pair
+    {
+        int from;               ///< index of the recordset's field
+        qint16 fromType;        ///< its CTxFieldInfo::Type
+        int to;                 ///< index in the target's layer
+        OGRFieldType storage;   ///< how the layer keeps it
+        CTxFieldInfo info;      ///< of the target
+        double lowest, highest; ///< numbers between are written as they are
+        size_t safeBytes;       ///< texts and bytes of at most that size are written as they are
+        bool isNullable;
+    };
+    const std::vector<Pair> &pairs() const { return m_pairs; }
+
+    /// Writes @p value to @p feature. @return why it was refused, in words that follow the value; null when it was
+    /// written.
+    QString write(OGRFeature &feature, const Pair &pair, const TxRawValue &value) const;
+
+    /// The index in the layer of @p target of its field @p name, or of what a shapefile makes of that name; -1 when
+    /// there is none.
+    static int findTag(TxVectorPrivate &target, const QString &name);
+
+    /// True when the text @p value, which fits @p pair, makes a shapefile widen its field.
+    bool widens(const Pair &pair, const TxRawValue &value) const;
+
+private:
+    void add(int from, const CTxFieldInfo &source, const TxVectorField &target, const OGRFieldDefn &stored);
+
+    bool m_toShapefile;
+    std::vector<Pair> m_pairs;
+};
