@@ -47,6 +47,9 @@ constexpr std::array typeRows = {
     TypeRow{CTxFieldInfo::GeometryBinary, OFTBinary, OFSTNone, false, Literal::None},
 };
 
+/// The most characters of a number: what a shapefile can hold, and more than a double has to tell.
+constexpr qint32 mostDigits = 254;
+
 const TypeRow *findRow(qint16 code)
 {
     const auto row =
@@ -85,10 +88,16 @@ std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info)
                  info.GetName().toUtf8().constData(), int(info.GetType()));
         return nullptr;
     }
+    const bool isNumeric = info.GetType() == CTxFieldInfo::Numeric;
+    if (info.GetSize() < 0 || (isNumeric && info.GetSize() > mostDigits)) {
+        CPLError(CE_Failure, CPLE_AppDefined, "the field “%s” cannot have the size %d",
+                 info.GetName().toUtf8().constData(), int(info.GetSize()));
+        return nullptr;
+    }
     auto field = std::make_unique<OGRFieldDefn>(info.GetName().toUtf8().constData(), row->type);
     field->SetSubType(row->subType);
-    field->SetWidth(std::max(0, bound(info)));
-    if (info.GetType() == CTxFieldInfo::Numeric && info.GetSize() > 0) {
+    field->SetWidth(bound(info));
+    if (isNumeric && info.GetSize() > 0) {
         field->SetWidth(info.GetSize());
         field->SetPrecision(std::clamp(info.GetPrecision(), 0, info.GetSize()));
     }
@@ -113,7 +122,9 @@ bool addTo(OGRLayer &layer, const CTxFieldInfos &infos)
         if (!field || layer.CreateField(field.get(), FALSE) != OGRERR_NONE)
             return false;
         const OGRFeatureDefn &made = *layer.GetLayerDefn();
-        if (info.GetName() != QString::fromUtf8(made.GetFieldDefn(made.GetFieldCount() - 1)->GetNameRef())) {
+        const QString name = QString::fromUtf8(made.GetFieldDefn(made.GetFieldCount() - 1)->GetNameRef());
+        // Databases that write names in small letters find the field under either.
+        if (info.GetName().compare(name, Qt::CaseInsensitive) != 0) {
             CPLError(CE_Failure, CPLE_AppDefined, "a field cannot be called “%s” there",
                      info.GetName().toUtf8().constData());
             return false;

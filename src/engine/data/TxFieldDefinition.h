@@ -11,7 +11,7 @@ class OGRLayer;
 namespace TxFieldDefinition {
 
 /// The OGR field that keeps @p info. @return null, which is reported to the error collectors, when there is no such
-/// field type or the default is no value of the field.
+/// field type, the size is negative or more than a number can have, or the default is no value of the field.
 std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info);
 
 /// Adds the fields @p infos to @p layer. @return false at the first that cannot be made under its name (some drivers cut

@@ -191,6 +191,58 @@ TEST_F(Postgres, LoadsBrowsesTransactsAndCloses)
     EXPECT_EQ(source->GetDatasetCount(), before);
 }
 
+TEST_F(Postgres, KeepsFieldsAllOrNone)
+{
+    CTxDataSource *source = connect();
+    ASSERT_TRUE(source && makeVector(source, "Fields"));
+    struct Row
+    {
+        CTxFieldInfo field;
+        qint16 becomes;
+        qint32 textSize = 0;
+    };
+    const Row rows[] = {
+        {{"Truth", CTxFieldInfo::Boolean}, CTxFieldInfo::Boolean},
+        {{"Small", CTxFieldInfo::Byte}, CTxFieldInfo::Short},
+        {{"Whole", CTxFieldInfo::Long}, CTxFieldInfo::Long},
+        {{"Money", CTxFieldInfo::Currency}, CTxFieldInfo::Double},
+        {{"Single", CTxFieldInfo::Single}, CTxFieldInfo::Single},
+        {{"Moment", CTxFieldInfo::Date}, CTxFieldInfo::Date},
+        {{"Clock", CTxFieldInfo::Time}, CTxFieldInfo::Time},
+        {{"Bytes", CTxFieldInfo::Binary, 9}, CTxFieldInfo::LongBinary},
+        {{"Words", CTxFieldInfo::Character, 7}, CTxFieldInfo::Text, 7},
+        {{"Notes", CTxFieldInfo::Memo}, CTxFieldInfo::Text},
+        {{"Fixed", CTxFieldInfo::Numeric, 12}, CTxFieldInfo::Double},
+        {{"道路", CTxFieldInfo::Text, 5}, CTxFieldInfo::Text, 5},
+    };
+    CDatasetVector *fields = vector(source, "Fields");
+    for (const Row &row : rows)
+        EXPECT_TRUE(fields->CreateField(row.field)) << row.field.GetName().toStdString() << ' ' << lastError();
+    const CTxFieldInfo good("Good", CTxFieldInfo::Long);
+    CTxFieldInfos many;
+    for (int i = 0; i < 1600; ++i)
+        many.append(CTxFieldInfo(QStringLiteral("F%1").arg(i), CTxFieldInfo::Long));
+    const CTxFieldInfos refused[] = {
+        {good, {"Bad", 77}}, {good, {"GOOD", CTxFieldInfo::Long}}, {good, {"wkb_geometry", CTxFieldInfo::Long}}, many};
+    const int count = fields->GetFieldCount();
+    for (const CTxFieldInfos &infos : refused) {
+        const int errors = TxGetErrorMsgObj().GetErrorCount();
+        EXPECT_FALSE(fields->CreateFields(infos)) << infos.last().GetName().toStdString();
+        EXPECT_GT(TxGetErrorMsgObj().GetErrorCount(), errors);
+        EXPECT_EQ(fields->GetFieldCount(), count) << infos.last().GetName().toStdString();
+    }
+    sources.Close("db");
+    source = connect();
+    fields = vector(source, "Fields");
+    EXPECT_EQ(fields->GetFieldCount(), count);
+    for (const Row &row : rows) {
+        const CTxFieldInfo kept = fieldOf(*fields, row.field.GetName().toUtf8());
+        EXPECT_EQ(kept.GetType(), row.becomes) << row.field.GetName().toStdString();
+        EXPECT_TRUE(row.textSize == 0 || kept.GetSize() == row.textSize) << kept.GetSize();
+    }
+    EXPECT_TRUE(source->DeleteDataset("Fields")) << lastError();
+}
+
 TEST_F(Postgres, FailedCreationLeavesNothingBehind)
 {
     CTxDataSource *source = connect();

@@ -1,0 +1,184 @@
+#include "engine/data/DataFixture.h"
+
+#include "engine/data/SampleFiles.h"
+
+namespace {
+
+using Info = CTxFieldInfo;
+using Storage = CTxDataSourceStorage;
+
+/// How a storage keeps the field types: as which type each is known again. Types that are not listed are kept as they
+/// are.
+struct KeepsRow
+{
+    Storage::Type storage;
+    const char *file;
+    QList<std::pair<qint16, qint16>> changes; ///< type, what it becomes (-1: refused)
+    qint32 textBound;                         ///< what a bound of 1000 characters becomes
+    int mostFields;                           ///< how many a table can have beside those that are there
+};
+
+void PrintTo(const KeepsRow &row, std::ostream *out)
+{
+    *out << row.file;
+}
+
+class FieldCreate : public DataFixture, public testing::WithParamInterface<KeepsRow>
+{
+protected:
+    /// An open dataset with the field "name" in a new datasource "db".
+    CDatasetVector *makeTarget()
+    {
+        const KeepsRow &row = GetParam();
+        if (row.storage != Storage::SQLite)
+            return makeVector(create(row.file, row.storage), "points");
+        EXPECT_TRUE(SampleFiles::makePoints(path(row.file), "SQLite")); // we write into such files, but make none
+        return vector(open(path(row.file), "db"));
+    }
+
+    /// Every field as "name:type:size".
+    static std::string described(const CDatasetVector &dataset)
+    {
+        QString all;
+        CTxFieldInfo info;
+        for (int i = 0; dataset.GetFieldInfo(i, info); ++i)
+            all += QStringLiteral("%1:%2:%3 ").arg(info.GetName()).arg(info.GetType()).arg(info.GetSize());
+        return all.toStdString();
+    }
+
+    /// Tries to create fields that must be refused, with a reason of its own each time and without a trace.
+    static void expectRefusal(CDatasetVector &dataset, const CTxFieldInfos &infos)
+    {
+        const std::string before = described(dataset);
+        const int errors = TxGetErrorMsgObj().GetErrorCount();
+        EXPECT_FALSE(dataset.CreateFields(infos)) << infos.last().GetName().toStdString();
+        EXPECT_EQ(TxGetErrorMsgObj().GetErrorCount(), errors + 1) << infos.last().GetName().toStdString();
+        EXPECT_EQ(described(dataset), before);
+    }
+};
+
+constexpr qint16 allTypes[] = {Info::Boolean,    Info::Byte,          Info::Short,     Info::Long,    Info::Currency,
+                               Info::Single,     Info::Double,        Info::Date,      Info::Binary,  Info::Text,
+                               Info::LongBinary, Info::Memo,          Info::Character, Info::Numeric, Info::Float,
+                               Info::Time,       Info::GeometryBinary};
+
+TEST_P(FieldCreate, EveryTypeComesBackAsTheStorageKeepsIt)
+{
+    const KeepsRow &row = GetParam();
+    CDatasetVector *points = makeTarget();
+    ASSERT_TRUE(points);
+    QList<std::pair<QByteArray, qint16>> expected;
+    for (const qint16 type : allTypes) {
+        const auto change = std::find_if(row.changes.begin(), row.changes.end(),
+                                         [type](const auto &entry) { return entry.first == type; });
+        const qint16 kept = change == row.changes.end() ? type : change->second;
+        const QByteArray name = "F" + QByteArray::number(type);
+        const CTxFieldInfo info(name, type, type == Info::Numeric ? 10 : 0);
+        if (kept < 0) {
+            expectRefusal(*points, {info});
+            continue;
+        }
+        EXPECT_TRUE(points->CreateField(info)) << type << ' ' << lastError();
+        expected.append({name, kept});
+    }
+    EXPECT_TRUE(points->CreateField("Wide", Info::Text, 1000, 0)) << lastError();
+    points = vector(reopen(row.file), "points");
+    for (const auto &[name, type] : expected)
+        EXPECT_EQ(fieldOf(*points, name).GetType(), type) << name.constData();
+    EXPECT_EQ(fieldOf(*points, "Wide").GetSize(), row.textBound);
+}
+
+TEST_P(FieldCreate, AllOrNoneWhateverIsWrongWithOne)
+{
+    CDatasetVector *points = makeTarget();
+    ASSERT_TRUE(points);
+    const CTxFieldInfo good("Good", Info::Long);
+    CTxFieldInfo badDefault("Default", Info::Long);
+    badDefault.SetDefault("many");
+    const CTxFieldInfo wrong[] = {
+        {"Bad", 0},
+        {"Bad", -1},
+        {"Bad", 13},
+        {"Bad", 999},
+        badDefault,
+        {"Bad", Info::Text, -1},
+        {"Bad", Info::Numeric, 100000},
+        {"Bad", Info::Text, std::numeric_limits<qint32>::min()},
+        {QString(), Info::Long},
+        {" ", Info::Long},
+        {"a b", Info::Long},
+        {"a\"b", Info::Long},
+        {"a'b", Info::Long},
+        {"a;b", Info::Long},
+        {"1a", Info::Long},
+        {"select", Info::Long},
+        {"🌍", Info::Long},
+        {QString(300, u'n'), Info::Long},
+        {"TxID", Info::Long},
+        {"txarea", Info::Long},
+        {"NAME", Info::Long},
+        good,
+    };
+    for (const CTxFieldInfo &info : wrong)
+        expectRefusal(*points, {good, info});
+    CTxFieldInfos many;
+    for (int i = 0; i <= GetParam().mostFields; ++i)
+        many.append(CTxFieldInfo(QStringLiteral("F%1").arg(i), Info::Long));
+    expectRefusal(*points, many);
+    {
+        const RecordsetPtr records = query(points);
+        expectRefusal(*points, {good});
+    }
+    points->Close();
+    EXPECT_TRUE(points->CreateFields({good})) << "a closed dataset can be changed too: " << lastError();
+    EXPECT_TRUE(points->CreateFields({})) << lastError();
+    EXPECT_GE(fieldOf(*vector(reopen(GetParam().file), "points"), "Good").GetType(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Storages, FieldCreate,
+                         testing::Values(KeepsRow{Storage::Native, "new.tdb", {}, 1000, 1995},
+                                         KeepsRow{Storage::GeoPackage,
+                                                  "new.gpkg",
+                                                  {{Info::Byte, Info::Short},
+                                                   {Info::Currency, Info::Double},
+                                                   {Info::Binary, Info::LongBinary},
+                                                   {Info::GeometryBinary, Info::LongBinary},
+                                                   {Info::Memo, Info::Text},
+                                                   {Info::Character, Info::Text},
+                                                   {Info::Numeric, Info::Double},
+                                                   {Info::Float, Info::Double},
+                                                   {Info::Time, Info::Text}},
+                                                  1000,
+                                                  1996},
+                                         KeepsRow{Storage::SQLite,
+                                                  "new.sqlite",
+                                                  {{Info::Byte, Info::Short},
+                                                   {Info::Currency, Info::Double},
+                                                   {Info::Single, Info::Double},
+                                                   {Info::Binary, Info::LongBinary},
+                                                   {Info::GeometryBinary, Info::LongBinary},
+                                                   {Info::Memo, Info::Text},
+                                                   {Info::Character, Info::Text},
+                                                   {Info::Numeric, Info::Double},
+                                                   {Info::Float, Info::Double}},
+                                                  0,
+                                                  1995},
+                                         KeepsRow{Storage::Shapefile,
+                                                  "folder",
+                                                  {{Info::Boolean, Info::Long},
+                                                   {Info::Byte, Info::Long},
+                                                   {Info::Short, Info::Long},
+                                                   {Info::Currency, Info::Double},
+                                                   {Info::Single, Info::Double},
+                                                   {Info::Binary, -1},
+                                                   {Info::LongBinary, -1},
+                                                   {Info::GeometryBinary, -1},
+                                                   {Info::Memo, Info::Text},
+                                                   {Info::Character, Info::Text},
+                                                   {Info::Numeric, Info::Long},
+                                                   {Info::Float, Info::Double},
+                                                   {Info::Time, -1}},
+                                                  254,
+                                                  2045}));
+
+} // namespace
