@@ -133,6 +133,12 @@ bool CTdCommMethods::CreateField(CDatasetVector *dataset, const QString &name, q
     return dataset && reported(dataset->CreateField(name, type, size, flags));
 }
 
+bool CTdCommMethods::Append(CDatasetVector *target, CTxRecordset *source, bool flag, const QString &name,
+                            const CRect2D &bounds)
+{
+    return target && reported(target->Append(source, flag, name, bounds));
+}
+
 bool CTdCommMethods::Append(CDatasetRaster *target, CDatasetRaster *source, bool flag)
 {
     return target && reported(target->Append(source, flag));

@@ -173,6 +173,7 @@ TEST_F(Fields, WhatCannotBeCreatedIsToldToTheHost)
                  Methods::CreateFields(nullptr, {good}) ||
                  Methods::CreateDatasetFrom(nullptr, u"A"_s, m_source, none) ||
                  Methods::CreateDatasetFrom(source, u"A"_s, nullptr, none) ||
+                 Methods::Append(nullptr, static_cast<CTxRecordset *>(nullptr), false, QString(), CRect2D()) ||
                  Methods::Append(static_cast<CDatasetRaster *>(nullptr), nullptr, true) ||
                  Methods::Append(nullptr, u"image.tif"_s, CRect2D(), CDatasetRaster::AutoDetect, true));
     expectReports(0);
@@ -188,6 +189,13 @@ TEST_F(Fields, WhatCannotBeCreatedIsToldToTheHost)
     expectReports(1);
     EXPECT_FALSE(Methods::CreateFields(m_target, {good, good}));
     expectReports(1);
+    CTxRecordset *records = m_source->Query(CTxQueryDef());
+    const CTxRecordset *released = records;
+    Methods::ReleaseRecordset(records);
+    for (CTxRecordset *gone : {records, const_cast<CTxRecordset *>(released)}) {
+        EXPECT_FALSE(Methods::Append(m_target, gone, false, QString(), CRect2D()));
+        expectReports(1);
+    }
     EXPECT_FALSE(Methods::CreateDatasetFrom(source, u"towns"_s, m_source, none));
     expectReports(1);
     EXPECT_FALSE(Methods::CreateDatasetFrom(source, u"New"_s, m_source, static_cast<CElemDataEnc::encType>(6)));
