@@ -49,6 +49,8 @@ public:
     /// Runs a statement that gives no rows (rows are passed over) and makes it ready to be bound anew.
     bool run();
     bool failed() const { return m_failed; }
+    /// The statement itself, null when it could not be prepared.
+    sqlite3_stmt *handle() const { return m_statement; }
 
     qint64 integer(int column) const;
     double real(int column) const;

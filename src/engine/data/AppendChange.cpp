@@ -65,7 +65,7 @@ bool AppendChange::openSavepoint()
 {
     // What the driver holds back (index entries, extents) must not come behind the savepoint.
     OGRLayer *layer = m_target.layer();
-    return layer && layer->SyncToDisk() == OGRERR_NONE &&
+    return layer && layer->SyncToDisk() == OGRERR_NONE && m_target.resumeIndex() &&
            executeSql(QStringLiteral("SAVEPOINT ") + QString::fromUtf16(savepointName));
 }
 
@@ -77,7 +77,7 @@ bool AppendChange::beforeWidening()
 bool AppendChange::commit()
 {
     OGRLayer *layer = m_target.layer();
-    if (!isOpen() || !layer || layer->SyncToDisk() != OGRERR_NONE)
+    if (!isOpen() || !layer || !m_target.resumeIndex() || layer->SyncToDisk() != OGRERR_NONE)
         return false;
     if (m_files) {
         if (!m_files->isComplete(layer->GetFeatureCount(TRUE))) {
@@ -99,6 +99,7 @@ bool AppendChange::takeBack()
     if (m_state != State::Open)
         return true;
     m_state = State::Failed;
+    m_target.forgetPause();
     bool done = true;
     if (m_savepoint) {
         done = takeBackSavepoint();

@@ -24,6 +24,8 @@ public:
     /// Why the last record was refused, a sentence without a full stop; empty where the driver said it.
     const QString &reason() const { return m_reason; }
 
+    /// Which field goes where.
+    const AppendFields &fields() const { return m_fields; }
     /// The feature that all records are written with, to be given what is the same for all.
     OGRFeature &feature() { return *m_feature; }
 

@@ -4,6 +4,7 @@
 #include "engine/data/AppendChange.h"
 #include "engine/data/AppendFields.h"
 #include "engine/data/AppendWriter.h"
+#include "engine/data/NativeAppend.h"
 #include "engine/data/NativeCatalogue.h"
 #include "engine/data/SpooledCursor.h"
 #include "engine/data/TxFieldDefinition.h"
@@ -60,7 +61,10 @@ private:
     bool makeTag();
     bool fillTag(AppendWriter &writer);
     bool copyRecords(AppendWriter &writer, AppendChange &change);
+    bool copyOneByOne(AppendWriter &writer, AppendChange &change);
+    NativeAppend::Result copyAsStored(const AppendWriter &writer);
     bool tellProgress();
+    bool goOn();
 
     /// Notes why the append fails. @return false, for the caller to return.
     bool fail(const QString &reason);
@@ -251,10 +255,59 @@ bool VectorAppend::tellProgress()
     return fail(QStringLiteral("it was stopped"));
 }
 
+/// To be called now and then. @return false when the work shall stop or cannot go on.
+bool VectorAppend::goOn()
+{
+    if (!tellProgress())
+        return false;
+    if (CTxRecordset::GetDatasetOf(&m_recordset) != m_source.dataset || (!m_spool && !m_source.cursor))
+        return fail(QStringLiteral("its records were given back meanwhile"));
+    TxVectorState::clearUpperHalves();
+    return true;
+}
+
 bool VectorAppend::copyRecords(AppendWriter &writer, AppendChange &change)
 {
     if (!tellProgress())
         return false;
+    const NativeAppend::Result result = copyAsStored(writer);
+    if (result == NativeAppend::Result::Failed ||
+        (result == NativeAppend::Result::Unfit && !copyOneByOne(writer, change)))
+        return false;
+    m_total = m_read;
+    return tellProgress();
+}
+
+NativeAppend::Result VectorAppend::copyAsStored(const AppendWriter &writer)
+{
+    using Result = NativeAppend::Result;
+    if (m_spool || m_reprojector || !m_def.bounds.IsVoid())
+        return Result::Unfit;
+    NativeAppend native(m_source, m_target, writer.fields());
+    native.setLastId(m_lastId);
+    if (m_tagIndex >= 0)
+        native.setTag(m_tagIndex, m_source.dataset->GetName());
+    if (!native.isPossible())
+        return Result::Unfit;
+    const Result result = native.run([this](qint64 copied) {
+        m_read = m_written = copied;
+        return goOn();
+    });
+    m_read = m_written = native.copied();
+    if (result == Result::Unfit) {
+        m_read = m_written = 0;
+        m_onRecord = m_cursor->first();
+    } else if (result == Result::Failed && m_reason.isEmpty()) {
+        if (native.currentId() >= 0)
+            failAt(native.currentId(), QString());
+        else
+            fail(QStringLiteral("the storage does not keep the records"));
+    }
+    return result;
+}
+
+bool VectorAppend::copyOneByOne(AppendWriter &writer, AppendChange &change)
+{
     for (; m_onRecord; m_onRecord = m_cursor->next()) {
         const qint64 id = m_cursor->id();
         if (m_lastId >= 0 && id > m_lastId)
@@ -262,22 +315,17 @@ bool VectorAppend::copyRecords(AppendWriter &writer, AppendChange &change)
         const AppendWriter::Result result = writer.write(*m_cursor, change);
         if (result == AppendWriter::Result::Refused || m_errors.hasFailure())
             return failAt(id, writer.reason());
-        m_written += result == AppendWriter::Result::Written ? 1 : 0;
+        if (result == AppendWriter::Result::Written) {
+            ++m_written;
+            m_target.countAdded();
+        }
         ++m_read;
         const bool isDue =
             m_read % progressRecords == 0 || (m_read % clockRecords == 0 && m_sinceProgress.elapsed() >= progressTime);
-        if (!isDue)
-            continue;
-        if (!tellProgress())
+        if (isDue && !goOn())
             return false;
-        if (CTxRecordset::GetDatasetOf(&m_recordset) != m_source.dataset || (!m_spool && !m_source.cursor))
-            return fail(QStringLiteral("its records were given back meanwhile"));
-        TxVectorState::clearUpperHalves();
     }
-    if (hasFailure())
-        return fail(QStringLiteral("the records of “%1” cannot be read").arg(m_source.dataset->GetName()));
-    m_total = m_read;
-    return tellProgress();
+    return !hasFailure() || fail(QStringLiteral("the records of “%1” cannot be read").arg(m_source.dataset->GetName()));
 }
 
 bool VectorAppend::store()

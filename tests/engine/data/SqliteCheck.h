@@ -11,7 +11,11 @@
 class SqliteCheck
 {
 public:
-    explicit SqliteCheck(const QString &path) { sqlite3_open(path.toUtf8().constData(), &m_database); }
+    explicit SqliteCheck(const QString &path)
+    {
+        sqlite3_open(path.toUtf8().constData(), &m_database);
+        sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr); // they call functions of the driver
+    }
     ~SqliteCheck() { sqlite3_close(m_database); }
     SqliteCheck(const SqliteCheck &) = delete;
     SqliteCheck &operator=(const SqliteCheck &) = delete;
