@@ -52,16 +52,16 @@ TEST(ParallelLine, JoinsItsSegments)
         {"left of a left turn", {{0, 0}, {10, 0}, {10, 10}}, 1, {{0, 1}, {9, 1}, {9, 10}}},
         {"right of a left turn", {{0, 0}, {10, 0}, {10, 10}}, -1, {{0, -1}, {11, -1}, {11, 10}}},
         {"straight on", {{0, 0}, {4, 0}, {10, 0}}, 2, {{0, 2}, {4, 2}, {10, 2}}},
-        {"mitre below the limit", {{0, 0}, {10, 0}, {-2, 9}}, -1, {{0, -1}, {13, -1}, {-1.4, 9.8}}},
-        {"bevel above it",
-         {{0, 0}, {36, 0}, {1, 12}},
+        {"mitre of 4.6", {{0, 0}, {10, 0}, {-67, 36}}, -1, {{0, -1}, {14.5, -1}, {-67 + 36. / 85, 36 + 77. / 85}}},
+        {"bevel in place of a mitre of 5.1",
+         {{0, 0}, {24, 0}, {0, 10}},
          -1,
-         {{0, -1}, {36, -1}, {36 + 12. / 37, 35. / 37}, {1 + 12. / 37, 12 + 35. / 37}}},
-        {"within a turn as sharp", {{0, 0}, {36, 0}, {1, 12}}, 1, {{0, 1}, {30, 1}, {1 - 12. / 37, 12 - 35. / 37}}},
-        {"bevel where the legs are too short for it",
-         {{0, 0}, {5, 0}, {1.5, 1.2}},
+         {{0, -1}, {24, -1}, {24 + 5. / 13, 12. / 13}, {5. / 13, 10 + 12. / 13}}},
+        {"within the same turn", {{0, 0}, {24, 0}, {0, 10}}, 1, {{0, 1}, {19, 1}, {-5. / 13, 10 - 12. / 13}}},
+        {"bevel where a leg is too short for it",
+         {{0, 0}, {24, 0}, {20.4, 1.5}},
          1,
-         {{0, 1}, {5, 1}, {5 - 12. / 37, -35. / 37}, {1.5 - 12. / 37, 1.2 - 35. / 37}}},
+         {{0, 1}, {24, 1}, {24 - 5. / 13, -12. / 13}, {20.4 - 5. / 13, 1.5 - 12. / 13}}},
         {"doubled back", {{0, 0}, {10, 0}, {5, 0}}, 1, {{0, 1}, {10, 1}, {10, -1}, {5, -1}}},
         {"narrower than the distance", {{0, 0}, {10, 0}, {10, 1}, {20, 1}}, 3, {{0, 3}, {7, 3}, {7, 4}, {20, 4}}},
     });
@@ -87,9 +87,6 @@ TEST(ParallelLine, SkipsSegmentsWithoutLength)
 TEST(ParallelLine, ClosedLinesBeginBesideTheirFirstVertex)
 {
     const CPoint2Ds square{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
-    const CPoint2Ds needle{{36, 0}, {1, 12}, {0, 0}, {36, 0}};
-    const double x = 12. / 37;
-    const double y = 35. / 37;
     expectLines({
         {"outside", square, -1, {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}},
         {"inside", square, 1, {{0, 1}, {9, 1}, {9, 9}, {1, 9}, {1, 1}, {0, 1}}},
@@ -103,9 +100,10 @@ TEST(ParallelLine, ClosedLinesBeginBesideTheirFirstVertex)
          -1,
          {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}},
     });
-    const CPoint2Ds around = parallel(needle, -1);
-    EXPECT_EQ(around.front(), around.back());
-    expectNear({around.front(), around[around.size() - 2]}, {{36 + x, y}, {36, -1}}, 1e-12); // the bevel
+    // The join at the closing vertex: a bevel, and none on a slanted side.
+    expectNear(parallel({{24, 0}, {0, 10}, {0, 0}, {24, 0}}, -1),
+               {{24 + 5. / 13, 12. / 13}, {-1, 11.5}, {-1, -1}, {24, -1}, {24 + 5. / 13, 12. / 13}}, 1e-12);
+    EXPECT_EQ(parallel({{3.9, 11.7}, {4, 12}, {-2, 12}, {-1.1, -3.3}, {3.9, 11.7}}, 0.1).size(), 5);
 }
 
 TEST(ParallelLine, RefusesWhatHasNoParallel)
