@@ -1,7 +1,5 @@
 #include "engine/geometry/GeoLine.h"
 
-#include <cmath>
-
 std::unique_ptr<CElemGeometry> CGeoLine::Clone() const
 {
     return std::make_unique<CGeoLine>(*this);
@@ -23,12 +21,5 @@ bool CGeoLine::AddSubPolyline(const CPoint2D *points, qint32 count, const double
 
 double CGeoLine::GetLength() const
 {
-    double length = 0.0;
-    const CPoint2D *point = GetPoints();
-    for (const qint32 count : GetPolyCounts()) {
-        for (qint32 i = 1; i < count; ++i)
-            length += std::hypot(point[i].x - point[i - 1].x, point[i].y - point[i - 1].y);
-        point += count;
-    }
-    return length;
+    return partsLength();
 }

@@ -76,12 +76,14 @@ bool CGeoParts::appendPart(const CPoint2D *points, qint32 count, bool closed, co
     return true;
 }
 
-void CGeoParts::clearParts()
+double CGeoParts::partsLength() const
 {
-    m_points.clear();
-    m_zs.clear();
-    m_ms.clear();
-    m_counts.clear();
-    m_hasZ = false;
-    m_hasM = false;
+    double length = 0.0;
+    const CPoint2D *point = m_points.data();
+    for (const qint32 count : m_counts) {
+        for (qint32 i = 1; i < count; ++i)
+            length += std::hypot(point[i].x - point[i - 1].x, point[i].y - point[i - 1].y);
+        point += count;
+    }
+    return length;
 }

@@ -46,8 +46,8 @@ protected:
     /// its end unless it ends there already. @return false, and nothing changes, for a null array, a count below 1, and
     /// when the element would hold more than 2^31 - 1 points.
     bool appendPart(const CPoint2D *points, qint32 count, bool closed, const double *zs, const double *ms);
-    /// Takes all parts away; whether heights and measures are kept goes too.
-    void clearParts();
+    /// The plane length of all parts, in the units of the coordinate system.
+    double partsLength() const;
 
 private:
     std::vector<CPoint2D> m_points;

@@ -65,12 +65,5 @@ double CGeoRegion::GetArea() const
 
 double CGeoRegion::GetPerimeter() const
 {
-    double length = 0.0;
-    const CPoint2D *point = GetPoints();
-    for (const qint32 count : GetPolyCounts()) {
-        for (qint32 i = 1; i < count; ++i)
-            length += std::hypot(point[i].x - point[i - 1].x, point[i].y - point[i - 1].y);
-        point += count;
-    }
-    return length;
+    return partsLength();
 }

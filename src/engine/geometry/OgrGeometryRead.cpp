@@ -72,7 +72,7 @@ void addPart(CGeoLine &line, const OGRSimpleCurve &curve)
     line.AddSubPolyline(part.points.data(), part.count(), part.z(), part.m());
 }
 
-void addRings(CGeoRegion &region, const OGRPolygon &polygon)
+void addPart(CGeoRegion &region, const OGRPolygon &polygon)
 {
     bool outer = true;
     for (const OGRLinearRing *ring : polygon) {
@@ -98,37 +98,25 @@ std::unique_ptr<CElemGeometry> finished(std::unique_ptr<Parts> parts, const OGRG
     return parts;
 }
 
-template<class Lines>
-std::unique_ptr<CElemGeometry> readLines(const Lines &source)
+/// Makes one element of a part or of a collection of parts.
+template<class Element, class Source>
+std::unique_ptr<CElemGeometry> readParts(const Source &source)
 {
-    auto line = std::make_unique<CGeoLine>();
-    if constexpr (std::is_same_v<Lines, OGRMultiLineString>) {
-        for (const OGRLineString *part : source)
-            addPart(*line, *part);
+    auto element = std::make_unique<Element>();
+    if constexpr (std::is_base_of_v<OGRGeometryCollection, Source>) {
+        for (const auto *part : source)
+            addPart(*element, *part);
     } else {
-        addPart(*line, source);
+        addPart(*element, source);
     }
-    return finished(std::move(line), source);
-}
-
-template<class Polygons>
-std::unique_ptr<CElemGeometry> readPolygons(const Polygons &source)
-{
-    auto region = std::make_unique<CGeoRegion>();
-    if constexpr (std::is_same_v<Polygons, OGRMultiPolygon>) {
-        for (const OGRPolygon *polygon : source)
-            addRings(*region, *polygon);
-    } else {
-        addRings(*region, source);
-    }
-    return finished(std::move(region), source);
+    return finished(std::move(element), source);
 }
 
 std::unique_ptr<CElemGeometry> readFaces(const OGRPolyhedralSurface &surface)
 {
     auto region = std::make_unique<CGeoRegion>();
     for (const OGRPolygon *face : surface)
-        addRings(*region, *face);
+        addPart(*region, *face);
     region->SetHasZ(true);
     return finished(std::move(region), surface);
 }
@@ -142,14 +130,14 @@ std::unique_ptr<CElemGeometry> readSimple(const OGRGeometry &source)
     case wkbMultiPoint:
         return readMultiPoint(*source.toMultiPoint());
     case wkbLineString:
-        return readLines(*source.toLineString());
+        return readParts<CGeoLine>(*source.toLineString());
     case wkbMultiLineString:
-        return readLines(*source.toMultiLineString());
+        return readParts<CGeoLine>(*source.toMultiLineString());
     case wkbPolygon:
     case wkbTriangle:
-        return readPolygons(*source.toPolygon());
+        return readParts<CGeoRegion>(*source.toPolygon());
     case wkbMultiPolygon:
-        return readPolygons(*source.toMultiPolygon());
+        return readParts<CGeoRegion>(*source.toMultiPolygon());
     case wkbPolyhedralSurface:
     case wkbTIN:
         return readFaces(*source.toPolyhedralSurface());
