@@ -103,7 +103,10 @@ TEST(ParallelLine, ClosedLinesBeginBesideTheirFirstVertex)
     // The join at the closing vertex: a bevel, and none on a slanted side.
     expectNear(parallel({{24, 0}, {0, 10}, {0, 0}, {24, 0}}, -1),
                {{24 + 5. / 13, 12. / 13}, {-1, 11.5}, {-1, -1}, {24, -1}, {24 + 5. / 13, 12. / 13}}, 1e-12);
-    EXPECT_EQ(parallel({{3.9, 11.7}, {4, 12}, {-2, 12}, {-1.1, -3.3}, {3.9, 11.7}}, 0.1).size(), 5);
+    for (int i = 1; i < 40; ++i) {
+        const CPoint2D begin(0.1 * i, 0.3 * i);
+        EXPECT_EQ(parallel({begin, {4, 12}, {-2, 12}, {-1.1, -3.3}, begin}, 0.1).size(), 5) << i;
+    }
 }
 
 TEST(ParallelLine, RefusesWhatHasNoParallel)

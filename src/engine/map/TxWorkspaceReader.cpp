@@ -138,99 +138,100 @@ bool knowsNone(QStringView)
     return false;
 }
 
+/// Reads the element that @p reader stands on: @p take asks for the attributes that it knows, @p element and @p content
+/// get the children (see readChildren). @return what nobody knew
+template<class Take, class Element = decltype(&knowsNone)>
+QString readElement(QXmlStreamReader &reader, Take take, Element element = knowsNone, QString *content = nullptr)
+{
+    TxUnknownXml unknown;
+    Attributes attributes(reader);
+    take(attributes);
+    attributes.giveRest(unknown);
+    readChildren(reader, unknown, element, content);
+    return unknown.text();
+}
+
 TxDataSourceRecord readDataSource(QXmlStreamReader &reader)
 {
     TxDataSourceRecord record;
-    TxUnknownXml unknown;
-    Attributes attributes(reader);
-    record.alias = attributes.required(u"alias");
-    record.path = attributes.required(u"path");
-    record.engineType = attributes.integer<qint32>(u"type", -1);
-    record.options = attributes.integer<quint32>(u"options", CTxDataSource::Normal);
-    attributes.giveRest(unknown);
-    readChildren(reader, unknown, knowsNone);
-    record.unknown = unknown.text();
+    record.unknown = readElement(reader, [&](Attributes &attributes) {
+        record.alias = attributes.required(u"alias");
+        record.path = attributes.required(u"path");
+        record.engineType = attributes.integer<qint32>(u"type", -1);
+        record.options = attributes.integer<quint32>(u"options", CTxDataSource::Normal);
+    });
     return record;
 }
 
 TxLayerRecord readLayer(QXmlStreamReader &reader)
 {
     TxLayerRecord record;
-    TxUnknownXml unknown;
-    Attributes attributes(reader);
-    record.name = attributes.text(u"name");
-    record.alias = attributes.required(u"alias");
-    record.dataset = attributes.required(u"dataset");
-    record.visible = attributes.flag(u"visible", record.visible);
-    record.selectable = attributes.flag(u"selectable", record.selectable);
-    record.snapable = attributes.flag(u"snapable", record.snapable);
-    record.editable = attributes.flag(u"editable", record.editable);
-    record.editableLock = attributes.flag(u"locked", record.editableLock);
-    TxLayerStyle &style = record.style;
-    style.line = attributes.colour(u"line", style.line);
-    style.fill = attributes.colour(u"fill", style.fill);
-    style.lineWidth = attributes.number(u"lineWidth", style.lineWidth, 0.1, 20);
-    style.symbolSize = attributes.number(u"symbolSize", style.symbolSize, 1, 100);
-    style.labelField = attributes.text(u"label");
-    style.opacity = attributes.number(u"opacity", style.opacity, 0, 1);
-    attributes.giveRest(unknown);
-    readChildren(reader, unknown, knowsNone);
-    record.unknown = unknown.text();
+    record.unknown = readElement(reader, [&](Attributes &attributes) {
+        record.name = attributes.text(u"name");
+        record.alias = attributes.required(u"alias");
+        record.dataset = attributes.required(u"dataset");
+        record.visible = attributes.flag(u"visible", record.visible);
+        record.selectable = attributes.flag(u"selectable", record.selectable);
+        record.snapable = attributes.flag(u"snapable", record.snapable);
+        record.editable = attributes.flag(u"editable", record.editable);
+        record.editableLock = attributes.flag(u"locked", record.editableLock);
+        TxLayerStyle &style = record.style;
+        style.line = attributes.colour(u"line", style.line);
+        style.fill = attributes.colour(u"fill", style.fill);
+        style.lineWidth = attributes.number(u"lineWidth", style.lineWidth, 0.1, 20);
+        style.symbolSize = attributes.number(u"symbolSize", style.symbolSize, 1, 100);
+        style.labelField = attributes.text(u"label");
+        style.opacity = attributes.number(u"opacity", style.opacity, 0, 1);
+    });
     return record;
 }
 
 TxMapRecord readMap(QXmlStreamReader &reader)
 {
     TxMapRecord record;
-    TxUnknownXml unknown;
-    Attributes attributes(reader);
-    record.name = attributes.required(u"name");
-    record.background = attributes.colour(u"background", QColor());
-    constexpr double most = std::numeric_limits<double>::max();
-    const CRect2D none;
-    record.view.left = attributes.number(u"left", none.left, -most, most);
-    record.view.bottom = attributes.number(u"bottom", none.bottom, -most, most);
-    record.view.right = attributes.number(u"right", none.right, -most, most);
-    record.view.top = attributes.number(u"top", none.top, -most, most);
-    if (record.view.IsVoid())
-        record.view = none;
-    attributes.giveRest(unknown);
-    readChildren(reader, unknown, [&](QStringView name) {
+    const auto take = [&](Attributes &attributes) {
+        record.name = attributes.required(u"name");
+        record.background = attributes.colour(u"background", QColor());
+        constexpr double most = std::numeric_limits<double>::max();
+        const CRect2D none;
+        record.view.left = attributes.number(u"left", none.left, -most, most);
+        record.view.bottom = attributes.number(u"bottom", none.bottom, -most, most);
+        record.view.right = attributes.number(u"right", none.right, -most, most);
+        record.view.top = attributes.number(u"top", none.top, -most, most);
+        if (record.view.IsVoid())
+            record.view = none;
+    };
+    record.unknown = readElement(reader, take, [&](QStringView name) {
         if (name != u"layer")
             return false;
         record.layers.append(readLayer(reader));
         return true;
     });
-    record.unknown = unknown.text();
     return record;
 }
 
 TxContentRecord readContent(QXmlStreamReader &reader)
 {
     TxContentRecord record;
-    TxUnknownXml unknown;
-    Attributes attributes(reader);
-    record.name = attributes.required(u"name");
-    attributes.giveRest(unknown);
     QString content;
-    readChildren(reader, unknown, knowsNone, &content);
+    const auto take = [&](Attributes &attributes) { record.name = attributes.required(u"name"); };
+    record.unknown = readElement(reader, take, knowsNone, &content);
     record.content = TxXmlText::decode(content);
-    record.unknown = unknown.text();
     return record;
 }
 
 void readWorkspace(QXmlStreamReader &reader, TxWorkspaceDocument &document)
 {
-    TxUnknownXml unknown;
-    Attributes attributes(reader);
-    const int version = attributes.integer<int>(u"version", 0);
-    if (!reader.hasError() && version > TxWorkspaceDocument::version)
-        reader.raiseError(QStringLiteral("it was written by a newer version of this program (format %1)").arg(version));
-    else if (!reader.hasError() && version < 1)
-        reader.raiseError(QStringLiteral("it does not say which version of the format it has"));
-    document.name = attributes.text(u"name");
-    attributes.giveRest(unknown);
-    readChildren(reader, unknown, [&](QStringView name) {
+    const auto take = [&](Attributes &attributes) {
+        const int version = attributes.integer<int>(u"version", 0);
+        if (!reader.hasError() && version > TxWorkspaceDocument::version)
+            reader.raiseError(
+                QStringLiteral("it was written by a newer version of this program (format %1)").arg(version));
+        else if (!reader.hasError() && version < 1)
+            reader.raiseError(QStringLiteral("it does not say which version of the format it has"));
+        document.name = attributes.text(u"name");
+    };
+    document.unknown = readElement(reader, take, [&](QStringView name) {
         if (name == u"datasource")
             document.dataSources.append(readDataSource(reader));
         else if (name == u"map")
@@ -243,7 +244,6 @@ void readWorkspace(QXmlStreamReader &reader, TxWorkspaceDocument &document)
             return false;
         return true;
     });
-    document.unknown = unknown.text();
 }
 
 /// Makes the names of @p records unique. @return true when one had to be changed.
