@@ -51,8 +51,8 @@ CPoint2Ds bareMitres(const CPoint2Ds &line)
 
 void countVertices(benchmark::State &state)
 {
-    state.counters["ns/vertex"] =
-        benchmark::Counter(static_cast<double>(state.range(0)) * 1e-9,
+    state.counters["per vertex"] =
+        benchmark::Counter(static_cast<double>(state.range(0)),
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 

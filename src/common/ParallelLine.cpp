@@ -36,106 +36,106 @@ bool samePlace(const CPoint2D &p, const CPoint2D &q)
     return std::abs(p.x - q.x) < 1e-10 && std::abs(p.y - q.y) < 1e-10;
 }
 
-/// Builds the parallel of a polyline, segment by segment.
-class ParallelBuilder
+double dot(const CPoint2D &a, const CPoint2D &b)
 {
-public:
-    ParallelBuilder(double distance, qint32 count) : m_distance(distance)
-    {
-        m_line.reserve(static_cast<size_t>(count) + 2);
-    }
+    return a.x * b.x + a.y * b.y;
+}
 
-    /// Takes the next segment of the polyline. @return false when it has no finite length.
-    bool add(const CPoint2D &from, const CPoint2D &to)
-    {
-        const double dx = to.x - from.x;
-        const double dy = to.y - from.y;
+double cross(const CPoint2D &a, const CPoint2D &b)
+{
+    return a.x * b.y - a.y * b.x;
+}
+
+CPoint2D shifted(const CPoint2D &p, const CPoint2D &v, double times)
+{
+    return {p.x + v.x * times, p.y + v.y * times};
+}
+
+/// Adds the corner that stands at @p v from its vertex. Where degenerate segments were skipped, the end of one segment
+/// and the beginning of the next are two places, and a corner at each keeps both segments at their distance.
+void addCorner(CPoint2Ds &line, const CPoint2D &end, const CPoint2D &begin, const CPoint2D &v)
+{
+    line.push_back({end.x + v.x, end.y + v.y});
+    if (end != begin) [[unlikely]]
+        line.push_back({begin.x + v.x, begin.y + v.y});
+}
+
+/// Adds the join of two segments whose mitre would be beyond its limit. It takes copies, so that the segments of the
+/// hot loop can stay in registers.
+void addSharpJoin(CPoint2Ds &line, Segment a, Segment b, double distance)
+{
+    // Within a turn the offset segments still meet when both are longer than what the mitre cuts off them; a bevel
+    // there would cross the polyline.
+    const double turn = cross(a.normal, b.normal);
+    const double cut = std::abs(distance * (1.0 - dot(a.normal, b.normal)) / turn);
+    if (turn * distance > 0.0 && cut <= std::min(a.length, b.length)) {
+        addCorner(line, a.to, b.from, shifted({-a.normal.y * cut, a.normal.x * cut}, a.normal, distance));
+        return;
+    }
+    line.push_back(shifted(a.to, a.normal, distance));
+    line.push_back(shifted(b.from, b.normal, distance));
+}
+
+/// Adds the join of two segments.
+inline void addJoin(CPoint2Ds &line, const Segment &a, const Segment &b, double distance)
+{
+    const double onePlusCosine = 1.0 + dot(a.normal, b.normal);
+    if (onePlusCosine < leastMitre) [[unlikely]]
+        return addSharpJoin(line, a, b, distance);
+    const double k = distance / onePlusCosine;
+    addCorner(line, a.to, b.from, {(a.normal.x + b.normal.x) * k, (a.normal.y + b.normal.y) * k});
+}
+
+/// Ends the line: beside the last vertex or, when the polyline is @p closed, at the first point of the line by way of
+/// the join at the closing vertex.
+void addEnd(CPoint2Ds &line, const Segment &first, Segment last, double distance, bool closed)
+{
+    if (!closed) {
+        line.push_back(shifted(last.to, last.normal, distance));
+        return;
+    }
+    if (samePlace(last.to, first.from))
+        last.to = first.from;
+    const bool goesStraightOn =
+        dot(last.normal, first.normal) > 0.0 && std::abs(cross(last.normal, first.normal)) <= straight;
+    if (!goesStraightOn || last.to != first.from)
+        addJoin(line, last, first, distance);
+    // Deliberate: the line begins beside its first vertex and not at the mitre there, also when it is closed; see
+    // docs/oddities.md.
+    const CPoint2D begin = line.front();
+    if (line.back() != begin)
+        line.push_back(begin);
+}
+
+/// The parallel line; empty when there is none.
+CPoint2Ds parallelLine(const CPoint2D *points, qint32 count, double distance)
+{
+    CPoint2Ds line;
+    line.reserve(static_cast<size_t>(count) + 2);
+    Segment first;
+    Segment last;
+    for (qint32 i = 1; i < count; ++i) {
+        const double dx = points[i].x - points[i - 1].x;
+        const double dy = points[i].y - points[i - 1].y;
         const double squared = dx * dx + dy * dy;
         if (squared <= degenerate)
-            return true;
+            continue;
         if (!(squared <= std::numeric_limits<double>::max()))
-            return false;
+            return {};
         const double length = std::sqrt(squared);
-        const Segment next{from, to, {-dy / length, dx / length}, length};
-        if (m_line.empty()) {
-            m_first = next;
-            m_line.push_back(shifted(next.from, next.normal, m_distance));
+        const Segment next{points[i - 1], points[i], {-dy / length, dx / length}, length};
+        if (line.empty()) {
+            first = next;
+            line.push_back(shifted(next.from, next.normal, distance));
         } else {
-            join(m_last, next);
+            addJoin(line, last, next, distance);
         }
-        m_last = next;
-        return true;
+        last = next;
     }
-
-    /// Ends the line: at the last vertex, or, when the polyline is @p closed, at the first point of the line by way of
-    /// the join at the closing vertex. @return false when every segment was degenerate.
-    bool finish(bool closed)
-    {
-        if (m_line.empty())
-            return false;
-        if (!closed) {
-            m_line.push_back(shifted(m_last.to, m_last.normal, m_distance));
-            return true;
-        }
-        if (samePlace(m_last.to, m_first.from))
-            m_last.to = m_first.from;
-        const bool goesStraightOn =
-            dot(m_last.normal, m_first.normal) > 0.0 && std::abs(cross(m_last.normal, m_first.normal)) <= straight;
-        if (!goesStraightOn || m_last.to != m_first.from)
-            join(m_last, m_first);
-        // Deliberate: the line begins beside its first vertex and not at the mitre there, also when it is closed; see
-        // docs/oddities.md.
-        const CPoint2D begin = m_line.front();
-        if (m_line.back() != begin)
-            m_line.push_back(begin);
-        return true;
-    }
-
-    CPoint2Ds &line() { return m_line; }
-
-private:
-    static double dot(const CPoint2D &a, const CPoint2D &b) { return a.x * b.x + a.y * b.y; }
-    static double cross(const CPoint2D &a, const CPoint2D &b) { return a.x * b.y - a.y * b.x; }
-    static CPoint2D shifted(const CPoint2D &p, const CPoint2D &v, double times)
-    {
-        return {p.x + v.x * times, p.y + v.y * times};
-    }
-
-    /// Adds the join of two segments.
-    void join(const Segment &a, const Segment &b)
-    {
-        const double cosine = dot(a.normal, b.normal);
-        if (1.0 + cosine >= leastMitre) [[likely]] {
-            const double k = m_distance / (1.0 + cosine);
-            corner(a, b, {(a.normal.x + b.normal.x) * k, (a.normal.y + b.normal.y) * k});
-            return;
-        }
-        // Within a sharp turn the offset segments still meet when both are longer than what the mitre cuts off them;
-        // a bevel there would cross the line itself.
-        const double turn = cross(a.normal, b.normal);
-        const double cut = std::abs(m_distance * (1.0 - cosine) / turn);
-        if (turn * m_distance > 0.0 && cut <= std::min(a.length, b.length)) {
-            corner(a, b, shifted({-a.normal.y * cut, a.normal.x * cut}, a.normal, m_distance));
-            return;
-        }
-        m_line.push_back(shifted(a.to, a.normal, m_distance));
-        m_line.push_back(shifted(b.from, b.normal, m_distance));
-    }
-
-    /// Adds the corner that stands at @p v from its vertex. Where degenerate segments were skipped, the end of @p a and
-    /// the beginning of @p b are two places, and a corner at each keeps both segments at their distance.
-    void corner(const Segment &a, const Segment &b, const CPoint2D &v)
-    {
-        m_line.push_back({a.to.x + v.x, a.to.y + v.y});
-        if (a.to != b.from) [[unlikely]]
-            m_line.push_back({b.from.x + v.x, b.from.y + v.y});
-    }
-
-    double m_distance;
-    CPoint2Ds m_line;
-    Segment m_first;
-    Segment m_last;
-};
+    if (!line.empty())
+        addEnd(line, first, last, distance, samePlace(points[0], points[count - 1]));
+    return line;
+}
 
 } // namespace
 
@@ -143,17 +143,13 @@ bool CTdCommMethods::ParallelLine(const CPoint2D *points, qint32 count, double d
 try {
     if (!points || count < 2 || !(std::abs(distance) >= leastDistance) || !std::isfinite(distance * distance))
         return false;
-    ParallelBuilder builder(distance, count);
-    for (qint32 i = 1; i < count; ++i) {
-        if (!builder.add(points[i - 1], points[i]))
-            return false;
-    }
-    if (!builder.finish(samePlace(points[0], points[count - 1])))
+    CPoint2Ds line = parallelLine(points, count, distance);
+    if (line.empty())
         return false;
     if (out.empty())
-        out.swap(builder.line());
+        out.swap(line);
     else
-        out.insert(out.end(), builder.line().begin(), builder.line().end());
+        out.insert(out.end(), line.begin(), line.end());
     return true;
 } catch (const std::bad_alloc &) {
     return false;
