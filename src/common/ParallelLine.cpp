@@ -31,11 +31,6 @@ struct Segment
     double length = 0.0;
 };
 
-bool samePlace(const CPoint2D &p, const CPoint2D &q)
-{
-    return std::abs(p.x - q.x) < 1e-10 && std::abs(p.y - q.y) < 1e-10;
-}
-
 double dot(const CPoint2D &a, const CPoint2D &b)
 {
     return a.x * b.x + a.y * b.y;
@@ -94,7 +89,7 @@ void addEnd(CPoint2Ds &line, const Segment &first, Segment last, double distance
         line.push_back(shifted(last.to, last.normal, distance));
         return;
     }
-    if (samePlace(last.to, first.from))
+    if (CTdCommMethods::IsTheSamePoint(last.to, first.from))
         last.to = first.from;
     const bool goesStraightOn =
         dot(last.normal, first.normal) > 0.0 && std::abs(cross(last.normal, first.normal)) <= straight;
@@ -133,7 +128,7 @@ CPoint2Ds parallelLine(const CPoint2D *points, qint32 count, double distance)
         last = next;
     }
     if (!line.empty())
-        addEnd(line, first, last, distance, samePlace(points[0], points[count - 1]));
+        addEnd(line, first, last, distance, CTdCommMethods::IsTheSamePoint(points[0], points[count - 1]));
     return line;
 }
 
