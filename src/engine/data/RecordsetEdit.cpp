@@ -11,6 +11,7 @@
 #include <ogrsf_frmts.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -25,9 +26,9 @@ QString refusal(const CDatasetVector &dataset)
     return QString();
 }
 
-bool isText(const CElemGeometry &geometry)
+bool isText(const CElemGeometry *geometry)
 {
-    return geometry.GetType() == CElemGeometry::Text || geometry.GetType() == CElemGeometry::Text3D;
+    return geometry->GetType() == CElemGeometry::Text || geometry->GetType() == CElemGeometry::Text3D;
 }
 
 /// Brings the fields that follow from the geometry in line with it. @p places are those of
@@ -56,13 +57,31 @@ void deriveFields(OGRFeature &feature, const std::vector<int> &places, const CEl
     }
 }
 
-/// True when a member of the compound @p geometry, at whatever depth, is a text. Members have no fields of their own to
-/// keep what it says.
-bool hasTextMember(const CElemGeometry &geometry)
+/// @p geometry, or where it is a compound its members at whatever depth that are none.
+std::vector<const CElemGeometry *> leavesOf(const CElemGeometry &geometry)
 {
     const auto *compound = dynamic_cast<const CGeoCompound *>(&geometry);
-    const std::vector<CElemGeometry *> leaves = compound ? compound->GetLeaves() : std::vector<CElemGeometry *>();
-    return std::any_of(leaves.begin(), leaves.end(), [](const CElemGeometry *leaf) { return isText(*leaf); });
+    if (!compound)
+        return {&geometry};
+    const std::vector<CElemGeometry *> leaves = compound->GetLeaves();
+    return {leaves.begin(), leaves.end()};
+}
+
+bool isPlace(const CPoint2D &point)
+{
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+/// True when @p element, no compound, has a coordinate that is not finite. Databases cannot tell where such a thing
+/// lies, and spatial indexes lose it. An empty point lies nowhere, which they can tell.
+bool isOutOfPlace(const CElemGeometry *element)
+{
+    const auto *parts = dynamic_cast<const CGeoParts *>(element);
+    if (parts)
+        return !std::all_of(parts->GetPoints(), parts->GetPoints() + parts->GetPointCount(), isPlace);
+    const auto *text = dynamic_cast<const CGeoText *>(element);
+    const auto *point = text ? &text->GetAnchor() : dynamic_cast<const CGeoPoint *>(element);
+    return point && !point->IsEmpty() && !isPlace(point->GetPoint());
 }
 
 /// Runs @p change on the dataset's layer. While no edit transaction is open it is one of its own in a GeoPackage, so
@@ -173,9 +192,20 @@ bool CTxRecordset::SetGeometry(const CElemGeometry *geometry)
     constexpr size_t textPlace = 3;
     static_assert(NativeSchema::derivedFields[textPlace] == NativeSchema::text);
     const bool keepsText = places[textPlace] >= 0;
-    if (geometry && (hasTextMember(*geometry) || (isText(*geometry) && !keepsText)))
+    std::vector<const CElemGeometry *> leaves;
+    if (geometry)
+        leaves = leavesOf(*geometry);
+    // Members of compounds have no fields of their own to keep what a text says.
+    const bool hasText = std::any_of(leaves.begin(), leaves.end(), isText);
+    if (hasText && (!keepsText || geometry->GetType() == CElemGeometry::Compound))
         return TxGdal::fail(QStringLiteral("“%1” keeps no texts").arg(name));
+    if (std::any_of(leaves.begin(), leaves.end(), isOutOfPlace))
+        return TxGdal::fail(QStringLiteral("“%1” keeps no coordinates that are infinite or no number").arg(name));
     std::unique_ptr<OGRGeometry> made = geometry ? OgrGeometry::toOgr(*geometry, layer->GetGeomType()) : nullptr;
+    if (geometry && !made && OgrGeometry::isNestedTooDeep(*geometry))
+        return TxGdal::fail(QStringLiteral("“%1” keeps compounds nested up to %2 levels deep, not more")
+                                .arg(name)
+                                .arg(OgrGeometry::maximumDepth));
     if (geometry && !made)
         return TxGdal::fail(QStringLiteral("“%1” keeps no geometries of that kind").arg(name));
     if (made)

@@ -19,9 +19,16 @@ namespace OgrGeometry {
 /// left out; an empty geometry becomes an element without points.
 TX_EXPORT std::unique_ptr<CElemGeometry> fromOgr(const OGRGeometry *geometry);
 
+/// How many levels of compounds may be nested in a file: OGR, which recurses, reads no more than 32 back. Layers of
+/// points, lines or areas keep no nesting, so there the depth does not matter.
+inline constexpr int maximumDepth = 30;
+/// True for a compound nested deeper than that.
+TX_EXPORT bool isNestedTooDeep(const CElemGeometry &geometry);
+
 /// @p geometry as an OGR geometry that fits a layer of the geometry type @p target (wkbUnknown: the plainest type that
-/// holds it). A text gives its anchor. Compounds nested deeper than OGR can read back are flattened below that depth.
-/// @return null when the element has no form in a layer of that type (an area in a layer of points, for example).
+/// holds it). A text gives its anchor.
+/// @return null when the element has no form in a layer of that type (an area in a layer of points, for example), and
+/// for a compound nested deeper than maximumDepth.
 TX_EXPORT std::unique_ptr<OGRGeometry> toOgr(const CElemGeometry &geometry, OGRwkbGeometryType target = wkbUnknown);
 
 } // namespace OgrGeometry

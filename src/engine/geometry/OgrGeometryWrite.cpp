@@ -11,9 +11,6 @@
 
 namespace {
 
-/// How deep collections may be nested: OGR reads no more than 32 levels back from a file.
-constexpr int maximumDepth = 30;
-
 static_assert(sizeof(CPoint2D) == sizeof(OGRRawPoint));
 
 /// Copies @p count points, beginning with number @p first of @p parts, into an OGR curve.
@@ -141,6 +138,7 @@ std::unique_ptr<OGRGeometry> writeSimple(const CElemGeometry &geometry)
     return nullptr;
 }
 
+/// @p compound, which is not nested too deep, as a collection.
 std::unique_ptr<OGRGeometry> writeCompound(const CGeoCompound &compound)
 {
     auto root = std::make_unique<OGRGeometryCollection>();
@@ -148,9 +146,8 @@ std::unique_ptr<OGRGeometry> writeCompound(const CGeoCompound &compound)
     {
         const CGeoCompound *source;
         OGRGeometryCollection *target;
-        int depth;
     };
-    std::vector<Step> pending = {{&compound, root.get(), 1}};
+    std::vector<Step> pending = {{&compound, root.get()}};
     bool spatial = false;
     bool measured = false;
     while (!pending.empty()) {
@@ -165,14 +162,9 @@ std::unique_ptr<OGRGeometry> writeCompound(const CGeoCompound &compound)
                 step.target->addGeometryDirectly(made.release());
                 continue;
             }
-            const auto &inner = static_cast<const CGeoCompound &>(member);
-            if (step.depth < maximumDepth) {
-                auto *made = new OGRGeometryCollection; // the target's from the next line on
-                step.target->addGeometryDirectly(made);
-                pending.push_back({&inner, made, step.depth + 1});
-            } else {
-                pending.push_back({&inner, step.target, step.depth});
-            }
+            auto *made = new OGRGeometryCollection; // the target's from the next line on
+            step.target->addGeometryDirectly(made);
+            pending.push_back({static_cast<const CGeoCompound *>(&member), made});
         }
     }
     if (spatial)
@@ -199,20 +191,21 @@ int familyOf(OGRwkbGeometryType type)
     }
 }
 
-/// Moves the leaves of @p collection into one multi geometry of @p type; null when a leaf does not belong there.
-std::unique_ptr<OGRGeometry> gathered(const OGRGeometryCollection &collection, OGRwkbGeometryType type)
+/// The leaves of @p compound as one multi geometry of @p type; null when one does not belong there.
+std::unique_ptr<OGRGeometry> gathered(const CGeoCompound &compound, OGRwkbGeometryType type)
 {
     std::unique_ptr<OGRGeometry> made(OGRGeometryFactory::createGeometry(type));
     OGRGeometryCollection *target = made->toGeometryCollection();
-    for (const OGRGeometry *member : collection) {
+    for (const CElemGeometry *leaf : compound.GetLeaves()) {
+        std::unique_ptr<OGRGeometry> member = writeSimple(*leaf);
         const OGRwkbGeometryType memberType = wkbFlatten(member->getGeometryType());
         if (familyOf(memberType) != familyOf(type))
             return nullptr;
         if (OGR_GT_IsSubClassOf(memberType, wkbGeometryCollection)) {
-            for (const OGRGeometry *leaf : *member->toGeometryCollection())
-                target->addGeometry(leaf);
-        } else {
-            target->addGeometry(member);
+            for (const OGRGeometry *part : *member->toGeometryCollection())
+                target->addGeometry(part);
+        } else if (!member->IsEmpty()) {
+            target->addGeometryDirectly(member.release());
         }
     }
     return made;
@@ -227,26 +220,49 @@ void adaptDimensions(OGRGeometry &geometry, OGRwkbGeometryType target)
 
 } // namespace
 
+bool OgrGeometry::isNestedTooDeep(const CElemGeometry &geometry)
+{
+    if (geometry.GetType() != CElemGeometry::Compound)
+        return false;
+    struct Step
+    {
+        const CGeoCompound *compound;
+        int depth;
+    };
+    std::vector<Step> pending = {{static_cast<const CGeoCompound *>(&geometry), 1}};
+    while (!pending.empty()) {
+        const Step step = pending.back();
+        pending.pop_back();
+        if (step.depth > maximumDepth)
+            return true;
+        for (qint32 i = 0; i < step.compound->GetGeometryCount(); ++i) {
+            const CElemGeometry *member = step.compound->GetGeometry(i);
+            if (member->GetType() == CElemGeometry::Compound)
+                pending.push_back({static_cast<const CGeoCompound *>(member), step.depth + 1});
+        }
+    }
+    return false;
+}
+
 std::unique_ptr<OGRGeometry> OgrGeometry::toOgr(const CElemGeometry &geometry, OGRwkbGeometryType target)
 {
+    static constexpr OGRwkbGeometryType multiTypes[] = {wkbMultiPoint, wkbMultiLineString, wkbMultiPolygon};
     const OGRwkbGeometryType wanted = wkbFlatten(target);
+    const int family = familyOf(target);
     const bool isCompound = geometry.GetType() == CElemGeometry::Compound;
     const bool isRegion = geometry.GetType() == CElemGeometry::Region || geometry.GetType() == CElemGeometry::Region3D;
     std::unique_ptr<OGRGeometry> made;
     if (isRegion && (wanted == wkbTIN || wanted == wkbPolyhedralSurface))
         made = writeSurface(static_cast<const CGeoRegion &>(geometry), wanted == wkbTIN);
-    else if (isCompound)
+    else if (isCompound && family >= 0)
+        made = gathered(static_cast<const CGeoCompound &>(geometry), multiTypes[family]);
+    else if (isCompound && !isNestedTooDeep(geometry))
         made = writeCompound(static_cast<const CGeoCompound &>(geometry));
-    else
+    else if (!isCompound)
         made = writeSimple(geometry);
     if (!made || wanted == wkbUnknown || target == wkbNone)
         return target == wkbNone ? nullptr : std::move(made);
-
-    static constexpr OGRwkbGeometryType multiTypes[] = {wkbMultiPoint, wkbMultiLineString, wkbMultiPolygon};
-    const int family = familyOf(target);
-    if (isCompound && family >= 0)
-        made = gathered(*made->toGeometryCollection(), multiTypes[family]);
-    if (!made || (family >= 0 && familyOf(made->getGeometryType()) != family))
+    if (family >= 0 && familyOf(made->getGeometryType()) != family)
         return nullptr;
 
     const bool wantsMany = OGR_GT_IsSubClassOf(wanted, wkbGeometryCollection);
