@@ -111,9 +111,10 @@ bool CTdCommMethods::CopyFieldValue(const CTxRecordset *source, CTxRecordset *ta
     for (int i = 0; i < source->GetFieldCount(); ++i) {
         if (!source->GetFieldInfo(i, info) || info.IsSystemField())
             continue;
-        // A field that the target lacks is asked for first: for each record an error would be logged.
-        if (target->FindField(info.GetName()) >= 0 && source->GetFieldValue(i, value))
-            isAnyWritten |= target->SetFieldValue(info.GetName(), value);
+        // A field that the target lacks is not tried: for each record an error would be logged.
+        const int place = target->FindField(info.GetName());
+        if (place >= 0 && source->GetFieldValue(i, value))
+            isAnyWritten |= target->SetFieldValue(place, value);
     }
     return isAnyWritten;
 }

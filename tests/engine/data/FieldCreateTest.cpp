@@ -36,6 +36,22 @@ protected:
         return vector(open(path(row.file), "db"));
     }
 
+    /// A field of type @p type, "F" and the type's code.
+    static CTxFieldInfo fieldOfType(qint16 type)
+    {
+        return CTxFieldInfo(QStringLiteral("F%1").arg(type), type, type == Info::Numeric ? 10 : 0);
+    }
+
+    /// What a field of type @p type is known as again, -1 when it is refused.
+    static qint16 becomes(qint16 type)
+    {
+        for (const auto &[from, to] : GetParam().changes) {
+            if (from == type)
+                return to;
+        }
+        return type;
+    }
+
     /// Every field as "name:type:size".
     static std::string described(const CDatasetVector &dataset)
     {
@@ -69,17 +85,14 @@ TEST_P(FieldCreate, EveryTypeComesBackAsTheStorageKeepsIt)
     ASSERT_TRUE(points);
     QList<std::pair<QByteArray, qint16>> expected;
     for (const qint16 type : allTypes) {
-        const auto change = std::find_if(row.changes.begin(), row.changes.end(),
-                                         [type](const auto &entry) { return entry.first == type; });
-        const qint16 kept = change == row.changes.end() ? type : change->second;
-        const QByteArray name = "F" + QByteArray::number(type);
-        const CTxFieldInfo info(name, type, type == Info::Numeric ? 10 : 0);
+        const qint16 kept = becomes(type);
+        const CTxFieldInfo info = fieldOfType(type);
         if (kept < 0) {
             expectRefusal(*points, {info});
             continue;
         }
         EXPECT_TRUE(points->CreateField(info)) << type << ' ' << lastError();
-        expected.append({name, kept});
+        expected.append({info.GetName().toUtf8(), kept});
     }
     EXPECT_TRUE(points->CreateField("Wide", Info::Text, 1000, 0)) << lastError();
     points = vector(reopen(row.file), "points");
@@ -133,6 +146,34 @@ TEST_P(FieldCreate, AllOrNoneWhateverIsWrongWithOne)
     EXPECT_TRUE(points->CreateFields({good})) << "a closed dataset can be changed too: " << lastError();
     EXPECT_TRUE(points->CreateFields({})) << lastError();
     EXPECT_GE(fieldOf(*vector(reopen(GetParam().file), "points"), "Good").GetType(), 0);
+}
+
+TEST_P(FieldCreate, ATemplateOfAnotherStorageIsCopiedWholeOrRefused)
+{
+    const KeepsRow &row = GetParam();
+    CTxDataSource *to = makeTarget()->GetDataSource();
+    CTxDataSource *from = sources.Create(path("from.tdb"), "from", Storage::Native);
+    ASSERT_TRUE(from) << lastError();
+    CTxFieldInfos fields;
+    for (const qint16 type : allTypes) {
+        if (becomes(type) >= 0)
+            fields.append(fieldOfType(type));
+    }
+    const auto copied = [&](const char *name, const CTxFieldInfos &infos) {
+        const CTxDataset *made = from->CreateDataset(definition(name, CElemDatasetInfo::Line, infos, "EPSG:32610"));
+        EXPECT_TRUE(made) << lastError();
+        return to->CreateDatasetFrom(name, made, CElemDataEnc::NONE) != nullptr;
+    };
+    ASSERT_TRUE(copied("Roads", fields)) << lastError();
+    if (row.storage == Storage::Shapefile) {
+        const qint32 count = to->GetDatasetCount();
+        EXPECT_FALSE(copied("Long", {{"ElevenChars", Info::Long}}) || copied("Blobs", {{"Blob", Info::LongBinary}}));
+        EXPECT_EQ(to->GetDatasetCount(), count);
+    }
+    const CDatasetVector *roads = vector(reopen(row.file), "Roads");
+    EXPECT_EQ(roads->GetType(), CElemDatasetInfo::Line);
+    for (const CTxFieldInfo &info : fields)
+        EXPECT_EQ(fieldOf(*roads, info.GetName().toUtf8()).GetType(), becomes(info.GetType())) << info.GetType();
 }
 
 INSTANTIATE_TEST_SUITE_P(Storages, FieldCreate,
