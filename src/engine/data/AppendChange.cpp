@@ -27,6 +27,7 @@ AppendChange::AppendChange(TxVectorPrivate &target, bool changesFields)
     : m_target(target), m_dataSource(target.dataSource())
 {
     if (m_dataSource.transaction) {
+        m_boundsBefore = m_target.q->GetBounds();
         m_savepoint = openSavepoint();
         m_state = m_savepoint ? State::Open : State::Failed;
         return;
@@ -110,6 +111,8 @@ bool AppendChange::takeBack()
         done = m_dataSource.gdal != nullptr;
     }
     m_target.contentChanged();
+    if (m_savepoint)
+        m_target.bounds = m_boundsBefore;
     return done;
 }
 
@@ -119,8 +122,17 @@ bool AppendChange::takeBackSavepoint()
     // The driver writes what it holds back now, to be taken back with the rest, and not when the user commits.
     if (OGRLayer *layer = m_target.layer())
         layer->SyncToDisk();
-    return executeSql(QStringLiteral("ROLLBACK TO SAVEPOINT ") + QString::fromUtf16(savepointName)) &&
-           executeSql(QStringLiteral("RELEASE SAVEPOINT ") + QString::fromUtf16(savepointName));
+    const bool done = executeSql(QStringLiteral("ROLLBACK TO SAVEPOINT ") + QString::fromUtf16(savepointName)) &&
+                      executeSql(QStringLiteral("RELEASE SAVEPOINT ") + QString::fromUtf16(savepointName));
+    if (m_dataSource.isGeoPackage() || m_dataSource.driver == "SQLite") {
+        // The driver forgets the count it remembers when it is shown a statement that might delete; it looks for the
+        // layer's name in the text. Its notion of the extent lasts until the storage is opened anew.
+        const QString table = QString::fromUtf8(m_target.source);
+        const QString sql = QStringLiteral("DELETE FROM %1 WHERE 0 AND %2 <> ''")
+                                .arg(TxGdal::quoteIdentifier(table), TxGdal::quoteText(table));
+        m_dataSource.gdal->ReleaseResultSet(m_dataSource.gdal->ExecuteSQL(sql.toUtf8().constData(), nullptr, nullptr));
+    }
+    return done;
 }
 
 bool AppendChange::takeBackFiles()

@@ -44,5 +44,6 @@ private:
     std::optional<TxSchemaChange> m_transaction; // null within one of the user's
     std::unique_ptr<ShapefileKeeper> m_files;
     bool m_savepoint = false;
+    CRect2D m_boundsBefore; // within a transaction of the user's, which the driver outlives with wrong ones
     State m_state = State::Failed;
 };

@@ -6,6 +6,7 @@
 
 #include <ogrsf_frmts.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -152,6 +153,9 @@ AppendFields::AppendFields(const TxRecordsetPrivate &source, TxVectorPrivate &ta
     OGRLayer *layer = target.layer();
     if (!layer)
         return;
+    const char *encoding = m_toShapefile ? layer->GetMetadataItem("SOURCE_ENCODING", "SHAPEFILE") : nullptr;
+    if (encoding && qstricmp(encoding, CPL_ENC_UTF8) != 0)
+        m_encoding = encoding;
     const std::vector<TxVectorField> &fields = target.fields();
     std::vector<bool> isTaken(fields.size(), false);
     for (size_t i = 0; i < fields.size(); ++i)
@@ -217,15 +221,29 @@ bool AppendFields::widens(const Pair &pair, const TxRawValue &value) const
     return m_toShapefile && value.kind == TxRawValue::Text && pair.storage == OFTString && value.size > pair.safeBytes;
 }
 
+/// The driver would write question marks in their place.
+bool AppendFields::isKnownToEncoding(const TxRawValue &text) const
+{
+    if (std::all_of(text.data, text.data + text.size, [](char c) { return static_cast<signed char>(c) > 0; }))
+        return true;
+    const TxGdal::ErrorCollector warnings;
+    const std::unique_ptr<char, decltype(&VSIFree)> there(CPLRecode(text.data, CPL_ENC_UTF8, m_encoding), &VSIFree);
+    const std::unique_ptr<char, decltype(&VSIFree)> back(CPLRecode(there.get(), m_encoding, CPL_ENC_UTF8), &VSIFree);
+    return std::strcmp(back.get(), text.data) == 0;
+}
+
 QString AppendFields::write(OGRFeature &feature, const Pair &pair, const TxRawValue &value) const
 {
     if (value.kind == TxRawValue::Null && pair.isNullable) {
         feature.SetFieldNull(pair.to);
         return QString();
     }
+    if (!m_encoding.isEmpty() && value.kind == TxRawValue::Text && !isKnownToEncoding(value))
+        return QStringLiteral("has characters that the encoding %1 does not know").arg(QString::fromUtf8(m_encoding));
     if (writeDirectly(feature, pair, value))
         return QString();
-    if (m_toShapefile && value.kind == TxRawValue::Text && pair.storage == OFTString && value.size > shapefileText)
+    const bool isText = value.kind == TxRawValue::Text && pair.storage == OFTString;
+    if (m_toShapefile && isText && value.size > shapefileText)
         return QStringLiteral("has more than %1 bytes").arg(shapefileText);
     if (value.kind == TxRawValue::Moment && pair.storage == OFTDate && hasTimeOfDay(value.moment))
         return QStringLiteral("has a time of day, which the field does not keep");

@@ -49,6 +49,9 @@ public:
 private:
     void add(int from, const CTxFieldInfo &source, const TxVectorField &target, const OGRFieldDefn &stored);
 
+    bool isKnownToEncoding(const TxRawValue &text) const;
+
     bool m_toShapefile;
+    QByteArray m_encoding; // of the target's texts; empty for UTF-8 and where it is not known
     std::vector<Pair> m_pairs;
 };

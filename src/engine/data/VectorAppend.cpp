@@ -78,7 +78,7 @@ private:
     TxRecordsetPrivate &m_source;
     const CTxAppendDef &m_def;
     const TxGdal::ErrorCollector m_errors;
-    const int m_failuresBefore = TxGetErrorMsgObj().GetErrorCount();
+    int m_failuresBefore = TxGetErrorMsgObj().GetErrorCount();
 
     std::shared_ptr<TxReprojector> m_reprojector;
     QString m_tag; // the tag field's name as the target keeps it; empty for none
@@ -166,9 +166,10 @@ bool VectorAppend::prepareTag()
     m_tagIndex = AppendFields::findTag(m_target, m_tag);
     if (m_tagIndex >= 0)
         return true;
-    if (m_target.dataSource().driver == "SQLite") // whose driver makes no other names
+    const QByteArray &driver = m_target.dataSource().driver;
+    if (driver == "SQLite" || driver == "PostgreSQL") // which make no other names
         m_tag = m_tag.toLower();
-    if (m_target.dataSource().driver == "ESRI Shapefile")
+    if (driver == "ESRI Shapefile")
         m_tag = QString::fromUtf8(m_tag.toUtf8().left(AppendFields::shapefileName));
     if (!m_target.q->IsAvailableFieldName(m_tag))
         return fail(QStringLiteral("“%1” cannot be the name of a field").arg(m_tag.left(80)));
@@ -250,9 +251,13 @@ bool VectorAppend::fillTag(AppendWriter &writer)
 bool VectorAppend::tellProgress()
 {
     m_sinceProgress.start();
-    if (!m_def.progress || m_def.progress(m_read, m_total))
+    if (!m_def.progress)
         return true;
-    return fail(QStringLiteral("it was stopped"));
+    const TxGdal::ErrorCollector notOurs;
+    const int failures = TxGetErrorMsgObj().GetErrorCount();
+    const bool goesOn = m_def.progress(m_read, m_total);
+    m_failuresBefore += TxGetErrorMsgObj().GetErrorCount() - failures;
+    return goesOn || fail(QStringLiteral("it was stopped"));
 }
 
 /// To be called now and then. @return false when the work shall stop or cannot go on.
@@ -359,9 +364,10 @@ bool VectorAppend::run()
     const bool done = m_reason.isEmpty() && prepareProjection() && prepareSource() && store();
     if (makesField)
         m_target.schemaChanged();
-    m_target.contentChanged();
-    if (done)
+    if (done) {
+        m_target.contentChanged();
         return true;
+    }
     QString text = QStringLiteral("Nothing was appended to “%1”: %2").arg(target, m_reason);
     if (m_written > 0)
         text += QStringLiteral("; %1 records before it were taken back").arg(m_written);

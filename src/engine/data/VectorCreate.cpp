@@ -142,6 +142,8 @@ OGRLayer *VectorMaker::makeLayer(const LayerPlan &layerPlan)
         options.SetNameValue("GEOMETRY_NAME", NativeSchema::geometryColumn);
     } else if (m_d.engineType == CTxDataSourceStorage::PostgreSQL) {
         options.SetNameValue("LAUNDER", "NO"); // names stay as they were given
+    } else if (m_d.engineType == CTxDataSourceStorage::Shapefile) {
+        options.SetNameValue("ENCODING", "UTF-8"); // else question marks take the place of most scripts' letters
     }
     OGRwkbGeometryType geometry = TxDatasetKind::geometryOf(layerPlan.entry.type);
     if (m_isNative && layerPlan.entry.type == CElemDatasetInfo::TIN)

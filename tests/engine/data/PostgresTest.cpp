@@ -290,4 +290,58 @@ TEST_F(Postgres, ServerThatGoesAwayIsToldAndSurvived)
     EXPECT_TRUE(source->DeleteDataset("Lost")) << lastError();
 }
 
+TEST_F(Postgres, AppendsWholeOrNotAtAll)
+{
+    const CTxFieldInfos fields = {CTxFieldInfo("Name", CTxFieldInfo::Text, 10),
+                                  CTxFieldInfo("Size", CTxFieldInfo::Long)};
+    CTxDataSource *file = sources.Create(path("from.tdb"), "from", CTxDataSourceStorage::Native);
+    auto *towns = dynamic_cast<CDatasetVector *>(
+        file->CreateDataset(definition("Towns", CElemDatasetInfo::Point, {fields.at(1)}, "EPSG:4326")));
+    ASSERT_TRUE(towns && towns->Open() && file->BeginTrans());
+    for (int i = 1; i <= 3000; ++i) {
+        const CGeoPoint place(i * 0.01, 0);
+        ASSERT_TRUE(addRecord(*query(towns), {{"Size", i == 3000 ? 70000 : i}}, &place));
+    }
+    ASSERT_TRUE(file->CommitTrans());
+    CTxDataSource *source = connect();
+    ASSERT_TRUE(source);
+    const auto make = [&](const char *name, qint16 type) {
+        auto *made = dynamic_cast<CDatasetVector *>(source->CreateDataset(
+            definition(name, CElemDatasetInfo::Point, {fields.at(0), CTxFieldInfo("Size", type)}, "EPSG:3857")));
+        EXPECT_TRUE(made && made->Open()) << lastError();
+        return made;
+    };
+    CDatasetVector *heap = make("Heap", CTxFieldInfo::Short);
+    CTxAppendDef def;
+    def.tagField = "Origin";
+    EXPECT_FALSE(heap->Append(query(towns).get(), def)) << "the last one is too large";
+    EXPECT_NE(lastError().find("3000"), std::string::npos) << lastError();
+    EXPECT_EQ(heap->GetRecordCount(), 0);
+    EXPECT_LT(heap->FindField("Origin"), 0);
+    ASSERT_TRUE(heap->Append(query(towns, "Size < 3000").get(), def)) << lastError();
+    EXPECT_EQ(heap->GetRecordCount(), 2999);
+    EXPECT_EQ(textOf(*query(heap, "\"Size\" = 7"), "Origin"), "Towns");
+    EXPECT_NEAR(geometryOf(*query(heap, "\"Size\" = 100"))->GetBounds().left, 111319.49, 0.01);
+
+    ASSERT_TRUE(source->BeginTrans());
+    ASSERT_TRUE(addRecord(*query(heap), {{"Size", -1}}));
+    EXPECT_FALSE(heap->Append(query(towns).get()));
+    EXPECT_TRUE(heap->Append(query(heap, "\"Size\" < 3").get())) << lastError();
+    ASSERT_TRUE(source->CommitTrans()) << lastError();
+    EXPECT_EQ(heap->GetRecordCount(), 3003);
+
+    // The session ends half-way.
+    def.progress = [&](qint64 done, qint64) {
+        return done < 1000 || server->sql("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                                          "WHERE pid <> pg_backend_pid() AND datname = 'gis'");
+    };
+    EXPECT_FALSE(heap->Append(query(towns, "Size < 3000").get(), def));
+    EXPECT_NE(lastError().find("Nothing was appended"), std::string::npos) << lastError();
+    sources.Close("db");
+    source = connect();
+    ASSERT_TRUE(source);
+    EXPECT_EQ(vector(source, "Heap")->GetRecordCount(), 3003);
+    EXPECT_TRUE(source->DeleteDataset("Heap")) << lastError();
+}
+
 } // namespace

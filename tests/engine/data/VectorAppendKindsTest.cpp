@@ -1,0 +1,348 @@
+#include "engine/data/DataFixture.h"
+#include "engine/data/SampleFiles.h"
+
+#include "engine/geometry/GeoCompound.h"
+#include "engine/geometry/GeoLine.h"
+#include "engine/geometry/GeoPoint.h"
+#include "engine/geometry/GeoRegion.h"
+#include "engine/geometry/GeoText.h"
+
+#include <QDir>
+
+#include <array>
+#include <ostream>
+
+namespace {
+
+using Info = CElemDatasetInfo;
+using Field = CTxFieldInfo;
+
+/// What records become in a dataset of another kind, in other fields, in another place.
+class VectorAppendKinds : public DataFixture
+{
+protected:
+    void SetUp() override { m_database = create(); }
+
+    CDatasetVector *make(const char *name, Info::Type type, const CTxFieldInfos &fields = {},
+                         const QString &coordSys = QString())
+    {
+        auto *made =
+            dynamic_cast<CDatasetVector *>(m_database->CreateDataset(definition(name, type, fields, coordSys)));
+        EXPECT_TRUE(made && made->Open()) << lastError();
+        return made;
+    }
+
+    static std::unique_ptr<CGeoLine> line(const QList<CPoint2D> &points, const double *zs = nullptr,
+                                          const double *ms = nullptr)
+    {
+        auto made = std::make_unique<CGeoLine>();
+        EXPECT_TRUE(made->MakePolyline(points.data(), qint32(points.size()), false, zs, ms));
+        return made;
+    }
+
+    static std::unique_ptr<CGeoRegion> square(double left, double bottom, double size)
+    {
+        const std::array points = {CPoint2D(left, bottom), CPoint2D(left + size, bottom),
+                                   CPoint2D(left + size, bottom + size), CPoint2D(left, bottom + size),
+                                   CPoint2D(left, bottom)};
+        auto made = std::make_unique<CGeoRegion>();
+        EXPECT_TRUE(made->MakePolygon(points.data(), qint32(points.size())));
+        return made;
+    }
+
+    CTxDataSource *m_database = nullptr;
+
+    /// A geometry as datasets of @p kind hold it, null for tables.
+    static std::unique_ptr<CElemGeometry> sample(Info::Type kind)
+    {
+        const std::array<double, 3> values = {5, 6, 7};
+        const QList<CPoint2D> corners = {{0, 0}, {3, 0}, {3, 4}};
+        switch (kind) {
+        case Info::Tabular:
+            return nullptr;
+        case Info::Line:
+            return line(corners);
+        case Info::Line3D:
+            return line(corners, values.data());
+        case Info::Route:
+            return line(corners, nullptr, values.data());
+        case Info::Region:
+        case Info::Region3D:
+            return square(0, 0, 2);
+        case Info::Text:
+            return std::make_unique<CGeoText>(CPoint2D(1, 2), QStringLiteral("here"), 30.0, 2.5);
+        case Info::CAD: {
+            auto compound = std::make_unique<CGeoCompound>();
+            compound->AddGeometry(line(corners));
+            compound->AddGeometry(line({{8, 8}, {9, 9}}));
+            return compound;
+        }
+        default:
+            return std::make_unique<CGeoPoint>(1, 2);
+        }
+    }
+};
+
+struct KindRow
+{
+    Info::Type from, to;
+    const char *refusal; // a word of it; null when it is converted
+};
+
+std::ostream &operator<<(std::ostream &out, const KindRow &row)
+{
+    return out << row.from << " to " << row.to;
+}
+
+class VectorAppendKind : public VectorAppendKinds, public testing::WithParamInterface<KindRow>
+{
+};
+
+TEST_P(VectorAppendKind, IsConvertedOrRefused)
+{
+    const auto [fromKind, toKind, refusal] = GetParam();
+    CDatasetVector *from = make("From", fromKind);
+    const std::unique_ptr<CElemGeometry> given = sample(fromKind);
+    ASSERT_TRUE(addRecord(*query(from), {{"TxUserID", 7}}, given.get())) << lastError();
+    CDatasetVector *to = make("To", toKind);
+    const bool done = to->Append(query(from).get());
+    EXPECT_EQ(done, refusal == nullptr) << lastError();
+    if (!done) {
+        EXPECT_NE(lastError().find(refusal), std::string::npos) << lastError();
+        EXPECT_EQ(to->GetRecordCount(), 0);
+        return;
+    }
+    const RecordsetPtr records = query(to);
+    EXPECT_EQ(textOf(*records, "TxUserID"), "7");
+    const std::unique_ptr<CElemGeometry> got = geometryOf(*records);
+    ASSERT_EQ(got != nullptr, given != nullptr && toKind != Info::Tabular);
+    if (!got)
+        return;
+    EXPECT_EQ(got->GetBounds(), given->GetBounds());
+    if (const auto *text = dynamic_cast<const CGeoText *>(got.get())) {
+        EXPECT_EQ(text->GetText(), "here");
+        EXPECT_EQ(text->GetAngle(), 30.0);
+        EXPECT_EQ(text->GetHeight(), 2.5);
+    }
+    if (const auto *made = dynamic_cast<const CGeoLine *>(got.get()); made && to->FindField("TxLength") >= 0) {
+        CTxVariant length;
+        EXPECT_TRUE(records->GetFieldValue("TxLength", length));
+        EXPECT_DOUBLE_EQ(length.toDouble(), made->GetLength());
+    }
+    if (dynamic_cast<const CGeoRegion *>(got.get()) && to->FindField("TxArea") >= 0) {
+        EXPECT_EQ(textOf(*records, "TxArea") + ' ' + textOf(*records, "TxPerimeter"), "4 8");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, VectorAppendKind,
+    testing::Values(KindRow{Info::Line, Info::Line3D, nullptr}, KindRow{Info::Line3D, Info::Line, nullptr},
+                    KindRow{Info::Route, Info::Line, nullptr}, KindRow{Info::Line, Info::Route, nullptr},
+                    KindRow{Info::Region, Info::Region3D, nullptr}, KindRow{Info::Region3D, Info::Region, nullptr},
+                    KindRow{Info::Point, Info::CAD, nullptr}, KindRow{Info::Line, Info::CAD, nullptr},
+                    KindRow{Info::Text, Info::CAD, nullptr}, KindRow{Info::Text, Info::Text3D, nullptr},
+                    KindRow{Info::CAD, Info::Line, nullptr}, KindRow{Info::CAD, Info::CAD, nullptr},
+                    KindRow{Info::Region, Info::Tabular, nullptr}, KindRow{Info::Tabular, Info::Point, nullptr},
+                    KindRow{Info::Point, Info::Text, nullptr}, KindRow{Info::Point, Info::Region, "is a point"},
+                    KindRow{Info::Line, Info::Point, "is a line"}, KindRow{Info::Region, Info::Line, "is a region"},
+                    KindRow{Info::CAD, Info::Point, "no form"}, KindRow{Info::Text, Info::Point, "keeps no texts"}));
+
+struct ValueRow
+{
+    qint16 from;
+    CTxVariant value;
+    qint16 to;
+    const char *result; // null when it is refused
+};
+
+TEST_F(VectorAppendKinds, ValuesAreConvertedOrRefusedButNeverSpoilt)
+{
+    const auto text = [](const char *words) { return CTxVariant(QString::fromUtf8(words)); };
+    const ValueRow rows[] = {
+        {Field::Text, text(" 12 "), Field::Long, "12"},
+        {Field::Text, text("twelve"), Field::Long, nullptr},
+        {Field::Text, text("1.5"), Field::Double, "1.5"},
+        {Field::Text, text("TRUE"), Field::Boolean, "true"},
+        {Field::Text, text("2024-02-29T12:30:00"), Field::Date, "2024-02-29T12:30:00Z"},
+        {Field::Text, text("soon"), Field::Date, nullptr},
+        {Field::Text, text("\u00e4\u00f6\u00fc\u4e2d\u6587"), Field::Character, "\u00e4\u00f6\u00fc\u4e2d\u6587"},
+        {Field::Text, text("sixsix"), Field::Character, nullptr},
+        {Field::Double, CTxVariant(3.0), Field::Long, "3"},
+        {Field::Double, CTxVariant(3.5), Field::Long, nullptr},
+        {Field::Double, CTxVariant(1e300), Field::Single, nullptr},
+        {Field::Double, CTxVariant(0.1), Field::Memo, "0.1"},
+        {Field::Long, CTxVariant(32768), Field::Short, nullptr},
+        {Field::Long, CTxVariant(-32768), Field::Short, "-32768"},
+        {Field::Long, CTxVariant(256), Field::Byte, nullptr},
+        {Field::Long, CTxVariant(65), Field::Memo, "65"},
+        {Field::Boolean, CTxVariant(true), Field::Long, "1"},
+        {Field::LongBinary, CTxVariant(QByteArray("\x01\x02", 2)), Field::Long, nullptr},
+        {Field::Long, CTxVariant::null(), Field::Double, ""},
+    };
+    int number = 0;
+    for (const ValueRow &row : rows) {
+        SCOPED_TRACE(number);
+        const QByteArray suffix = QByteArray::number(number++);
+        CDatasetVector *from = make("From" + suffix, Info::Tabular, {Field("v", row.from)});
+        CDatasetVector *to = make("To" + suffix, Info::Tabular, {Field("V", row.to, 5)});
+        ASSERT_TRUE(addRecord(*query(from), {{"v", row.value}})) << lastError();
+        EXPECT_EQ(to->Append(query(from).get()), row.result != nullptr) << lastError();
+        ASSERT_EQ(to->GetRecordCount(), row.result ? 1 : 0);
+        if (row.result) {
+            EXPECT_EQ(textOf(*query(to), "V"), row.result);
+        } else {
+            EXPECT_NE(lastError().find("“V”"), std::string::npos) << lastError();
+        }
+    }
+}
+
+TEST_F(VectorAppendKinds, RectangleCutsLinesAndRegions)
+{
+    CTxAppendDef def;
+    def.bounds = CRect2D(0, 0, 10, 10);
+    CDatasetVector *lines = make("Lines", Info::Route);
+    const std::array<double, 3> ms = {0, 20, 40};
+    for (const QList<CPoint2D> &points :
+         {QList<CPoint2D>{{-5, 5}, {15, 5}, {15, 25}}, QList<CPoint2D>{{1, 1}, {2, 2}, {3, 1}},
+          QList<CPoint2D>{{-5, 15}, {5, 15}, {-5, 5}}, QList<CPoint2D>{{-5, -5}, {0, 0}, {-5, 5}},
+          QList<CPoint2D>{{5, 5}, {5, 20}, {6, 5}}, QList<CPoint2D>{{0, 20}, {0, 0}, {0, -20}}})
+        ASSERT_TRUE(addRecord(*query(lines), {}, line(points, nullptr, ms.data()).get())) << lastError();
+    CDatasetVector *cutLines = make("CutLines", Info::Route);
+    ASSERT_TRUE(cutLines->Append(query(lines).get(), def)) << lastError();
+    RecordsetPtr records = query(cutLines);
+    ASSERT_EQ(records->GetRecordCount(), 4) << "across, within, out and in again, along the edge";
+    std::unique_ptr<CElemGeometry> across = geometryOf(*records);
+    EXPECT_EQ(across->GetBounds(), CRect2D(0, 5, 10, 5));
+    EXPECT_EQ(textOf(*records, "TxLength"), "10");
+    const auto *cut = dynamic_cast<const CGeoLine *>(across.get());
+    ASSERT_TRUE(cut && cut->GetMs());
+    EXPECT_EQ(cut->GetMs()[0], 5) << "measures are those of the places at the edge";
+    EXPECT_EQ(cut->GetMs()[1], 15);
+    ASSERT_TRUE(records->MoveNext() && records->MoveNext());
+    EXPECT_EQ(dynamic_cast<const CGeoLine &>(*geometryOf(*records)).GetPartCount(), 2);
+
+    CDatasetVector *regions = make("Regions", Info::Region);
+    const std::array bow = {CPoint2D(8, 2), CPoint2D(14, 8), CPoint2D(14, 2), CPoint2D(8, 8), CPoint2D(8, 2)};
+    CGeoRegion crossed;
+    ASSERT_TRUE(crossed.MakePolygon(bow.data(), qint32(bow.size())));
+    for (const auto &region : {square(-5, -5, 10), square(2, 2, 3), square(20, 20, 3), square(10, 0, 5)})
+        ASSERT_TRUE(addRecord(*query(regions), {}, region.get()));
+    ASSERT_TRUE(addRecord(*query(regions), {}, &crossed));
+    CDatasetVector *cutRegions = make("CutRegions", Info::Region);
+    ASSERT_TRUE(cutRegions->Append(query(regions).get(), def)) << lastError();
+    EXPECT_EQ(column(*query(cutRegions), "TxArea"), "25 9 8") << "across, within, a ring that crosses itself";
+
+    CDatasetVector *drawing = make("Drawing", Info::CAD);
+    const CGeoPoint out(11, 1), in(10, 10);
+    ASSERT_TRUE(addRecord(*query(drawing), {}, &out) && addRecord(*query(drawing), {}, &in) &&
+                addRecord(*query(drawing), {}, sample(Info::Text).get()) && addRecord(*query(drawing)));
+    CDatasetVector *cutDrawing = make("CutDrawing", Info::CAD);
+    ASSERT_TRUE(cutDrawing->Append(query(drawing).get(), def) && cutDrawing->Append(query(regions).get(), def))
+        << lastError();
+    EXPECT_EQ(cutDrawing->GetRecordCount(), 6);
+    EXPECT_EQ(cutDrawing->GetBounds(), CRect2D(0, 0, 10, 10));
+}
+
+TEST_F(VectorAppendKinds, PlacesAreThoseOfTheTargetsCoordinateSystem)
+{
+    CDatasetVector *degrees = make("Degrees", Info::Line3D, {}, "EPSG:4326");
+    const std::array<double, 2> zs = {100, 200};
+    ASSERT_TRUE(addRecord(*query(degrees), {}, line({{0, 0}, {1, 0}}, zs.data()).get()));
+    ASSERT_TRUE(addRecord(*query(degrees), {}, line({{9, 0}, {10, 1}}, zs.data()).get()));
+    CDatasetVector *metres = make("Metres", Info::Line3D, {}, "EPSG:3857");
+    CTxAppendDef def;
+    def.bounds = CRect2D(-1, -1, 200000, 1);
+    ASSERT_TRUE(metres->Append(query(degrees).get(), def)) << lastError();
+    const RecordsetPtr records = query(metres);
+    ASSERT_EQ(records->GetRecordCount(), 1);
+    const std::unique_ptr<CElemGeometry> got = geometryOf(*records);
+    EXPECT_NEAR(got->GetBounds().right, 111319.49, 0.01);
+    EXPECT_EQ(dynamic_cast<const CGeoLine &>(*got).GetZs()[1], 200);
+
+    ASSERT_TRUE(addRecord(*query(degrees), {}, line({{0, 0}, {0, 95}}, zs.data()).get()));
+    EXPECT_FALSE(metres->Append(query(degrees).get()));
+    EXPECT_NE(lastError().find("record 3"), std::string::npos) << lastError();
+    EXPECT_EQ(metres->GetRecordCount(), 1);
+}
+
+TEST_F(VectorAppendKinds, ShapefilesMatchCutNamesAndWidenTexts)
+{
+    CDatasetVector *native =
+        make("Native", Info::Point, {Field("Population2020", Field::Long), Field("Label", Field::Text, 6)});
+    CTxDataSource *folder = sources.Create(path("shapes"), "shapes", CTxDataSourceStorage::Shapefile);
+    auto *shape = dynamic_cast<CDatasetVector *>(folder->CreateDataset(
+        definition("towns", Info::Point, {Field("Population", Field::Long), Field("Label", Field::Text, 6)})));
+    ASSERT_TRUE(shape && shape->Open()) << lastError();
+    const CGeoPoint place(1, 2);
+    const QString wide = QString::fromUtf8("\u4e2d\u6587\u4e2d\u6587"); // four characters, twelve bytes
+    ASSERT_TRUE(addRecord(*query(native), {{"Population2020", 77}, {"Label", wide}}, &place));
+    ASSERT_TRUE(folder->Refresh() && shape->Open());
+    const QByteArray before = SampleFiles::read(path("shapes/towns.dbf"));
+    ASSERT_FALSE(before.isEmpty());
+
+    CTxAppendDef def;
+    def.progress = [](qint64 done, qint64) { return done == 0; };
+    EXPECT_FALSE(shape->Append(query(native).get(), def)) << "stopped behind the widening of the field";
+    ASSERT_TRUE(folder->Refresh() && shape->Open());
+    EXPECT_EQ(SampleFiles::read(path("shapes/towns.dbf")), before);
+    ASSERT_TRUE(shape->Append(query(native).get())) << lastError();
+    EXPECT_EQ(textOf(*query(shape), "Population"), "77");
+    EXPECT_EQ(textOf(*query(shape), "Label"), wide.toStdString());
+    EXPECT_EQ(QDir(path("shapes")).entryList({"*before*"}).size(), 0);
+    ASSERT_TRUE(native->Append(query(shape).get())) << lastError();
+    EXPECT_EQ(column(*query(native), "Population2020"), "77 77");
+
+    ASSERT_TRUE(SampleFiles::makePoints(path("latin.shp"), "ESRI Shapefile")); // whose texts are Latin-1
+    CDatasetVector *latin = vector(open(path("latin.shp")));
+    CDatasetVector *names = make("Names", Info::Point, {Field("name", Field::Text)});
+    ASSERT_TRUE(addRecord(*query(names), {{"name", CTxVariant(QString::fromUtf8("\u00e4"))}}, &place));
+    EXPECT_TRUE(latin->Append(query(names).get())) << lastError();
+    EXPECT_EQ(column(*query(latin), "name"), "one two three \u00e4");
+    ASSERT_TRUE(addRecord(*query(names), {{"name", CTxVariant(wide)}}, &place));
+    EXPECT_FALSE(latin->Append(query(names).get()));
+    EXPECT_NE(lastError().find("encoding"), std::string::npos) << lastError();
+    EXPECT_EQ(latin->GetRecordCount(), 4);
+}
+
+TEST_F(VectorAppendKinds, MisuseIsRefusedAndHarmless)
+{
+    CDatasetVector *from = make("From", Info::Point);
+    CDatasetVector *to = make("To", Info::Point);
+    const CGeoPoint place(1, 2);
+    ASSERT_TRUE(addRecord(*query(from), {}, &place));
+    while (from->GetRecordCount() < 2000)
+        ASSERT_TRUE(from->Append(query(from).get())) << lastError();
+    EXPECT_FALSE(to->Append(nullptr));
+    CTxRecordset *released = query(from).get();
+    EXPECT_FALSE(to->Append(released));
+    EXPECT_TRUE(to->Close());
+    EXPECT_FALSE(to->Append(query(from).get())) << "closed";
+    ASSERT_TRUE(to->Open());
+
+    // A progress function that pulls the ground away.
+    RecordsetPtr records = query(from);
+    CTxAppendDef def;
+    def.progress = [&](qint64, qint64) {
+        EXPECT_FALSE(from->Close() || to->Close() || sources.Close("db"));
+        EXPECT_FALSE(to->GetDataSource()->BeginTrans() || to->CreateField("F", Field::Long, 0, 0));
+        EXPECT_FALSE(to->Append(records.get()));
+        return true;
+    };
+    EXPECT_TRUE(to->Append(records.get(), def)) << lastError();
+    EXPECT_EQ(to->GetRecordCount(), from->GetRecordCount());
+    const qint64 count = to->GetRecordCount();
+    def.progress = [&](qint64 done, qint64) {
+        if (done > 0)
+            records.reset();
+        return true;
+    };
+    EXPECT_FALSE(to->Append(records.get(), def));
+    EXPECT_EQ(to->GetRecordCount(), count);
+    CTxQueryDef joined;
+    joined.joins = {{"To", "TxUserID", "TxUserID", CTxJoinItem::LeftJoin}};
+    joined.filter = "TxID = 1";
+    EXPECT_TRUE(to->Append(query(from, joined).get())) << "its partners grow while it is read: " << lastError();
+    EXPECT_EQ(to->GetRecordCount(), 2 * count);
+}
+
+} // namespace
