@@ -3,11 +3,17 @@
 #include "engine/data/NativeCatalogue.h"
 #include "engine/data/NativeSchema.h"
 #include "engine/data/TxDatasetMaker.h"
+#include "engine/data/TxFilesAside.h"
 #include "engine/data/TxRasterTable.h"
 #include "engine/data/TxSchemaChange.h"
 #include "engine/data/TxVectorPrivate.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <ogrsf_frmts.h>
+
+#include <array>
 
 namespace {
 
@@ -61,6 +67,40 @@ QList<CTxDataset *> familyOf(const TxDataSourcePrivate &dataSource, CTxDataset *
     return family;
 }
 
+/// The files that the shapefile called @p name consists of in @p folder, with the indexes and descriptions that
+/// programs put beside it.
+QStringList shapefileParts(const QString &folder, const QString &name)
+{
+    constexpr std::array extensions = {u"shp", u"shx", u"dbf", u"prj", u"cpg", u"qpj", u"qix", u"sbn",
+                                       u"sbx", u"fbn", u"fbx", u"idm", u"ind", u"mxs", u"ixs", u"shp.xml"};
+    QStringList parts;
+    const QStringList files = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+    for (const QString &file : files) {
+        if (file.size() <= name.size() || !file.startsWith(name) || file.at(name.size()) != u'.')
+            continue;
+        const QString extension = file.mid(name.size() + 1).toLower();
+        if (std::find(extensions.begin(), extensions.end(), extension) != extensions.end())
+            parts.append(file);
+    }
+    return parts;
+}
+
+/// Of a storage without transactions that has a dataset in several files: takes those out of the way. @return false,
+/// and GDAL's handler is told why, when they cannot be.
+bool takeAside(const TxDataSourcePrivate &dataSource, const CTxDataset &dataset, TxFilesAside &aside)
+{
+    if (dataSource.engineType != CTxDataSourceStorage::Shapefile || !dataset.IsVector())
+        return true;
+    const QFileInfo place(QString::fromUtf8(dataSource.gdalName));
+    const QString folder = place.isDir() ? place.filePath() : place.path();
+    const OGRLayer *layer = TxVectorPrivate::of(static_cast<const CDatasetVector &>(dataset)).layer();
+    const QString name = layer ? QString::fromUtf8(layer->GetDescription()) : QString();
+    const QString reason = name.isEmpty() ? QString() : aside.take(folder, shapefileParts(folder, name));
+    if (!reason.isEmpty())
+        CPLError(CE_Failure, CPLE_FileIO, "%s", reason.toUtf8().constData());
+    return reason.isEmpty();
+}
+
 /// Deletes the layer of the storage that is called @p source.
 bool deleteLayer(const TxDataSourcePrivate &dataSource, const QByteArray &source)
 {
@@ -106,10 +146,18 @@ bool CTxDataSource::DeleteDataset(const QString &name)
     }
     if (done)
         d->endRecordsets(); // SQLite drops no table while a statement of the connection reads
+    TxFilesAside aside;
+    done = done && takeAside(*d, *dataset, aside); // storages of files know no families
     for (CTxDataset *member : family)
         done = done && TxDatasetMaker::removeStored(*d, *member);
-    if (!done || !change.commit())
-        return errors.fail(failure);
+    if (!done || !change.commit()) {
+        errors.fail(failure);
+        aside.bringBack();
+        if (change.isOpen() && !change.undoesItself())
+            d->reopen(); // the driver may believe that the dataset has gone
+        return false;
+    }
+    aside.drop();
     for (auto member = family.crbegin(); member != family.crend(); ++member)
         d->removeDataset(*member);
     return true;
