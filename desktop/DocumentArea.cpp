@@ -188,18 +188,23 @@ bool DocumentArea::addToNewMap(CTxDataset *dataset)
     return map && addToMap(dataset, showMap(map->GetName()));
 }
 
-bool DocumentArea::isShown(const CTxDataset *dataset) const
+QStringList DocumentArea::windowsOf(const CTxDataset *dataset) const
 {
-    for (const AttributeTable *table : tables())
-        if (table->dataset() == dataset)
-            return true;
+    QStringList windows;
     for (const MapWindow *view : maps()) {
         const CTxLayers &layers = view->map()->GetLayers();
-        for (int i = 0; i < layers.GetCount(); ++i)
-            if (layers.GetLayerAt(i)->GetDataset() == dataset)
-                return true;
+        bool shows = false;
+        for (int i = 0; i < layers.GetCount() && !shows; ++i) {
+            const CTxDataset *shown = layers.GetLayerAt(i)->GetDataset();
+            shows = shown && (shown == dataset || shown->GetChildDataset() == dataset); // the nodes of a network too
+        }
+        if (shows)
+            windows << tr("the map “%1”").arg(view->map()->GetName());
     }
-    return false;
+    for (const AttributeTable *table : tables())
+        if (table->dataset() == dataset)
+            windows << tr("the attribute table of “%1”").arg(dataset->GetName());
+    return windows;
 }
 
 void DocumentArea::release(const CTxDataset *dataset)
@@ -209,6 +214,20 @@ void DocumentArea::release(const CTxDataset *dataset)
             closeTab(m_tabs->indexOf(table));
     for (MapWindow *view : maps())
         view->canvas()->ReleaseDataset(dataset);
+}
+
+void DocumentArea::refreshTables(const QString &alias)
+{
+    const CTxDataSource *source = m_document.workspace().GetDataSources().find(alias);
+    for (AttributeTable *table : tables()) {
+        if (table->property(aliasProperty).toString() != alias)
+            continue;
+        const CTxDataset *dataset = table->dataset();
+        if (dataset && source && source->GetDataset(dataset->GetName()) == dataset)
+            table->refresh();
+        else
+            closeTab(m_tabs->indexOf(table));
+    }
 }
 
 void DocumentArea::releaseDataSource(const QString &alias, bool keepTables)
@@ -239,8 +258,10 @@ void DocumentArea::restoreTables(const QString &alias, const QString &oldAlias)
         if (table->property(aliasProperty).toString() != oldAlias)
             continue;
         table->setProperty(aliasProperty, alias);
-        if (table->dataset())
+        if (table->dataset()) {
+            table->refresh(); // making and renaming datasets ends the cursors of the others
             continue;
+        }
         CTxDataset *dataset = source ? source->GetDataset(table->property(nameProperty).toString()) : nullptr;
         if (!dataset || !dataset->IsVector() || !table->setDataset(static_cast<CDatasetVector *>(dataset)))
             closeTab(m_tabs->indexOf(table));

@@ -40,10 +40,13 @@ public:
     /// Makes a map and adds @p dataset to it.
     bool addToNewMap(CTxDataset *dataset);
 
-    /// True when a map window or an attribute table shows @p dataset.
-    bool isShown(const CTxDataset *dataset) const;
+    /// The windows that show @p dataset, as users call them ("the map Trip"); empty when none does.
+    QStringList windowsOf(const CTxDataset *dataset) const;
     /// Lets go of @p dataset: maps read no more of it, its attribute table closes.
     void release(const CTxDataset *dataset);
+    /// Closes the attribute tables whose dataset the datasource called @p alias no longer has, and reads the others of
+    /// it again: a change of a storage's structure ends every cursor.
+    void refreshTables(const QString &alias);
     /// Draws the maps anew, where @p dataset is one of the layers (or all of them for null).
     void refreshMaps();
     /// Shows all of the map in front.

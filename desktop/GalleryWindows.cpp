@@ -11,9 +11,11 @@
 #include "OutputPane.h"
 #include "Prompts.h"
 #include "PropertiesDialog.h"
+#include "WorkspaceCommands.h"
 #include "WorkspaceDocument.h"
 #include "WorkspacePane.h"
 #include "basic/TdProfileFile.h"
+#include "common/TdCommMethods.h"
 #include "common/TdCommonReport.h"
 #include "engine/data/DatasetVector.h"
 #include "engine/map/TxMapWnd.h"
@@ -22,12 +24,14 @@
 #include "workspace/WorkspaceTreeFilterBox.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <functional>
 
@@ -215,6 +219,55 @@ QPixmap drawUnsaved(const GalleryData &)
     return photograph(*box);
 }
 
+/// The picture of the window that @p open waits in; it is closed then.
+QPixmap photographModal(const std::function<void()> &open)
+{
+    QPixmap picture;
+    QTimer::singleShot(0, qApp, [&picture] {
+        QWidget *window = QApplication::activeModalWidget();
+        if (!window)
+            return;
+        QElapsedTimer clock; // lists of files are filled by a thread
+        clock.start();
+        while (!clock.hasExpired(300))
+            QApplication::processEvents(QEventLoop::AllEvents, 50);
+        picture = photograph(*window);
+        window->close();
+    });
+    open();
+    return picture;
+}
+
+QPixmap drawFolder(const GalleryData &)
+{
+    const Stage stage({});
+    for (const char *name : {"Districts", "Rivers", "Towns"})
+        QDir(stage.folder.path()).mkdir(QLatin1String(name));
+    const QString initial = stage.folder.filePath(QStringLiteral("Rivers"));
+    return photographModal(
+        [&] { CTdCommMethods::GetFolder(nullptr, initial, QStringLiteral("Open Folder as Datasource")); });
+}
+
+QPixmap drawCloseQuestion(const GalleryData &data)
+{
+    Stage stage(data.files());
+    GalleryData::populate(stage.window);
+    const QList<AttributeTable *> tables = stage.window.documentArea().tables();
+    CTxDataset *shown = tables.isEmpty() ? nullptr : tables.first()->dataset();
+    return photographModal([&] { CTdCommMethods::PromoteCloseDataset(shown); });
+}
+
+QPixmap drawDelete(const GalleryData &data)
+{
+    Stage stage(data.files());
+    CTxDataset *dataset = stage.window.document().workspace().GetDataSources().GetAt(0)->GetDatasetAt(0);
+    const std::unique_ptr<QMessageBox> box = DialogPrompts::confirmBox(
+        nullptr, WorkspaceCommands::deleteQuestion({dataset}),
+        WorkspaceCommands::deleteExplanation({QStringLiteral("World"), QStringLiteral("Europe")}),
+        QCoreApplication::translate("WorkspaceCommands", "Delete"));
+    return photograph(*box);
+}
+
 QPixmap drawMenu(int index)
 {
     Stage stage({});
@@ -245,6 +298,9 @@ constexpr GalleryWindow table[] = {
     {"properties-datasource", drawDataSourceProperties},
     {"about", drawAbout},
     {"unsaved", drawUnsaved},
+    {"folder", drawFolder},
+    {"close-question", drawCloseQuestion},
+    {"delete", drawDelete},
     {"menu-file", [](const GalleryData &) { return drawMenu(0); }},
     {"menu-data", [](const GalleryData &) { return drawMenu(1); }},
     {"menu-view", [](const GalleryData &) { return drawMenu(3); }},

@@ -1,5 +1,6 @@
 #include "HostMessages.h"
 
+#include "DatasetUse.h"
 #include "DocumentArea.h"
 #include "OutputPane.h"
 #include "WorkspaceCommands.h"
@@ -7,7 +8,10 @@
 #include "WorkspacePane.h"
 #include "basic/TdHostMessage.h"
 #include "basic/TdOleDataNode.h"
+#include "engine/base/TxErrorMsg.h"
 #include "engine/data/TxDataset.h"
+
+#include <QLocale>
 
 #include <functional>
 
@@ -42,7 +46,7 @@ bool HostMessages::handle(CTdHostMessage &message)
         return true;
     case CTdHostMessage::DatasetClosing:
     case CTdHostMessage::DatasetDeleting:
-        releaseAll(message);
+        release(message);
         return true;
     case CTdHostMessage::DatasetClosed:
         afterClose(message);
@@ -51,8 +55,7 @@ bool HostMessages::handle(CTdHostMessage &message)
         afterDelete(message);
         return true;
     case CTdHostMessage::ReleaseDataset:
-        // A dataset that a window shows is left to the library's question whether to close it; any other may go.
-        message.setResult(m_area.isShown(message.dataset()) ? 1 : 0);
+        answerRelease(message);
         return true;
     case CTdHostMessage::ContextHelp:
         m_output.print(tr("There is no help for this window yet (topic %1).").arg(message.number()));
@@ -62,14 +65,36 @@ bool HostMessages::handle(CTdHostMessage &message)
     }
 }
 
-void HostMessages::releaseAll(const CTdHostMessage &message)
+void HostMessages::release(const CTdHostMessage &message)
 {
-    forEachDataset(m_document, message, [this](const CTxDataset *dataset) { m_area.release(dataset); });
+    forEachDataset(m_document, message, [this, &message](const CTxDataset *dataset) {
+        m_area.release(dataset);
+        const CTxDataset *child = dataset->GetChildDataset();
+        if (child && message.message() == CTdHostMessage::DatasetDeleting)
+            m_area.release(child); // it goes along
+    });
+}
+
+/// A dataset that a window shows is left to the library's question whether to close it, and the output pane says which
+/// window; any other may go.
+void HostMessages::answerRelease(CTdHostMessage &message)
+{
+    const CTxDataset *dataset = message.dataset();
+    const QStringList windows = dataset && dataset->IsOpen() ? m_area.windowsOf(dataset) : QStringList();
+    if (windows.isEmpty())
+        return;
+    m_output.print(tr("“%1” is shown by %2.").arg(dataset->GetName(), QLocale().createSeparatedList(windows)));
+    message.setResult(1);
 }
 
 void HostMessages::afterClose(const CTdHostMessage &message)
 {
-    forEachDataset(m_document, message, [this](const CTxDataset *dataset) { m_pane.updateDataset(dataset); });
+    const QString reason = TxGetErrorMsgObj().GetErrorMessage();
+    forEachDataset(m_document, message, [&](const CTxDataset *dataset) {
+        m_pane.updateDataset(dataset);
+        if (dataset->IsOpen())
+            Q_EMIT m_document.failed(tr("“%1” could not be closed.").arg(dataset->GetName()), reason);
+    });
     m_commands.updateActions();
 }
 
@@ -77,13 +102,20 @@ void HostMessages::afterDelete(const CTdHostMessage &message)
 {
     if (!message.node())
         return;
+    const QString reason = TxGetErrorMsgObj().GetErrorMessage();
     for (const CTdOleDataNode::CTdOleData &entry : message.node()->entries) {
         const CTxDataSource *source = m_document.workspace().GetDataSources().find(entry.alias);
-        if (source && source->GetDataset(entry.itemName))
-            continue; // the deletion failed
-        m_pane.removeDataset(entry.alias, entry.itemName);
-        m_commands.removeLayers(entry.alias, entry.itemName);
+        const CTxDataset *dataset = source ? source->GetDataset(entry.itemName) : nullptr;
+        const bool isThere = dataset && dataset->GetName() == entry.itemName;
+        if (!isThere) {
+            m_pane.removeDataset(entry.alias, entry.itemName);
+            DatasetUse::removeLayers(m_document.workspace(), entry.alias, entry.itemName);
+        }
+        m_area.refreshTables(entry.alias);
+        if (isThere)
+            Q_EMIT m_document.failed(tr("“%1” could not be deleted.").arg(entry.itemName), reason);
     }
     m_area.refreshMaps();
+    m_commands.updateActions();
     m_document.touch();
 }

@@ -22,7 +22,8 @@ public:
     bool handle(CTdHostMessage &message);
 
 private:
-    void releaseAll(const CTdHostMessage &message);
+    void release(const CTdHostMessage &message);
+    void answerRelease(CTdHostMessage &message);
     void afterClose(const CTdHostMessage &message);
     void afterDelete(const CTdHostMessage &message);
 

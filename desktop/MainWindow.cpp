@@ -186,7 +186,7 @@ void MainWindow::askForFiles()
 
 void MainWindow::askForFolder()
 {
-    const QString folder = m_prompts.openFolder(this, tr("Open Folder as Datasource"), QString());
+    const QString folder = m_prompts.openFolder(this, tr("Open Folder as Datasource"));
     if (!folder.isEmpty())
         openFiles({folder});
 }

@@ -1,6 +1,7 @@
 #include "Prompts.h"
 
 #include "ConnectionDialog.h"
+#include "common/TdCommMethods.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -25,7 +26,7 @@ QStringList Prompts::openFiles(QWidget *, const QString &, const QString &, cons
     return {};
 }
 
-QString Prompts::openFolder(QWidget *, const QString &, const QString &)
+QString Prompts::openFolder(QWidget *, const QString &)
 {
     return {};
 }
@@ -63,9 +64,9 @@ QStringList DialogPrompts::openFiles(QWidget *parent, const QString &title, cons
     return QFileDialog::getOpenFileNames(parent, title, folder, filters.join(QStringLiteral(";;")));
 }
 
-QString DialogPrompts::openFolder(QWidget *parent, const QString &title, const QString &folder)
+QString DialogPrompts::openFolder(QWidget *parent, const QString &title)
 {
-    return QFileDialog::getExistingDirectory(parent, title, folder);
+    return CTdCommMethods::GetFolder(parent, QString(), title); // empty where cancel gives back what it began with
 }
 
 QString DialogPrompts::saveFile(QWidget *parent, const QString &title, const QString &path, const QStringList &filters,
@@ -115,15 +116,23 @@ Prompts::Unsaved DialogPrompts::unsaved(QWidget *parent, const QString &name)
     }
 }
 
+std::unique_ptr<QMessageBox> DialogPrompts::confirmBox(QWidget *parent, const QString &question,
+                                                       const QString &explanation, const QString &button)
+{
+    auto box = std::make_unique<QMessageBox>(QMessageBox::Warning, QGuiApplication::applicationDisplayName(), question,
+                                             QMessageBox::Cancel, parent);
+    box->setTextFormat(Qt::PlainText); // whatever a name looks like
+    box->setInformativeText(explanation);
+    box->addButton(button, QMessageBox::AcceptRole);
+    box->setDefaultButton(QMessageBox::Cancel);
+    return box;
+}
+
 bool DialogPrompts::confirm(QWidget *parent, const QString &question, const QString &explanation, const QString &button)
 {
-    QMessageBox box(QMessageBox::Warning, QGuiApplication::applicationDisplayName(), question, QMessageBox::Cancel,
-                    parent);
-    box.setInformativeText(explanation);
-    const QPushButton *yes = box.addButton(button, QMessageBox::AcceptRole);
-    box.setDefaultButton(QMessageBox::Cancel);
-    box.exec();
-    return box.clickedButton() == yes;
+    const std::unique_ptr<QMessageBox> box = confirmBox(parent, question, explanation, button);
+    box->exec();
+    return box->buttonRole(box->clickedButton()) == QMessageBox::AcceptRole;
 }
 
 void DialogPrompts::warn(QWidget *parent, const QString &what, const QString &why)

@@ -25,7 +25,7 @@ public:
     virtual QStringList openFiles(QWidget *parent, const QString &title, const QString &folder,
                                   const QStringList &filters);
     /// A folder to open; empty when cancelled.
-    virtual QString openFolder(QWidget *parent, const QString &title, const QString &folder);
+    virtual QString openFolder(QWidget *parent, const QString &title);
     /// A file to write; empty when cancelled. The user has agreed to replace it when it exists.
     virtual QString saveFile(QWidget *parent, const QString &title, const QString &path, const QStringList &filters,
                              const QString &suffix);
@@ -48,7 +48,7 @@ class DialogPrompts : public Prompts
 public:
     QStringList openFiles(QWidget *parent, const QString &title, const QString &folder,
                           const QStringList &filters) override;
-    QString openFolder(QWidget *parent, const QString &title, const QString &folder) override;
+    QString openFolder(QWidget *parent, const QString &title) override;
     QString saveFile(QWidget *parent, const QString &title, const QString &path, const QStringList &filters,
                      const QString &suffix) override;
     QString connection(QWidget *parent) override;
@@ -58,6 +58,9 @@ public:
     bool confirm(QWidget *parent, const QString &question, const QString &explanation, const QString &button) override;
     void warn(QWidget *parent, const QString &what, const QString &why) override;
 
+    /// The question of confirm(), not shown yet; its yes has the accept role.
+    static std::unique_ptr<QMessageBox> confirmBox(QWidget *parent, const QString &question, const QString &explanation,
+                                                   const QString &button);
     /// The question of unsaved(), not shown yet.
     static std::unique_ptr<QMessageBox> unsavedBox(QWidget *parent, const QString &name);
 };

@@ -72,6 +72,14 @@ bool isNumber(const CTxFieldInfo &field)
     }
 }
 
+/// Gives the recordset back, if it still lives.
+void giveBack(TxHandle<CTxRecordset> &handle)
+{
+    CTxRecordset *recordset = handle.get();
+    CTdCommMethods::ReleaseRecordset(recordset);
+    handle = {};
+}
+
 } // namespace
 
 RecordTableModel::RecordTableModel(QObject *parent) : QAbstractTableModel(parent), m_pages(cacheBytes)
@@ -82,8 +90,8 @@ RecordTableModel::RecordTableModel(QObject *parent) : QAbstractTableModel(parent
 
 RecordTableModel::~RecordTableModel()
 {
-    CTdCommMethods::ReleaseRecordset(m_walker);
-    CTdCommMethods::ReleaseRecordset(m_reader);
+    giveBack(m_walker);
+    giveBack(m_reader);
 }
 
 bool RecordTableModel::setDataset(CDatasetVector *dataset)
@@ -96,16 +104,13 @@ bool RecordTableModel::setDataset(CDatasetVector *dataset)
         m_error = TxGetErrorMsgObj().GetErrorMessage();
         return false;
     }
-    CTxQueryDef all;
-    all.options = CTxQueryDef::SkipGeometry;
-    CTxRecordset *reader = dataset->Query(all);
+    m_dataset = TxHandle(dataset);
+    const CTxRecordset *reader = openReader();
     if (!reader) {
-        m_error = TxGetErrorMsgObj().GetErrorMessage();
+        m_dataset = {};
         return false;
     }
     beginResetModel();
-    m_dataset = dataset;
-    m_reader = reader;
     const int fields = reader->GetFieldCount();
     m_fields.reserve(fields);
     for (int i = 0; i < fields; ++i) {
@@ -122,9 +127,9 @@ void RecordTableModel::release()
 {
     beginResetModel();
     m_timer.stop();
-    CTdCommMethods::ReleaseRecordset(m_walker);
-    CTdCommMethods::ReleaseRecordset(m_reader);
-    m_dataset = nullptr;
+    giveBack(m_walker);
+    giveBack(m_reader);
+    m_dataset = {};
     m_fields.clear();
     m_index.clear();
     m_pages.clear();
@@ -148,29 +153,45 @@ void RecordTableModel::sort(int column, Qt::SortOrder order)
 
 bool RecordTableModel::refresh()
 {
-    return start(m_filter, m_sortColumn, m_sortOrder);
+    return openReader() && start(m_filter, m_sortColumn, m_sortOrder);
+}
+
+/// Runs a query on the dataset. @return null, and error(), when it cannot be read.
+CTxRecordset *RecordTableModel::query(const CTxQueryDef &query)
+{
+    CTxRecordset *recordset = dataset() ? dataset()->Query(query) : nullptr;
+    if (!recordset)
+        m_error = dataset() ? TxGetErrorMsgObj().GetErrorMessage() : tr("The dataset has gone.");
+    return recordset;
+}
+
+/// Makes the cursor that reads whole records, in place of the one before.
+CTxRecordset *RecordTableModel::openReader()
+{
+    CTxQueryDef all;
+    all.options = CTxQueryDef::SkipGeometry;
+    CTxRecordset *reader = query(all);
+    giveBack(m_reader);
+    m_reader = TxHandle(reader);
+    return reader;
 }
 
 /// Begins a walk. The one that goes on is dropped only when the new query is understood.
 bool RecordTableModel::start(const QString &filter, int sortColumn, Qt::SortOrder order)
 {
-    if (!m_dataset)
-        return false;
-    CTxQueryDef query;
-    query.filter = filter;
-    query.options = CTxQueryDef::SkipGeometry;
-    query.fields = QStringList{QStringLiteral("TxID")};
+    CTxQueryDef identifiers;
+    identifiers.filter = filter;
+    identifiers.options = CTxQueryDef::SkipGeometry;
+    identifiers.fields = QStringList{QStringLiteral("TxID")};
     if (sortColumn >= 0 && sortColumn < m_fields.GetCount())
-        query.orderBy << m_fields[sortColumn].GetName() +
-                             (order == Qt::AscendingOrder ? QLatin1String(" ASC") : QLatin1String(" DESC"));
-    CTxRecordset *walker = m_dataset->Query(query);
-    if (!walker) {
-        m_error = TxGetErrorMsgObj().GetErrorMessage();
+        identifiers.orderBy << m_fields[sortColumn].GetName() +
+                                   (order == Qt::AscendingOrder ? QLatin1String(" ASC") : QLatin1String(" DESC"));
+    CTxRecordset *walker = query(identifiers);
+    if (!walker || (!m_reader.get() && !openReader()))
         return false;
-    }
     beginResetModel();
-    CTdCommMethods::ReleaseRecordset(m_walker);
-    m_walker = walker;
+    giveBack(m_walker);
+    m_walker = TxHandle(walker);
     m_error.clear();
     m_filter = filter;
     m_sortColumn = sortColumn;
@@ -181,7 +202,7 @@ bool RecordTableModel::start(const QString &filter, int sortColumn, Qt::SortOrde
     m_shown = 0;
     endResetModel();
     walk(sliceMilliseconds); // so that a view has rows in its first picture
-    if (m_walker)
+    if (m_walker.get())
         m_timer.start();
     return true;
 }
@@ -191,10 +212,11 @@ void RecordTableModel::walk(int milliseconds)
 {
     QElapsedTimer clock;
     clock.start();
-    bool more = m_walker && !m_walker->IsEOF();
+    CTxRecordset *walker = m_walker.get();
+    bool more = walker && !walker->IsEOF();
     while (more) {
-        m_index.append(m_walker->GetID());
-        more = m_walker->MoveNext();
+        m_index.append(walker->GetID());
+        more = walker->MoveNext();
         if (m_index.size() >= maximumRows) {
             m_cut = more;
             more = false;
@@ -212,7 +234,7 @@ void RecordTableModel::walk(int milliseconds)
 void RecordTableModel::endWalk()
 {
     m_timer.stop();
-    CTdCommMethods::ReleaseRecordset(m_walker);
+    giveBack(m_walker);
 }
 
 void RecordTableModel::showPending()
@@ -257,7 +279,8 @@ const RecordTableModel::Row *RecordTableModel::row(int row) const
 
 RecordTableModel::Page *RecordTableModel::readPage(int page) const
 {
-    if (!m_reader)
+    CTxRecordset *reader = m_reader.get();
+    if (!reader)
         return nullptr;
     const int first = page * m_pageRows;
     const int last = std::min(first + m_pageRows, m_shown);
@@ -265,9 +288,9 @@ RecordTableModel::Page *RecordTableModel::readPage(int page) const
     qsizetype bytes = 0;
     for (int r = first; r < last; ++r) {
         Row values(static_cast<size_t>(m_fields.GetCount()));
-        if (m_reader->MoveToID(m_index.at(r))) {
+        if (reader->MoveToID(m_index.at(r))) {
             for (int c = 0; c < m_fields.GetCount(); ++c)
-                m_reader->GetFieldValue(c, values[static_cast<size_t>(c)]);
+                reader->GetFieldValue(c, values[static_cast<size_t>(c)]);
         }
         for (const CTxVariant &value : values)
             bytes += cost(value);

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "RecordIndex.h"
+#include "engine/base/TxHandle.h"
 #include "engine/base/TxVariant.h"
+#include "engine/data/DatasetVector.h"
 #include "engine/data/TxFieldInfo.h"
+#include "engine/data/TxRecordset.h"
 
 #include <QAbstractTableModel>
 #include <QCache>
@@ -10,15 +13,15 @@
 
 #include <vector>
 
-class CDatasetVector;
-class CTxRecordset;
+class CTxQueryDef;
 
 /// The records of a vector dataset as a table that reads only what is looked at.
 ///
 /// One cursor walks the query's record identifiers in slices between events, and rows appear as they are found; a
 /// second one reads the values of the rows that a view asks for, a page at a time, into a cache of bounded size. So a
 /// dataset of millions of records is there at once and costs a few bytes a record at most. Both cursors are given back
-/// when the model lets go of the dataset: release() has to be called before the dataset closes.
+/// when the model lets go of the dataset: release() is to be called before the dataset closes. Where nobody does, the
+/// model notices, and reads no more.
 class RecordTableModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -32,8 +35,8 @@ public:
     /// Shows the records of @p dataset (not owned), which is opened when it is closed. @return false when it cannot be
     /// read (see error()); the model is then empty.
     bool setDataset(CDatasetVector *dataset);
-    /// The dataset shown, null when there is none.
-    CDatasetVector *dataset() const { return m_dataset; }
+    /// The dataset shown, null when there is none or it has gone.
+    CDatasetVector *dataset() const { return m_dataset.get(); }
     /// Gives the cursors back and becomes empty.
     void release();
 
@@ -45,13 +48,14 @@ public:
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
     int sortColumn() const { return m_sortColumn; }
     Qt::SortOrder sortOrder() const { return m_sortOrder; }
-    /// Runs the query anew, for records that have changed.
+    /// Runs the query anew, for records that have changed and for a storage that ended its cursors (a change of its
+    /// structure does). @return false when the dataset has closed or gone (see error()).
     bool refresh();
 
     /// What failed last, for people; empty after a success.
     const QString &error() const { return m_error; }
     /// True when every row is known.
-    bool isComplete() const { return !m_walker; }
+    bool isComplete() const { return !m_walker.get(); }
     /// True when there are more records than maximumRows.
     bool isCut() const { return m_cut; }
     /// The identifier of the record in @p row, -1 when there is no such row.
@@ -80,13 +84,15 @@ private:
     void walk(int milliseconds);
     void showPending();
     void endWalk();
+    CTxRecordset *query(const CTxQueryDef &query);
+    CTxRecordset *openReader();
     const Row *row(int row) const;
     Page *readPage(int page) const;
     QVariant cell(const CTxVariant &value, const CTxFieldInfo &field, int role) const;
 
-    CDatasetVector *m_dataset = nullptr; // not owned
-    CTxRecordset *m_walker = nullptr;    // the dataset's
-    CTxRecordset *m_reader = nullptr;    // the dataset's
+    TxHandle<CDatasetVector> m_dataset;
+    TxHandle<CTxRecordset> m_walker; // the dataset's
+    TxHandle<CTxRecordset> m_reader; // the dataset's
     CTxFieldInfos m_fields;
     QString m_filter;
     QString m_error;

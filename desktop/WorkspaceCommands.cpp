@@ -2,6 +2,7 @@
 
 #include "Actions.h"
 #include "AttributeTable.h"
+#include "DatasetUse.h"
 #include "DocumentArea.h"
 #include "LayerDefaults.h"
 #include "MapWindow.h"
@@ -9,12 +10,16 @@
 #include "PropertiesDialog.h"
 #include "WorkspaceDocument.h"
 #include "WorkspacePane.h"
+#include "common/TdCommMethods.h"
 #include "engine/base/TxErrorMsg.h"
 #include "engine/data/DatasetVector.h"
+#include "engine/data/TxQueryDef.h"
+#include "engine/data/TxRecordset.h"
 #include "workspace/WorkspaceBarTree.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QSet>
 
 #include <algorithm>
 
@@ -142,14 +147,47 @@ void WorkspaceCommands::fillMenu(QMenu &menu) const
 
 void WorkspaceCommands::activate(const CTdOleDataNode &node)
 {
-    if (node.itemType == CTdOleDataNode::ItemMap) {
+    switch (node.itemType) {
+    case CTdOleDataNode::ItemMap:
         m_area.showMap(node.entries.first().itemName);
-        return;
-    }
-    if (node.itemType == CTdOleDataNode::ItemLayout || node.itemType == CTdOleDataNode::ItemScene)
-        Q_EMIT m_document.told(tr("“%1” cannot be shown: this desktop draws maps only.").arg(node.name));
-    else
+        break;
+    case CTdOleDataNode::ItemTile:
+        m_area.addToMap(findTile(node));
+        break;
+    case CTdOleDataNode::ItemDataset:
+    case CTdOleDataNode::ItemSubDataset:
         m_area.addToMap(find(node.entries.first()));
+        break;
+    case CTdOleDataNode::ItemLayout:
+    case CTdOleDataNode::ItemScene:
+    case CTdOleDataNode::ItemSymbolLibrary:
+    case CTdOleDataNode::ItemLineLibrary:
+    case CTdOleDataNode::ItemFillLibrary:
+        Q_EMIT m_document.told(tr("“%1” cannot be shown: this desktop draws maps only.").arg(node.name));
+        break;
+    default:
+        break;
+    }
+}
+
+CTxDataset *WorkspaceCommands::findTile(const CTdOleDataNode &node) const
+{
+    // The node of a tile names the library, and its number is the record of the tile index.
+    const CTdOleDataNode::CTdOleData &entry = node.entries.first();
+    const CTxDataSource *source = m_document.workspace().GetDataSources().find(entry.alias);
+    const auto *library = source ? dynamic_cast<CDatasetVector *>(source->GetDataset(entry.itemName)) : nullptr;
+    auto *index = library ? dynamic_cast<CDatasetVector *>(source->GetDataset(library->GetTileIndexName())) : nullptr;
+    if (!index || !index->Open())
+        return nullptr;
+    CTxRecordset *records = index->Query(CTxQueryDef());
+    CTxVariant name;
+    if (records && records->MoveToID(node.number))
+        records->GetFieldValue(QStringLiteral("TxLibTileName"), name);
+    CTdCommMethods::ReleaseRecordset(records);
+    CTxDataset *tile = source->GetDataset(name.toText());
+    if (!tile)
+        Q_EMIT m_document.told(tr("The tile “%1” is not there.").arg(name.toText()));
+    return tile;
 }
 
 void WorkspaceCommands::addToMap(const CTdOleDataNode &node, MapWindow *view)
@@ -194,20 +232,12 @@ void WorkspaceCommands::showProperties()
         PropertiesDialog(*sources.first(), m_window).exec();
 }
 
-void WorkspaceCommands::closeDataset(CTxDataset *dataset)
-{
-    m_area.release(dataset);
-    if (!dataset->Close())
-        Q_EMIT m_document.failed(tr("%1 could not be closed.").arg(dataset->GetName()),
-                                 TxGetErrorMsgObj().GetErrorMessage());
-    m_pane.updateDataset(dataset);
-}
-
 void WorkspaceCommands::closeSelectedDatasets()
 {
-    for (CTxDataset *dataset : selectedDatasets())
-        closeDataset(dataset);
-    updateActions();
+    CTdOleDataNode chosen;
+    for (const CTdOleDataNode &node : m_pane.selection())
+        chosen.entries << node.entries.first();
+    CTdCommMethods::CloseDatasets(&m_document.workspace(), &chosen);
 }
 
 void WorkspaceCommands::closeDataSources()
@@ -234,8 +264,8 @@ void WorkspaceCommands::rename()
     if (nodes.size() != 1)
         return;
     const CTdOleDataNode &node = nodes.first();
-    if (CTxDataset *dataset = find(node.entries.first())) {
-        renameDataset(dataset);
+    if (find(node.entries.first())) {
+        renameDataset(node.entries.first());
         return;
     }
     const QString old = node.entries.first().itemName;
@@ -248,28 +278,26 @@ void WorkspaceCommands::rename()
         m_document.renameMap(old, name->trimmed());
 }
 
-void WorkspaceCommands::renameDataset(CTxDataset *dataset)
+void WorkspaceCommands::renameDataset(const CTdOleDataNode::CTdOleData &entry)
 {
-    CTxDataSource *source = dataset->GetDataSource();
-    const QString old = dataset->GetName();
-    const std::optional<QString> name = m_prompts.text(m_window, tr("Rename"), tr("&New name of “%1”:").arg(old), old);
-    if (!name || name->trimmed() == old)
+    CTxWorkspace &workspace = m_document.workspace();
+    const QString alias = entry.alias;
+    const QString old = entry.itemName;
+    const std::optional<QString> text = m_prompts.text(m_window, tr("Rename"), tr("&New name of “%1”:").arg(old), old);
+    const QString name = text.value_or(old).trimmed();
+    // Only a closed dataset takes another name; whether a window has to let go of it is the user's decision.
+    if (name == old || !CTdCommMethods::PromoteCloseDataset(&workspace, alias, old))
         return;
-    closeDataset(dataset);
-    if (!source->RenameDataset(old, name->trimmed())) {
+    CTdCommMethods::CloseDataset(&workspace, alias, old); // where it was its child that was closed
+    CTxDataSource *source = workspace.GetDataSources().find(alias);
+    if (!source)
+        return;
+    if (!source->RenameDataset(old, name)) {
         Q_EMIT m_document.failed(tr("“%1” could not be renamed.").arg(old), TxGetErrorMsgObj().GetErrorMessage());
         return;
     }
-    CTxMaps &maps = m_document.workspace().GetMaps();
-    for (int m = 0; m < maps.GetCount(); ++m) {
-        CTxLayers &layers = maps.GetAt(m)->GetLayers();
-        for (int i = 0; i < layers.GetCount(); ++i) {
-            CTxLayer *layer = layers.GetLayerAt(i);
-            if (layer->GetDataSourceAlias() == source->GetAlias() && layer->GetDatasetName() == old)
-                layer->SetDatasetName(name->trimmed());
-        }
-    }
-    Q_EMIT m_document.dataSourceChanged(source->GetAlias(), source->GetAlias());
+    DatasetUse::renameLayers(workspace, alias, old, name);
+    Q_EMIT m_document.dataSourceChanged(alias, alias);
     m_document.touch();
 }
 
@@ -291,43 +319,33 @@ void WorkspaceCommands::deleteSelection()
 
 void WorkspaceCommands::deleteDatasets(const QList<CTxDataset *> &datasets)
 {
-    const QString question = datasets.size() == 1 ? tr("Delete the dataset “%1”?").arg(datasets.first()->GetName())
-                                                  : tr("Delete %1 datasets?").arg(datasets.size());
-    if (!m_prompts.confirm(m_window, question, tr("Their records are gone for good. This cannot be undone."),
-                           tr("Delete")))
-        return;
-    // By name: a deletion may take another dataset of the selection, its child, along.
-    QList<std::pair<QString, QString>> names;
-    for (const CTxDataset *dataset : datasets)
-        names << std::pair(dataset->GetDataSource()->GetAlias(), dataset->GetName());
-    for (const auto &[alias, name] : names) {
-        CTxDataSource *source = m_document.workspace().GetDataSources().find(alias);
-        CTxDataset *dataset = source ? source->GetDataset(name) : nullptr;
-        if (!dataset)
-            continue;
-        closeDataset(dataset);
-        if (!source->DeleteDataset(name)) {
-            Q_EMIT m_document.failed(tr("“%1” could not be deleted.").arg(name), TxGetErrorMsgObj().GetErrorMessage());
-            continue;
-        }
-        m_pane.removeDataset(alias, name);
-        removeLayers(alias, name);
+    CTdOleDataNode chosen;
+    QSet<QString> maps;
+    for (const CTxDataset *dataset : datasets) {
+        const QString alias = dataset->GetDataSource()->GetAlias();
+        chosen.entries.append({alias, dataset->GetName(), CTdOleDataNode::ItemDataset, dataset->GetType()});
+        for (const QString &map : DatasetUse::mapsOf(m_document.workspace(), alias, dataset->GetName()))
+            maps.insert(map);
     }
-    m_area.refreshMaps();
-    m_document.touch();
+    if (m_prompts.confirm(m_window, deleteQuestion(datasets), deleteExplanation({maps.begin(), maps.end()}),
+                          tr("Delete")))
+        CTdCommMethods::DeleteDatasets(&m_document.workspace(), &chosen);
 }
 
-void WorkspaceCommands::removeLayers(const QString &alias, const QString &name)
+QString WorkspaceCommands::deleteQuestion(const QList<CTxDataset *> &datasets)
 {
-    CTxMaps &maps = m_document.workspace().GetMaps();
-    for (int m = 0; m < maps.GetCount(); ++m) {
-        CTxLayers &layers = maps.GetAt(m)->GetLayers();
-        for (int i = layers.GetCount() - 1; i >= 0; --i) {
-            const CTxLayer *layer = layers.GetLayerAt(i);
-            if (layer->GetDataSourceAlias() == alias && layer->GetDatasetName() == name)
-                layers.Remove(i);
-        }
-    }
+    return datasets.size() == 1 ? tr("Delete the dataset “%1”?").arg(datasets.first()->GetName())
+                                : tr("Delete %1 datasets?").arg(datasets.size());
+}
+
+QString WorkspaceCommands::deleteExplanation(const QStringList &maps)
+{
+    const QString loss = tr("The records are gone for good. This cannot be undone.");
+    if (maps.isEmpty())
+        return loss;
+    const QString use = maps.size() == 1 ? tr("The map “%1” shows this data; its layers go too.").arg(maps.first())
+                                         : tr("%1 maps show this data; their layers go too.").arg(maps.size());
+    return use + QLatin1Char(' ') + loss;
 }
 
 void WorkspaceCommands::listTiles()

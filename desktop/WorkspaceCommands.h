@@ -25,7 +25,7 @@ public:
     WorkspaceCommands(WorkspaceDocument &document, WorkspacePane &pane, DocumentArea &area, Actions &actions,
                       Prompts &prompts, QWidget *window);
 
-    /// What a double click on the item does: a dataset is added to the current map, a map's window opens.
+    /// What a double click on the item does: a dataset or a tile is added to the current map, a map's window opens.
     void activate(const CTdOleDataNode &node);
     /// Adds the datasets that @p node names to @p view's map.
     void addToMap(const CTdOleDataNode &node, MapWindow *view);
@@ -36,10 +36,9 @@ public:
     /// Enables the actions that fit the selection.
     void updateActions();
 
-    /// Closes @p dataset; windows that show it let go first.
-    void closeDataset(CTxDataset *dataset);
-    /// Takes the layers over a dataset out of every map of the workspace.
-    void removeLayers(const QString &alias, const QString &name);
+    /// What the user is asked before datasets are deleted, and what more is said of it.
+    static QString deleteQuestion(const QList<CTxDataset *> &datasets);
+    static QString deleteExplanation(const QStringList &maps);
 
 private:
     void addSelection(bool newMap);
@@ -49,7 +48,7 @@ private:
     void closeDataSources();
     void refreshDataSources();
     void rename();
-    void renameDataset(CTxDataset *dataset);
+    void renameDataset(const CTdOleDataNode::CTdOleData &entry);
     void deleteSelection();
     void deleteDatasets(const QList<CTxDataset *> &datasets);
     void listTiles();
@@ -59,6 +58,7 @@ private:
     QList<CTxDataSource *> selectedDataSources() const;
     QStringList selectedMaps() const;
     CTxDataset *find(const CTdOleDataNode::CTdOleData &entry) const;
+    CTxDataset *findTile(const CTdOleDataNode &node) const;
 
     WorkspaceDocument &m_document;
     WorkspacePane &m_pane;

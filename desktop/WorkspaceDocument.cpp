@@ -121,6 +121,7 @@ void WorkspaceDocument::replaceWorkspace(std::unique_ptr<CTxWorkspace> workspace
 {
     Q_EMIT workspaceClosing();
     std::swap(m_workspace, workspace);
+    m_closed.clear();
     Q_EMIT workspaceOpened();
     workspace.reset(); // after every view has turned to the new one
     Q_EMIT missingChanged();
@@ -181,7 +182,9 @@ int WorkspaceDocument::openFiles(const QStringList &paths)
 
 CTxDataSource *WorkspaceDocument::openDataSource(const QString &path)
 {
-    CTxDataSource *source = waiting([&] { return m_workspace->GetDataSources().Open(path); });
+    CTxDataSources &sources = m_workspace->GetDataSources();
+    const QString known = m_closed.value(path);
+    CTxDataSource *source = waiting([&] { return sources.Open(path, sources.find(known) ? QString() : known); });
     if (!source) {
         Q_EMIT failed(tr("%1 could not be opened.").arg(shown(path)), lastError());
         return nullptr;
@@ -205,10 +208,13 @@ bool WorkspaceDocument::closeDataSource(const QString &alias)
                            tr("The changes since the transaction began are taken back."), tr("Close Datasource")))
         return false;
     const QString name = alias; // the argument may be the datasource's own
+    const QString path = source->GetPath();
     Q_EMIT dataSourceClosing(name);
     const bool ok = m_workspace->GetDataSources().Close(name);
-    if (ok)
+    if (ok) {
+        m_closed.insert(path, name);
         Q_EMIT dataSourceClosed(name);
+    }
     Q_EMIT changed();
     return ok;
 }

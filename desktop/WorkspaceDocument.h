@@ -2,6 +2,7 @@
 
 #include "engine/map/TxWorkspace.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -53,7 +54,8 @@ public:
     /// Opens each of @p paths; what cannot be opened is told by failed(), and the others are opened. The workspace
     /// files among them come first. @return how many were opened.
     int openFiles(const QStringList &paths);
-    /// Opens a datasource. @return null, and failed(), when it cannot be opened.
+    /// Opens a datasource; one that was closed before gets the alias it had, so that its layers come back. @return
+    /// null, and failed(), when it cannot be opened.
     CTxDataSource *openDataSource(const QString &path);
     /// Closes the datasource called @p alias; asks first when it has changes that are not committed.
     bool closeDataSource(const QString &alias);
@@ -117,4 +119,5 @@ private:
     Prompts &m_prompts;
     QWidget *m_window; // not owned
     std::unique_ptr<CTxWorkspace> m_workspace;
+    QHash<QString, QString> m_closed; // aliases of the datasources that were closed, by path
 };

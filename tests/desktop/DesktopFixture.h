@@ -25,7 +25,7 @@ public:
     {
         return filesToOpen;
     }
-    QString openFolder(QWidget *, const QString &, const QString &) override { return folderToOpen; }
+    QString openFolder(QWidget *, const QString &) override { return folderToOpen; }
     QString saveFile(QWidget *, const QString &, const QString &, const QStringList &, const QString &) override
     {
         return fileToSave;
@@ -39,9 +39,10 @@ public:
         ++unsavedQuestions;
         return unsavedAnswer;
     }
-    bool confirm(QWidget *, const QString &question, const QString &, const QString &) override
+    bool confirm(QWidget *, const QString &question, const QString &explanation, const QString &) override
     {
         questions << question;
+        explanations << explanation;
         return confirmAnswer;
     }
     void warn(QWidget *, const QString &what, const QString &why) override
@@ -57,6 +58,7 @@ public:
     bool confirmAnswer = false;
     int unsavedQuestions = 0;
     QStringList questions;
+    QStringList explanations;
     QStringList warnings;
 };
 

@@ -150,7 +150,7 @@ TEST_F(Window, AClosedDatasourceIsLetGoByMapAndTable)
     CDatasetVector *dataset = vector(workspace(), QStringLiteral("towns"));
     window->documentArea().addToMap(dataset);
     ASSERT_NE(window->documentArea().showTable(dataset), nullptr);
-    EXPECT_TRUE(window->documentArea().isShown(dataset));
+    EXPECT_EQ(window->documentArea().windowsOf(dataset).size(), 2);
     EXPECT_TRUE(window->document().closeDataSource(QStringLiteral("towns")));
     EXPECT_TRUE(window->documentArea().tables().isEmpty());
     EXPECT_EQ(tree()->FindFirstItem(CTdOleDataNode::ItemDataSource), nullptr);

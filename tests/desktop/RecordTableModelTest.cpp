@@ -3,8 +3,12 @@
 #include "engine/map/TxWorkspace.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QFont>
 #include <QSignalSpy>
+
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -92,6 +96,34 @@ TEST_F(RecordTable, GivesItsCursorsBack)
     }
     EXPECT_EQ(dataset->GetRecordsetCount(), 0);
     EXPECT_TRUE(dataset->Close());
+}
+
+TEST_F(RecordTable, NoticesADatasetThatGoesWithoutAWord)
+{
+    constexpr int rows = 60000;
+    const std::pair<const char *, std::function<void(CTxDataSources &, CTxDataset *)>> ends[] = {
+        {"closed", [](CTxDataSources &, CTxDataset *dataset) { dataset->Close(); }},
+        {"closed and opened", [](CTxDataSources &, CTxDataset *dataset) { dataset->Close() && dataset->Open(); }},
+        {"datasource closed", [](CTxDataSources &all, CTxDataset *) { all.CloseAll(); }},
+    };
+    for (const auto &[name, end] : ends) {
+        SCOPED_TRACE(name);
+        CDatasetVector *dataset = open(numbers(rows));
+        ASSERT_TRUE(model.setDataset(dataset));
+        ASSERT_FALSE(model.isComplete()) << "in the middle of its walk";
+        EXPECT_EQ(model.index(0, 1).data().toString(), QStringLiteral("0"));
+        end(workspace.GetDataSources(), dataset);
+        QApplication::processEvents(); // a slice of the walk
+        EXPECT_TRUE(model.isComplete());
+        for (int row = 0; row < model.rowCount(); row += 100) // as a view that scrolls
+            model.index(row, 1).data();
+        model.sort(0);
+        model.setFilter(QStringLiteral("n > 3"));
+        EXPECT_EQ(model.refresh(), QByteArray(name) == "closed and opened") << qPrintable(model.error());
+        EXPECT_NE(model.error().isEmpty(), !model.refresh());
+        model.release();
+        workspace.GetDataSources().CloseAll();
+    }
 }
 
 TEST_F(RecordTable, ReadsManyRecordsBitByBit)

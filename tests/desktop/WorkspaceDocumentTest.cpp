@@ -94,6 +94,10 @@ TEST_F(Document, LayersFollowARenamedDatasource)
     EXPECT_TRUE(document.renameDataSource(QStringLiteral("towns"), QStringLiteral("cities")));
     EXPECT_NE(map->GetLayers().GetLayerAt(0)->GetDataset(), nullptr);
     EXPECT_FALSE(document.renameDataSource(QStringLiteral("cities"), QString()));
+    ASSERT_TRUE(document.closeDataSource(QStringLiteral("cities")));
+    EXPECT_EQ(map->GetLayers().GetLayerAt(0)->GetDataset(), nullptr);
+    ASSERT_TRUE(document.openFile(towns()));
+    EXPECT_NE(map->GetLayers().GetLayerAt(0)->GetDataset(), nullptr) << "it has the alias back that it had";
 }
 
 TEST_F(Document, AsksBeforeATransactionIsTakenBack)
