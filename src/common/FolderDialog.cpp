@@ -14,6 +14,10 @@ FolderDialog::FolderDialog(QWidget *parent, const QString &initial, const QStrin
     setFileMode(Directory);
     setOption(ShowDirsOnly);
     setOption(DontUseNativeDialog); // the platform's own has no place for the status text
+    for (const char *choiceOfType : {"fileTypeLabel", "fileTypeCombo"}) { // there is one type, folders
+        if (auto *needless = findChild<QWidget *>(QLatin1String(choiceOfType)))
+            needless->hide();
+    }
     m_status->setObjectName(QStringLiteral("status"));
     m_status->setTextFormat(Qt::PlainText);
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a long path must not widen the window
