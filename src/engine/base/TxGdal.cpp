@@ -34,10 +34,18 @@ struct ErrorCollectorAccess
 
 namespace {
 
+/// @p message without its middle where it is very long: some hold the whole statement that failed, with a thousand
+/// columns, and their beginning and their end tell what failed and why.
+QString shortened(const QString &message)
+{
+    constexpr qsizetype most = 500, half = 240;
+    return message.size() <= most ? message : message.left(half) + QStringLiteral(" … ") + message.right(half);
+}
+
 /// The handler of every message of GDAL, and of PROJ and SQLite through it. Must not throw, print, or call GDAL.
 void CPL_STDCALL handleMessage(CPLErr grade, CPLErrorNum, const char *text)
 {
-    const QString message = QString::fromUtf8(text).trimmed();
+    const QString message = shortened(QString::fromUtf8(text).trimmed());
     if (grade == CE_None || message.isEmpty())
         return;
     if (grade == CE_Debug) {

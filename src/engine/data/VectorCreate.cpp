@@ -140,7 +140,7 @@ OGRLayer *VectorMaker::makeLayer(const LayerPlan &layerPlan)
     if (m_isNative) {
         options.SetNameValue("FID", NativeSchema::idColumn);
         options.SetNameValue("GEOMETRY_NAME", NativeSchema::geometryColumn);
-    } else if (m_d.engineType == CTxDataSourceStorage::PostgreSQL) {
+    } else if (m_d.engineType == CTxDataSourceStorage::PostgreSQL || m_d.engineType == CTxDataSourceStorage::SQLite) {
         options.SetNameValue("LAUNDER", "NO"); // names stay as they were given
     } else if (m_d.engineType == CTxDataSourceStorage::Shapefile) {
         options.SetNameValue("ENCODING", "UTF-8"); // else question marks take the place of most scripts' letters
@@ -177,9 +177,13 @@ bool VectorMaker::makeAll()
             done = NativeCatalogue::addDataset(*m_d.gdal, layerPlan.entry) &&
                    NativeCatalogue::addFields(*m_d.gdal, layerPlan.entry.name, layerPlan.fields);
     }
-    if (done && change.commit())
+    const bool undoesItself = change.undoesItself();
+    const bool isCommitted = done && change.commit();
+    if (isCommitted && !errors.hasFailure())
         return true;
-    if (!change.undoesItself()) {
+    if (isCommitted && undoesItself) {
+        m_d.reopen(); // the driver saw only now that its database refuses the table, and goes on telling of it
+    } else if (!undoesItself) {
         for (int i = m_d.gdal->GetLayerCount() - 1; i >= 0; --i) {
             if (qstrcmp(m_d.gdal->GetLayer(i)->GetName(), m_plans.front().entry.source) == 0)
                 m_d.gdal->DeleteLayer(i);

@@ -138,6 +138,11 @@ TEST_P(FieldCreate, AllOrNoneWhateverIsWrongWithOne)
     for (int i = 0; i <= GetParam().mostFields; ++i)
         many.append(CTxFieldInfo(QStringLiteral("F%1").arg(i), Info::Long));
     expectRefusal(*points, many);
+    CTxFieldInfos wider = many;
+    for (int i = 0; i < 100; ++i)
+        wider.append(CTxFieldInfo(QStringLiteral("G%1").arg(i), Info::Long));
+    EXPECT_FALSE(points->GetDataSource()->CreateDataset(definition("Wide", CElemDatasetInfo::Tabular, wider)));
+    EXPECT_LT(lastError().size(), 1000U);
     {
         const RecordsetPtr records = query(points);
         expectRefusal(*points, {good});
