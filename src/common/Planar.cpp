@@ -86,6 +86,7 @@ double CTdCommMethods::FindC(LineDesc &line)
 
 QPoint CTdCommMethods::Intersection(const LineDesc &l1, const LineDesc &l2)
 {
+    // Deliberate: lines of equal slope meet at the origin, one line with itself too; callers test for it.
     if (l1.slope == l2.slope)
         return {0, 0};
     if (l1.slope == LineDesc::vertical)
@@ -151,13 +152,15 @@ double CTdCommMethods::CalAzimuth(const CPoint2D &from, const CPoint2D &to)
 bool CTdCommMethods::PointProjectToLineset(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, CPoint2D &foot)
 {
     if (std::abs(b.y - a.y) >= coincidence) {
-        // The line y = (x - p.x) k + p.y stands upright on a-b. Reckoned in differences: far from the origin, or along
-        // a nearly horizontal segment, whose k is large, the products with whole coordinates would lose the foot.
-        const double k = (b.x - a.x) / (a.y - b.y);
+        // The line y = (x - p.x) k + p.y with k = run / drop stands upright on a-b. Reckoned in differences: far from
+        // the origin, or along a nearly horizontal segment, whose k is large, the products with whole coordinates would
+        // lose the foot.
+        const double run = b.x - a.x;
+        const double drop = a.y - b.y;
         const double dx = p.x - a.x;
         const double dy = p.y - a.y;
-        const double part = k / (k * k + 1);
-        foot = CPoint2D(a.x + part * (k * dx - dy), p.y - part * (k * dy + dx));
+        const double part = run / (run * run + drop * drop);
+        foot = CPoint2D(a.x + part * (run * dx - drop * dy), p.y - part * (run * dy + drop * dx));
     } else {
         foot = CPoint2D(p.x, a.y);
     }

@@ -55,19 +55,20 @@ CPoint2D scaled(const CPoint2D &point, double factor)
     return {point.x * factor, point.y * factor};
 }
 
-/// True when @p p is no further than @p tolerance from the segment @p a - @p b. All comparisons are false for NaN.
-bool isNear(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, double tolerance)
+/// True when @p p is no further than @p tolerance beside the segment @p a - @p b and beyond its ends. All comparisons
+/// are false for NaN. They are joined without branches, since nobody can guess how they turn out.
+inline bool isNear(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, double tolerance)
 {
     constexpr double shortest = 1e-40; // the square of a length far below any tolerance: a point
     const Vector along = b - a;
     const Vector aside = p - a;
     const double length2 = dot(along, along);
-    const double place = dot(aside, along);
-    if (place <= 0 || length2 < shortest)
+    if (length2 < shortest)
         return dot(aside, aside) <= squared(tolerance);
-    if (place >= length2)
-        return dot(p - b, p - b) <= squared(tolerance);
-    return squared(cross(along, aside)) <= squared(tolerance) * length2;
+    // Both times the length: how far it may be, and where the foot of p lies on the way from a to b.
+    const double reach = tolerance * std::sqrt(length2);
+    const double half = length2 / 2;
+    return (std::abs(cross(along, aside)) <= reach) & (std::abs(dot(along, aside) - half) <= half + reach);
 }
 
 /// The first place of the segment a1-a2 that the ends of the two segments have in common, within @p tolerance.
@@ -88,6 +89,42 @@ bool meetAtEnds(const CPoint2D &a1, const CPoint2D &a2, const CPoint2D &b1, cons
     if (!isNear(a2, b1, b2, tolerance))
         return false;
     out = a2;
+    return true;
+}
+
+/// IsPntOnLinesect() at coordinates whose products might overflow. Apart, to keep the usual way short.
+Q_NEVER_INLINE bool isNearFarOut(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, double size)
+{
+    const double factor = 1 / size;
+    return std::isfinite(size) && isNear(scaled(p, factor), scaled(a, factor), scaled(b, factor), relativeCoincidence);
+}
+
+/// IntersectLine() where ends might lie on the other segment, and at coordinates whose products might overflow.
+Q_NEVER_INLINE bool intersectAtEnds(const CPoint2D &a1, const CPoint2D &a2, const CPoint2D &b1, const CPoint2D &b2,
+                                    CPoint2D &out)
+{
+    const double size = std::max(largestCoordinate(a1, a2), largestCoordinate(b1, b2));
+    if (!(size < largestPlain)) {
+        if (!std::isfinite(size))
+            return false;
+        const double factor = 1 / size;
+        if (!intersectAtEnds(scaled(a1, factor), scaled(a2, factor), scaled(b1, factor), scaled(b2, factor), out))
+            return false;
+        out = scaled(out, size);
+        return true;
+    }
+    const Vector a = a2 - a1;
+    const Vector b = b2 - b1;
+    const double turn = cross(a, b);
+    if (std::isnan(turn))
+        return false; // an end is NaN
+    if (meetAtEnds(a1, a2, b1, b2, std::max(coincidence, relativeCoincidence * size), out))
+        return true;
+    const double t = cross(b1 - a1, b) / turn; // neither number compares where the segments are parallel
+    const double u = cross(b1 - a1, a) / turn;
+    if (!(t > 0 && t < 1 && u > 0 && u < 1))
+        return false;
+    out = CPoint2D(a1.x + t * a.x, a1.y + t * a.y);
     return true;
 }
 
@@ -114,26 +151,14 @@ struct SplineWeights
 bool CTxOperator::IsPntOnLinesect(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b)
 {
     const double size = largestCoordinate(a, b);
-    if (size < largestPlain)
-        return isNear(p, a, b, std::max(coincidence, relativeCoincidence * size));
-    const double factor = 1 / size; // 0 where a coordinate is infinite: then nothing compares
-    return std::isfinite(size) && isNear(scaled(p, factor), scaled(a, factor), scaled(b, factor), relativeCoincidence);
+    if (!(size < largestPlain))
+        return isNearFarOut(p, a, b, size);
+    return isNear(p, a, b, std::max(coincidence, relativeCoincidence * size));
 }
 
 bool CTxOperator::IntersectLine(const CPoint2D &a1, const CPoint2D &a2, const CPoint2D &b1, const CPoint2D &b2,
                                 CPoint2D &out)
 {
-    const double size = std::max(largestCoordinate(a1, a2), largestCoordinate(b1, b2));
-    if (!(size < largestPlain)) {
-        if (!std::isfinite(size))
-            return false;
-        const double factor = 1 / size;
-        if (!IntersectLine(scaled(a1, factor), scaled(a2, factor), scaled(b1, factor), scaled(b2, factor), out))
-            return false;
-        out = scaled(out, size);
-        return true;
-    }
-
     const Vector a = a2 - a1;
     const Vector b = b2 - b1;
     const Vector gap = b1 - a1;
@@ -144,23 +169,23 @@ bool CTxOperator::IntersectLine(const CPoint2D &a1, const CPoint2D &a2, const CP
     const double a2Side = a1Side - turn;
     const double b1Side = cross(gap, a);
     const double b2Side = b1Side - turn;
-    const double tolerance = std::max(coincidence, relativeCoincidence * size);
-    const double reach2ToB = squared(tolerance) * dot(b, b);
-    const double reach2ToA = squared(tolerance) * dot(a, a);
-    const bool a1IsOff = squared(a1Side) > reach2ToB;
-    const bool a2IsOff = squared(a2Side) > reach2ToB;
-    const bool b1IsOff = squared(b1Side) > reach2ToA;
-    const bool b2IsOff = squared(b2Side) > reach2ToA;
-    if (a1IsOff && a2IsOff && b1IsOff && b2IsOff) {
-        // No end is on the other line, so either both segments cross the line of the other or they do not meet.
-        if ((a1Side > 0) == (a2Side > 0) || (b1Side > 0) == (b2Side > 0))
-            return false;
-        const double t = a1Side / turn;
-        out =
-            t <= 0.5 ? CPoint2D(a1.x + t * a.x, a1.y + t * a.y) : CPoint2D(a2.x - (1 - t) * a.x, a2.y - (1 - t) * a.y);
-        return true;
-    }
-    return !std::isnan(turn) && meetAtEnds(a1, a2, b1, b2, tolerance, out);
+    // Whether an end might be within the tolerance is asked with sums of coordinates, which are no less than what the
+    // tolerance is made of, and quicker: the exact question is asked only then.
+    const double spanA = std::abs(a.x) + std::abs(a.y);
+    const double spanB = std::abs(b.x) + std::abs(b.y);
+    const double size = (std::abs(a1.x) + std::abs(a1.y)) + (std::abs(b1.x) + std::abs(b1.y)) + (spanA + spanB);
+    const double tolerance = coincidence + relativeCoincidence * size;
+    const bool endsAreOff = (std::abs(a1Side) > tolerance * spanB) & (std::abs(a2Side) > tolerance * spanB) &
+                            (std::abs(b1Side) > tolerance * spanA) & (std::abs(b2Side) > tolerance * spanA) &
+                            (size < largestPlain);
+    if (!endsAreOff)
+        return intersectAtEnds(a1, a2, b1, b2, out);
+    // No end is on the other line, so either both segments cross the line of the other or they do not meet.
+    if ((std::signbit(a1Side) == std::signbit(a2Side)) | (std::signbit(b1Side) == std::signbit(b2Side)))
+        return false;
+    const double t = a1Side / turn;
+    out = CPoint2D(a1.x + t * a.x, a1.y + t * a.y);
+    return true;
 }
 
 bool CTxOperator::BSpline2Line(const CPoint2D *points, qint32 count, CPoint2Ds &outPoints, qint32 &outCount,

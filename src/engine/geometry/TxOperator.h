@@ -21,7 +21,7 @@ public:
     /// The largest density of BSpline2Line().
     static constexpr qint32 maximumDensity = 1000;
 
-    /// True when @p p is no further than the tolerance from the segment @p a - @p b, its ends included. A segment
+    /// True when @p p is no further than the tolerance beside the segment @p a - @p b and beyond its ends. A segment
     /// whose ends are one place is that place.
     static bool IsPntOnLinesect(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b);
     /// Intersects the segments a1-a2 and b1-b2, their ends included within the tolerance.
