@@ -344,4 +344,21 @@ TEST_F(Postgres, AppendsWholeOrNotAtAll)
     EXPECT_TRUE(source->DeleteDataset("Heap")) << lastError();
 }
 
+TEST_F(Postgres, DeletionThatLosesItsServerLeavesTheDataset)
+{
+    CTxDataSource *source = connect();
+    ASSERT_TRUE(source && source->CreateDataset(definition("Kept"))) << lastError();
+    ASSERT_TRUE(addRecord(*query(vector(source, "Kept")))) << lastError();
+    ASSERT_TRUE(server->sql("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                            "WHERE pid <> pg_backend_pid() AND datname = 'gis'"));
+    EXPECT_FALSE(source->DeleteDataset("Kept"));
+    EXPECT_NE(lastError().find("Cannot delete the dataset “Kept”: "), std::string::npos) << lastError();
+    ASSERT_TRUE(source->GetDataset("Kept"));
+    sources.Close("db");
+    source = connect();
+    ASSERT_TRUE(source);
+    EXPECT_EQ(vector(source, "Kept")->GetRecordCount(), 1);
+    EXPECT_TRUE(source->DeleteDataset("Kept")) << lastError();
+}
+
 } // namespace
