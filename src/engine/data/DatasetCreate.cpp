@@ -75,6 +75,7 @@ CTxDataset *CTxDataSource::CreateDatasetFrom(const QString &name, const CTxDatas
     CTxPJCoordSys coordSys;
     source->GetProjection(coordSys);
     def.coordSys = coordSys.ToWkt();
+    std::optional<double> noData;
     if (source->IsVector()) {
         const auto &vector = static_cast<const CDatasetVector &>(*source);
         CTxFieldInfo info;
@@ -85,15 +86,16 @@ CTxDataset *CTxDataSource::CreateDatasetFrom(const QString &name, const CTxDatas
                 def.fields.append(info);
         }
     } else {
-        const auto &raster = static_cast<const CDatasetRaster &>(*source);
-        if (!NativeSchema::holdsCells(def.type)) // the kinds of compressed image files
-            def.type = CElemDatasetInfo::Image;
-        def.rasterSize = raster.GetSize();
-        def.rasterBounds = raster.GetBounds();
-        def.pixelFormat = raster.GetPixelFormat();
-        def.bandCount = raster.GetBandCount();
+        const bool isNative = d->engineType == CTxDataSourceStorage::Native;
+        const QString reason =
+            TxDatasetMaker::describeRaster(static_cast<const CDatasetRaster &>(*source), isNative, def, noData);
+        if (!reason.isEmpty()) {
+            TxGdal::fail(QStringLiteral("Cannot create the dataset “%1” like “%2”, which %3")
+                             .arg(name.left(80), source->GetName(), reason));
+            return nullptr;
+        }
     }
-    return TxDatasetMaker::make(*d, def, TxDatasetMaker::FieldNames::AsTheyAre);
+    return TxDatasetMaker::make(*d, def, TxDatasetMaker::FieldNames::AsTheyAre, noData);
 }
 
 CTxDataset *TxDatasetMaker::replacedNodes(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def)
@@ -107,12 +109,14 @@ CTxDataset *TxDatasetMaker::replacedNodes(const TxDataSourcePrivate &dataSource,
     return isEmpty ? nodes : nullptr;
 }
 
-CTxDataset *TxDatasetMaker::make(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, FieldNames names)
+CTxDataset *TxDatasetMaker::make(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, FieldNames names,
+                                 std::optional<double> noData)
 {
     const QString reason = refusal(dataSource, def);
     if (!reason.isEmpty()) {
         TxGdal::fail(reason);
         return nullptr;
     }
-    return NativeSchema::holdsCells(def.type) ? makeRaster(dataSource, def) : makeVector(dataSource, def, names);
+    return NativeSchema::holdsCells(def.type) ? makeRaster(dataSource, def, noData)
+                                              : makeVector(dataSource, def, names);
 }

@@ -31,7 +31,6 @@ bool CDatasetRaster::Close()
 {
     const TxGdal::ErrorCollector errors;
     d->gdal.reset();
-    d->isUpdatable = false;
     return true;
 }
 

@@ -66,7 +66,8 @@ public:
     ///
     /// All or nothing: an append that fails or is stopped leaves the dataset as it was. Of an image file, a copy in a
     /// hidden folder beside it is worked on and takes its place in the end, so there must be room for it.
-    /// @param[in] progress counts cells of this dataset; the answer false stops the work
+    /// @param[in] progress counts cells of this dataset; the answer false stops the work. Asked too while the file is
+    /// copied, when the total is not known yet, and while overviews are made, when all is done.
     /// @return false when either is closed, this is read-only, the two do not overlap, the source has no georeference
     /// while this has one, or nothing of it that holds data lies here. A dataset laid into itself changes nothing.
     bool Append(CDatasetRaster *source, bool flag = true, const TxProgress &progress = {});
@@ -80,6 +81,7 @@ public:
 
 private:
     friend class TxDataSourcePrivate;
+    friend class TxRasterPrivate;
     CDatasetRaster(CTxDataSource *dataSource, const QString &name, CElemDatasetInfo::Type type);
 
     const std::unique_ptr<class TxRasterPrivate> d;

@@ -89,7 +89,9 @@ bool append(TxRasterPrivate &d, GDALDataset &source, const TxRasterOrder &order,
         whole = total;
         return !progress || progress(done, total);
     };
-    std::unique_ptr<TxRasterUpdate> update = TxRasterUpdate::begin(d, progress);
+    // Asked before the first cell and behind the last one.
+    const TxProgress atTheEnds = [&](qint64, qint64) { return !progress || progress(whole, whole > 0 ? whole : -1); };
+    std::unique_ptr<TxRasterUpdate> update = TxRasterUpdate::begin(d, atTheEnds);
     const bool done = update && TxRasterMosaic::lay(update->raster(), source, order, watched) && update->commit();
     update.reset(); // takes back what was not kept
     if (!done) {

@@ -62,7 +62,8 @@ QString refusal(const CTxDatasetDef &def, const FormatRow *format)
 }
 
 /// Makes the table through a connection of its own, as the driver wants it.
-bool makeTable(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, const FormatRow &format)
+bool makeTable(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, const FormatRow &format,
+               std::optional<double> noData)
 {
     const QByteArray name = def.name.toUtf8();
     CPLStringList options;
@@ -86,13 +87,16 @@ bool makeTable(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, 
     }
     if (raster->SetGeoTransform(transform) != CE_None)
         return false;
-    if (!qIsNaN(format.noData)) {
+    GDALRasterBand &band = *raster->GetRasterBand(1);
+    const auto keeps = [&band](double value) {
         // GDAL 3.6 keeps the value but answers a failure all the same; what the band says afterwards counts.
-        GDALRasterBand *band = raster->GetRasterBand(1);
-        band->SetNoDataValue(format.noData);
-        if (!qFuzzyCompare(band->GetNoDataValue(), format.noData))
-            return false;
-    }
+        const TxGdal::ErrorCollector quiet;
+        band.SetNoDataValue(value);
+        return band.GetNoDataValue() == value;
+    };
+    const bool hasNoData = !qIsNaN(format.noData);
+    if (hasNoData && !(noData && keeps(*noData)) && !keeps(format.noData))
+        return false;
     raster->FlushCache(false);
     return true; // what it could not write is reported
 }
@@ -101,7 +105,7 @@ bool makeTable(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, 
 
 namespace TxDatasetMaker {
 
-CTxDataset *makeRaster(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def)
+CTxDataset *makeRaster(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, std::optional<double> noData)
 {
     const TxGdal::ErrorCollector errors;
     const QString failure = QStringLiteral("Cannot create the dataset “%1”").arg(def.name);
@@ -128,7 +132,7 @@ CTxDataset *makeRaster(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def
     entry.parent = wanted.parentDataset;
     entry.bands = keptBands(wanted);
     const bool isNative = dataSource.engineType == CTxDataSourceStorage::Native;
-    const bool done = makeTable(dataSource, wanted, *format) && !errors.hasFailure() &&
+    const bool done = makeTable(dataSource, wanted, *format, noData) && !errors.hasFailure() &&
                       (!isNative || NativeCatalogue::addDataset(*dataSource.gdal, entry));
     if (!done) {
         errors.fail(failure);

@@ -134,6 +134,26 @@ void applyCatalogue(GDALDataset &gdal, std::vector<TxDatasetEntry> &entries)
     });
 }
 
+/// The encoding that a raster file says it has, of those that have a name here.
+CElemDataEnc::encType encodingOf(GDALDataset &raster)
+{
+    struct Row
+    {
+        const char *compression;
+        CElemDataEnc::encType encoding;
+    };
+    constexpr std::array rows = {
+        Row{"LZW", CElemDataEnc::LZW},
+        Row{"JPEG", CElemDataEnc::DCT},
+        Row{"YCbCr JPEG", CElemDataEnc::DCT},
+    };
+    const char *compression = raster.GetMetadataItem("COMPRESSION", "IMAGE_STRUCTURE");
+    const auto row = std::find_if(rows.begin(), rows.end(), [compression](const Row &entry) {
+        return compression && qstricmp(entry.compression, compression) == 0;
+    });
+    return row == rows.end() ? CElemDataEnc::NONE : row->encoding;
+}
+
 /// The parts of a file that holds several rasters (netCDF, HDF …), else its one raster.
 void listFileRasters(GDALDataset &gdal, const TxDataSourcePrivate &dataSource, UniqueNames &names,
                      std::vector<TxDatasetEntry> &entries)
@@ -148,6 +168,7 @@ void listFileRasters(GDALDataset &gdal, const TxDataSourcePrivate &dataSource, U
     };
     if (gdal.GetRasterCount() > 0) {
         add(base, dataSource.gdalName, TxDatasetKind::ofRaster(gdal));
+        entries.back().encType = encodingOf(gdal);
         return;
     }
     const char *const *parts = gdal.GetMetadata("SUBDATASETS");

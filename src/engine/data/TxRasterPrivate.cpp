@@ -38,6 +38,10 @@ TxGdal::DatasetPtr TxRasterPrivate::openRaster(unsigned access) const
     QStringList options = {QStringLiteral("TABLE=") + QString::fromUtf8(source)};
     if (bands > 0)
         options.append(QStringLiteral("BAND_COUNT=%1").arg(bands));
+    // Left to itself, the driver would write opaque tiles as JPEG.
+    const bool holdsBytes = gdal && gdal->GetRasterBand(1)->GetRasterDataType() == GDT_Byte;
+    if ((access & GDAL_OF_UPDATE) != 0 && holdsBytes)
+        options.append(QStringLiteral("TILE_FORMAT=PNG"));
     return TxGdal::open(owner.gdalName, GDAL_OF_RASTER | access, options, {QStringLiteral("GPKG")});
 }
 

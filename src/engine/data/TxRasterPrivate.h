@@ -27,8 +27,12 @@ class TxRasterPrivate
 public:
     TxRasterPrivate(CDatasetRaster *owner, const QByteArray &name) : q(owner), source(name) {}
 
+    /// The inside of @p raster, for the engine's other classes.
+    static TxRasterPrivate &of(const CDatasetRaster &raster) { return *raster.d; }
+
     TxDataSourcePrivate &dataSource() const { return TxDataSourcePrivate::of(*q->GetDataSource()); }
-    /// Opens the raster with the GDAL_OF_… access @p access; null on failure, which is reported to the collectors.
+    /// Opens the raster with the GDAL_OF_… access @p access (for changes only while it is open for reading); null on
+    /// failure, which is reported to the collectors.
     TxGdal::DatasetPtr openRaster(unsigned access) const;
     /// The raster: the one that is open, or one opened for reading into @p holder while the dataset is closed. Null
     /// when it cannot be opened.
@@ -39,10 +43,9 @@ public:
     void contentChanged() { m_ranges.clear(); }
 
     CDatasetRaster *const q;
-    QByteArray source;        ///< what GDAL opens; of a GeoPackage the table's name
-    int bands = 0;            ///< how many bands it is opened with; 0: the driver's choice
-    TxGdal::DatasetPtr gdal;  ///< while the dataset is open
-    bool isUpdatable = false; ///< gdal was opened for changes
+    QByteArray source;       ///< what GDAL opens; of a GeoPackage the table's name
+    int bands = 0;           ///< how many bands it is opened with; 0: the driver's choice
+    TxGdal::DatasetPtr gdal; ///< while the dataset is open
 
 private:
     QHash<int, std::optional<std::pair<double, double>>> m_ranges; // by band

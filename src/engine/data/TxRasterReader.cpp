@@ -47,25 +47,22 @@ TxGdal::DatasetPtr placed(GDALDataset &target, GDALDataset &source, const TxRast
         for (const double value : {place.left, place.top, place.right, place.bottom})
             add(TxNumberText::shortest(value).toLatin1().constData());
     }
-    if (isGiven || !hasSystem(source)) { // what is not said is the target's
-        const char *system = target.GetProjectionRef();
-        add("-a_srs");
-        add(system && *system ? system : "none");
-    }
+    const bool takesSystem = hasSystem(source) ? isGiven : hasSystem(target); // what is not said is the target's
     if (bands.sourceAlpha > 0) { // as a mask it says where data is, and no more
         add("-mask");
         add(QByteArray::number(bands.sourceAlpha).constData());
     }
     failure = false;
-    if (options.empty())
+    if (options.empty() && !takesSystem)
         return nullptr;
     add("-of");
     add("VRT");
     GDALTranslateOptions *read = GDALTranslateOptionsNew(options.List(), nullptr);
     GDALDatasetH made = read ? GDALTranslate("", GDALDataset::ToHandle(&source), read, nullptr) : nullptr;
     GDALTranslateOptionsFree(read);
-    failure = !made;
-    return TxGdal::DatasetPtr(GDALDataset::FromHandle(made));
+    TxGdal::DatasetPtr result(GDALDataset::FromHandle(made));
+    failure = !result || (takesSystem && result->SetSpatialRef(target.GetSpatialRef()) != CE_None);
+    return result;
 }
 
 /// Reads a source that has the target's own cells.

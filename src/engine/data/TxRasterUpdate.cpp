@@ -45,11 +45,12 @@ protected:
     bool keep(const TxGdal::ErrorCollector &errors) override
     {
         m_raster->FlushCache(false); // tiles that are not full are kept back till then
-        if (errors.hasFailure() || m_raster->CommitTransaction() != OGRERR_NONE)
+        if (errors.hasFailure())
             return false; // the destructor takes it back
         m_isOpen = false;
-        m_raster.reset();
-        return true;
+        m_raster->CommitTransaction();
+        m_raster.reset(); // the driver, which counts transactions within transactions, may commit now only
+        return !errors.hasFailure();
     }
 
 private:
@@ -57,9 +58,12 @@ private:
     {
         const TxGdal::ErrorCollector quiet;
         m_isOpen = false;
-        TxSqlite::rollback(*m_raster);
-        // The driver keeps cells that it will write when it closes: it finds the database closed for them.
-        TxSqlite::execute(TxSqlite::connection(*m_raster), QStringLiteral("PRAGMA query_only = 1"));
+        // Not through the driver: it counts transactions within transactions, and would commit the outermost when it
+        // closes. Then it also writes the cells that it has kept back. It finds a transaction, and it may write
+        // nothing.
+        sqlite3 *database = TxSqlite::connection(*m_raster);
+        TxSqlite::execute(database, QStringLiteral("ROLLBACK")); // fails where SQLite has done it by itself
+        TxSqlite::execute(database, QStringLiteral("PRAGMA query_only = 1; BEGIN"));
         m_raster.reset();
     }
 
@@ -125,7 +129,7 @@ private:
         if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly))
             return refuse(from.error() != QFile::NoError ? from.errorString() : to.errorString());
         while (!from.atEnd()) {
-            if (m_progress && !m_progress(0, -1))
+            if (!m_progress(0, -1))
                 return refuse(QStringLiteral("it was stopped"));
             const QByteArray piece = from.read(pieceSize);
             if (piece.isEmpty() || to.write(piece) != piece.size())
@@ -189,10 +193,8 @@ bool TxRasterUpdate::refreshOverviews()
         factors.push_back(static_cast<int>(std::lround(double(band.GetXSize()) / band.GetOverview(i)->GetXSize())));
     if (factors.empty())
         return true;
-    const auto ask = [](double part, const char *, void *progress) {
-        constexpr qint64 whole = 1000;
-        const TxProgress &answer = *static_cast<const TxProgress *>(progress);
-        return answer && !answer(static_cast<qint64>(part * whole), whole) ? FALSE : TRUE;
+    const auto ask = [](double, const char *, void *progress) {
+        return (*static_cast<const TxProgress *>(progress))(0, -1) ? TRUE : FALSE;
     };
     return m_raster->BuildOverviews(TxRasterBands::holdsClasses(*m_raster) ? "NEAREST" : "AVERAGE",
                                     static_cast<int>(factors.size()), factors.data(), 0, nullptr, ask,

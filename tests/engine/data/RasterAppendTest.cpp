@@ -1,64 +1,20 @@
-#include "engine/data/DataFixture.h"
+#include "engine/data/RasterAppendFixture.h"
 
-#include <QFile>
 #include <QImage>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
-constexpr const char *utm32 = "EPSG:32632";
-
-class RasterAppendTest : public DataFixture
-{
-protected:
-    /// An open grid of 1 m cells in a new database, without data everywhere.
-    CDatasetRaster *makeGrid(const CRect2D &bounds, const char *pixelFormat = "Float32")
-    {
-        CTxDatasetDef def = rasterDefinition("Grid", bounds, pixelFormat);
-        def.coordSys = utm32;
-        CTxDataSource *database = create();
-        EXPECT_TRUE(database->CreateDataset(def)) << lastError();
-        return raster(database, "Grid");
-    }
-
-    /// Writes an ASCII grid of 1 m cells whose lower left corner is (x, y); rows from the north.
-    QString writeGrid(const char *name, int x, int y, const QList<QList<int>> &rows)
-    {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QStringLiteral("ncols %1\nnrows %2\nxllcorner %3\nyllcorner %4\ncellsize 1\nNODATA_value -1\n")
-                       .arg(QString::number(rows.first().size()), QString::number(rows.size()), QString::number(x),
-                            QString::number(y))
-                       .toLatin1());
-        for (const QList<int> &row : rows) {
-            for (const int value : row)
-                file.write(QByteArray::number(value) + ' ');
-            file.write("\n");
-        }
-        return file.fileName();
-    }
-
-    CDatasetRaster *openRaster(const QString &file) { return raster(open(file)); }
-
-    /// The values of the cells of row @p row (0: the southernmost of the bounds) as text, "-" for no data.
-    static QString rowText(const CDatasetRaster &raster, int row)
-    {
-        QStringList texts;
-        const CRect2D bounds = raster.GetBounds();
-        for (int column = 0; column < raster.GetSize().width(); ++column) {
-            const auto value = raster.GetValue(bounds.left + column + 0.5, bounds.bottom + row + 0.5);
-            texts.append(value ? QString::number(qRound(*value)) : "-");
-        }
-        return texts.join(u' ');
-    }
-};
+using RasterAppendTest = RasterAppendFixture;
+using Info = CElemDatasetInfo;
 
 } // namespace
 
 TEST_F(RasterAppendTest, LaysCellsWithDataWhereTheyBelong)
 {
-    CDatasetRaster *grid = makeGrid({500000, 100, 500004, 103});
+    CDatasetRaster *grid = makeRaster({500000, 100, 500004, 103});
     const QString file = writeGrid("a.asc", 500001, 101, {{1, 2, 3, 4, 5}, {6, -1, 8, 9, 10}});
     ASSERT_TRUE(grid->Append(openRaster(file))) << lastError();
     EXPECT_EQ(rowText(*grid, 2), "- 1 2 3");
@@ -69,24 +25,9 @@ TEST_F(RasterAppendTest, LaysCellsWithDataWhereTheyBelong)
     EXPECT_EQ(rowText(*raster(reopen(), "Grid"), 1), "- 6 - 8") << "it is in the file";
 }
 
-TEST_F(RasterAppendTest, TellsHowFarItIsAndCanBeStopped)
-{
-    CDatasetRaster *grid = makeGrid({500000, 100, 500003, 101});
-    const QString file = writeGrid("a.asc", 500000, 100, {{1, 2, 3}});
-    QList<qint64> told;
-    const auto stop = [&](qint64 done, qint64 total) {
-        told << done << total;
-        return false;
-    };
-    EXPECT_FALSE(grid->Append(file, CRect2D(), CDatasetRaster::AutoDetect, true, stop));
-    EXPECT_EQ(told, QList<qint64>({0, 3}));
-    EXPECT_TRUE(lastError().find("stopped") != std::string::npos) << lastError();
-    EXPECT_EQ(rowText(*grid, 0), "- - -");
-}
-
 TEST_F(RasterAppendTest, FlagFalseFillsOnlyWhatIsEmpty)
 {
-    CDatasetRaster *grid = makeGrid({500000, 100, 500003, 101}, "Int16");
+    CDatasetRaster *grid = makeRaster({500000, 100, 500003, 101}, "Int16");
     ASSERT_TRUE(grid->Append(writeGrid("a.asc", 500000, 100, {{1, -1, 3}}), CRect2D())) << lastError();
     const QString other = writeGrid("b.asc", 500000, 100, {{7, 8, -1}});
     ASSERT_TRUE(grid->Append(other, CRect2D(), CDatasetRaster::AsciiGrid, false)) << lastError();
@@ -95,19 +36,81 @@ TEST_F(RasterAppendTest, FlagFalseFillsOnlyWhatIsEmpty)
     EXPECT_EQ(rowText(*grid, 0), "7 8 3");
 }
 
-TEST_F(RasterAppendTest, BoundsPlaceAndStretchAFile)
+struct ResampleRow
 {
-    CDatasetRaster *grid = makeGrid({500000, 100, 500004, 102});
-    const QString file = writeGrid("a.asc", 0, 0, {{1, 2}});
-    ASSERT_TRUE(grid->Append(file, {500000, 100, 500004, 102}, CDatasetRaster::AsciiGrid)) << lastError();
-    EXPECT_EQ(rowText(*grid, 0), "1 1 2 2");
-    EXPECT_EQ(rowText(*grid, 1), "1 1 2 2");
+    const char *pixelFormat;
+    Info::Type kind;
+    QList<int> cells; ///< of the source, laid over the whole target; -1 for no data
+    bool hasPalette;
+    const char *expected; ///< of the four cells
+};
+
+TEST_F(RasterAppendTest, ResamplesByWhatTheCellsMean)
+{
+    const ResampleRow rows[] = {
+        {"Float32", Info::Grid, {0, 100}, false, "0 25 75 100"},
+        {"Int16", Info::DEM, {0, 100}, false, "0 25 75 100"},
+        {"Int16", Info::Grid, {0, 100}, false, "0 0 100 100"}, // may be classes
+        {"Float32", Info::Grid, {0, 100}, true, "0 0 100 100"},
+        {"Float32", Info::Grid, {80, -1}, false, "80 80 - -"}, // what has no data takes no part
+        {"Float32", Info::Grid, {0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110}, false, "10 40 70 100"},
+        {"Float32", Info::Grid, {0, 10, 20, -1, 40, 50, -1, -1, -1, 90, 100, 110}, false, "10 45 - 100"},
+        {"Int16", Info::Grid, {0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110}, false, "10 40 70 100"},
+    };
+    for (const ResampleRow &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.pixelFormat << " -> " << row.expected);
+        CDatasetRaster *target = makeRaster({500000, 100, 500004, 101}, row.pixelFormat, row.kind);
+        const bool isFiner = row.cells.size() > 4;
+        Image image = {QSize(int(row.cells.size()), isFiner ? 3 : 1), 1, GDT_Int16,
+                       [&row](int column, int, int) { return row.cells.at(column); }};
+        if (row.hasPalette)
+            image.type = GDT_Byte;
+        image.change = [&row](GDALDataset &file) {
+            GDALColorTable colours;
+            const GDALColorEntry entry = {1, 2, 3, 255};
+            colours.SetColorEntry(255, &entry);
+            if (row.hasPalette)
+                file.GetRasterBand(1)->SetColorTable(&colours);
+            else
+                file.GetRasterBand(1)->SetNoDataValue(-1);
+        };
+        EXPECT_TRUE(target->Append(writeTiff("cells.tif", image), {500000, 100, 500004, 101})) << lastError();
+        EXPECT_EQ(rowText(*target, 0), row.expected);
+        sources.CloseAll();
+        QFile::remove(path("new.tdb"));
+    }
+}
+
+TEST_F(RasterAppendTest, SameCellsAreCopiedBitByBit)
+{
+    // In a database tiles are compressed, in a file overviews are kept: neither may change or hide a cell.
+    const QSize size(700, 600);
+    const Image picture = {size, 3, GDT_Byte, noise, {500010, 1, 0, 700, 0, -1}};
+    const QString file = writeTiff("noise.tif", picture);
+    Image plain = {QSize(800, 800), 3, GDT_Byte, [](int, int, int) { return 7.0; }, {500000, 1, 0, 800, 0, -1}};
+    const QString target = writeTiff("target.tif", plain);
+    {
+        const GDALDatasetUniquePtr image(GDALDataset::Open(target.toUtf8(), GDAL_OF_UPDATE));
+        int factor = 4;
+        ASSERT_EQ(image->BuildOverviews("AVERAGE", 1, &factor, 0, nullptr, nullptr, nullptr), CE_None);
+    }
+    for (CDatasetRaster *into : {makeRaster({500000, 0, 500800, 800}, "Byte", Info::Image, 3), openRaster(target)}) {
+        ASSERT_TRUE(into->Append(file, CRect2D())) << lastError();
+        qint64 wrong = 0;
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x)
+                wrong += into->GetValue(500010.5 + x, 699.5 - y, 1 + x % 3) == noise(x, y, 1 + x % 3) ? 0 : 1;
+        }
+        EXPECT_EQ(wrong, 0);
+        const QRgb small = into->Render({500100, 200, 500600, 600}, QSize(10, 10)).pixel(5, 5);
+        EXPECT_GT(qRed(small), 60) << "overviews show what is new: the mean of noise is far above 7";
+    }
 }
 
 TEST_F(RasterAppendTest, ReprojectsBetweenCoordinateSystems)
 {
     // At the central meridian of the zone the grid of degrees stands upright on that of metres.
-    CDatasetRaster *grid = makeGrid({500000, 5000000, 500040, 5000040});
+    CDatasetRaster *grid = makeRaster({500000, 5000000, 500040, 5000040});
     const QString file = path("degrees.asc");
     {
         QFile text(file);
@@ -156,19 +159,66 @@ TEST_F(RasterAppendTest, GreyAndPaletteFilesBecomeColours)
     EXPECT_EQ(drawn.pixelColor(3, 1).alpha(), 0) << "nothing was laid there";
 }
 
+struct RefusalRow
+{
+    const char *why; ///< part of the error text
+    const char *file;
+    CRect2D bounds = {};
+    CDatasetRaster::FileType type = CDatasetRaster::AutoDetect;
+};
+
 TEST_F(RasterAppendTest, RefusesWhatCannotBeDone)
 {
-    CDatasetRaster *grid = makeGrid({500000, 100, 500004, 103});
+    const double none = std::numeric_limits<double>::quiet_NaN(), endless = std::numeric_limits<double>::infinity();
+    const CRect2D here(500000, 100, 500004, 103);
+    const std::array<double, 6> place = {500000, 1, 0, 103, 0, -1};
+    CDatasetRaster *grid = makeRaster(here, "Int16");
     const QString file = writeGrid("a.asc", 500000, 100, {{1, 2}});
+    writeGrid("far.asc", 600000, 100, {{1}});
+    writeGrid("empty.asc", 500000, 100, {{-1}});
+    writeGrid("large.asc", 500000, 100, {{1, 40000}});
+    writeTiff("colours.tif", {QSize(4, 3), 3, GDT_Byte, noise, place});
+    writeTiff("unplaced.tif", {QSize(4, 3), 1, GDT_Byte, noise});
+    writeTiff("complex.tif", {QSize(4, 3), 1, GDT_CFloat32, noise, place});
+    writeTiff("signed.tif", {QSize(4, 3), 1, GDT_Byte, noise, place, {"PIXELTYPE=SIGNEDBYTE"}});
+    writeTiff("cut.tif", {QSize(40, 300), 1, GDT_Byte, noise, place});
+    QFile::resize(path("cut.tif"), 5000);
+    QFile(path("nothing.png")).open(QIODevice::WriteOnly);
+    QFile points(path("points.geojson"));
+    ASSERT_TRUE(points.open(QIODevice::WriteOnly));
+    points.write(R"({"type":"Point","coordinates":[1,2]})");
+    points.close();
+
+    const RefusalRow rows[] = {
+        {"does not exist", "missing.png"},
+        {"cannot be opened", "a.asc", {}, CDatasetRaster::JPEG},
+        {"do not overlap", "far.asc"},
+        {"no cell of it that holds data", "empty.asc"},
+        {"40000 does not fit into cells of the format Int16", "large.asc"},
+        {"3 bands of values, not 1", "colours.tif"},
+        {"no georeference", "unplaced.tif"},
+        {"complex", "complex.tif"},
+        {"signed bytes", "signed.tif"},
+        {"is cut", "cut.tif"},
+        {"empty file", "nothing.png"},
+        {"cannot be opened", "points.geojson"},
+        {"cannot be opened", ""}, // the folder
+        {"no area", "a.asc", {500004, 100, 500000, 103}},
+        {"no area", "a.asc", {500000, 100, 500000, 103}},
+        {"no area", "a.asc", {none, 100, 500004, 103}},
+        {"no area", "a.asc", {-endless, 100, endless, 103}},
+    };
+    for (const RefusalRow &row : rows) {
+        EXPECT_FALSE(grid->Append(path(row.file), row.bounds, row.type)) << row.file;
+        EXPECT_NE(lastError().find(row.why), std::string::npos) << row.file << ": " << lastError();
+        EXPECT_EQ(rowText(*grid, 0), "- - - -") << row.file;
+    }
+    EXPECT_TRUE(grid->Append(path("unplaced.tif"), here)) << "its bounds were given: " << lastError();
+
     CDatasetRaster *source = openRaster(file);
-
     EXPECT_FALSE(grid->Append(nullptr));
+    EXPECT_TRUE(grid->Append(grid)) << "every cell is there already";
     EXPECT_FALSE(source->Append(grid)) << "an ASCII grid cannot be changed";
-    EXPECT_FALSE(grid->Append(path("missing.png"), CRect2D()));
-    EXPECT_FALSE(grid->Append(file, CRect2D(), CDatasetRaster::JPEG)) << "it is none";
-    EXPECT_FALSE(grid->Append(writeGrid("far.asc", 600000, 100, {{1}}), CRect2D())) << "they do not overlap";
-    EXPECT_FALSE(grid->Append(writeGrid("empty.asc", 500000, 100, {{-1}}), CRect2D())) << "there is nothing to lay";
-
     ASSERT_TRUE(grid->GetDataSource()->BeginTrans());
     EXPECT_FALSE(grid->Append(source)) << "the transaction would lock it out";
     ASSERT_TRUE(grid->GetDataSource()->RollbackTrans());
