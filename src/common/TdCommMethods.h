@@ -186,9 +186,9 @@ public:
     /// Adds the members of @p compound to @p out, those of member compounds in their place. They stay the compound's.
     /// @return false for null and for a compound without members.
     static bool SplitGeoCompound(const CGeoCompound *compound, QList<CElemGeometry *> *out);
-    /// Smooths every line of at most 3000 points that @p recordset gives, from its first record on, and writes it back;
-    /// the ends of its parts stay. @return false for null, when the dataset is neither of lines nor CAD, and when
-    /// memory runs out.
+    /// Smooths each line of at most 3000 points that @p recordset gives and writes it back; the ends of its parts stay,
+    /// the recordset stands at its end. @return false for null or a dead recordset, a dataset neither of lines nor CAD,
+    /// and when memory or writing fails: all is then taken back where the storage knows transactions.
     static bool LineMakeSmooth(CTxRecordset *recordset);
 
     /// @}
