@@ -76,7 +76,8 @@ private:
             feature.SetField("e", static_cast<double>(i) * 0.25);
             const OGRPoint point(static_cast<double>(i * 7919 % 1000003), static_cast<double>(i * 104729 % 999983));
             feature.SetGeometry(&point);
-            (void)layer->CreateFeature(&feature);
+            if (layer->CreateFeature(&feature) != OGRERR_NONE)
+                qFatal("the source cannot be written");
         }
         file->CommitTransaction();
     }
@@ -144,7 +145,7 @@ void byEngine(benchmark::State &state, const Format &from, const Format &to)
 
 void pair(const char *name, const Format &from, const Format &to)
 {
-    for (const auto &[peer, run] : {std::pair("Gdal", byGdal), std::pair("Engine", byEngine)}) {
+    for (const auto &[peer, run] : {std::pair("Gdal", &byGdal), std::pair("Engine", &byEngine)}) {
         benchmark::RegisterBenchmark((std::string("Append/") + name + '/' + peer).c_str(), run, from, to)
             ->Arg(100'000)
             ->Unit(benchmark::kMillisecond);
