@@ -85,6 +85,11 @@ bool AppendChange::commit()
             CPLError(CE_Failure, CPLE_FileIO, "the files do not hold what was written to them");
             return false;
         }
+        if (m_files->hadIndex()) { // without one reading by place is slower, no more
+            const TxGdal::ErrorCollector errors;
+            executeSql(QStringLiteral("CREATE SPATIAL INDEX ON ") +
+                       TxGdal::quoteIdentifier(QString::fromUtf8(m_target.source)));
+        }
     } else if (m_transaction) {
         if (!m_transaction->commit())
             return false;

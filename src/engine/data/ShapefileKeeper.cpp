@@ -110,6 +110,11 @@ const ShapefileKeeper::Growing *ShapefileKeeper::find(const QString &suffix) con
     return at == m_growing.end() ? nullptr : &*at;
 }
 
+bool ShapefileKeeper::hadIndex() const
+{
+    return std::any_of(m_whole.begin(), m_whole.end(), [](const Whole &file) { return suffixOf(file.path) == u"qix"; });
+}
+
 QString ShapefileKeeper::tableCopy() const
 {
     const Growing *table = find(QStringLiteral("dbf"));

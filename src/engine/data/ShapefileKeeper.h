@@ -22,6 +22,8 @@ public:
 
     /// Why the files cannot be remembered; empty when they are.
     const QString &reason() const { return m_reason; }
+    /// True when there was a spatial index, which the driver drops when records come.
+    bool hadIndex() const;
     /// Copies the table as it was beside itself, before its fields change. It may have got records already. Does
     /// nothing the second time. @return false when it cannot be copied
     bool keepTable();

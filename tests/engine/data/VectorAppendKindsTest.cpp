@@ -9,6 +9,8 @@
 
 #include <QDir>
 
+#include <gdal_priv.h>
+
 #include <array>
 #include <ostream>
 
@@ -276,21 +278,31 @@ TEST_F(VectorAppendKinds, ShapefilesMatchCutNamesAndWidenTexts)
     const CGeoPoint place(1, 2);
     const QString wide = QString::fromUtf8("\u4e2d\u6587\u4e2d\u6587"); // four characters, twelve bytes
     ASSERT_TRUE(addRecord(*query(native), {{"Population2020", 77}, {"Label", wide}}, &place));
+    ASSERT_TRUE(addRecord(*query(shape), {{"Population", 1}}, &place));
     ASSERT_TRUE(folder->Refresh() && shape->Open());
-    const QByteArray before = SampleFiles::read(path("shapes/towns.dbf"));
-    ASSERT_FALSE(before.isEmpty());
+    {
+        GDALDatasetUniquePtr file(GDALDataset::Open(path("shapes").toUtf8(), GDAL_OF_VECTOR | GDAL_OF_UPDATE));
+        file->ExecuteSQL("CREATE SPATIAL INDEX ON towns", nullptr, nullptr);
+    }
+    const auto stored = [this] {
+        return SampleFiles::read(path("shapes/towns.dbf")) + SampleFiles::read(path("shapes/towns.shp")) +
+               SampleFiles::read(path("shapes/towns.shx")) + SampleFiles::read(path("shapes/towns.qix"));
+    };
+    const QByteArray before = stored();
+    ASSERT_TRUE(QFileInfo::exists(path("shapes/towns.qix")));
 
     CTxAppendDef def;
     def.progress = [](qint64 done, qint64) { return done == 0; };
     EXPECT_FALSE(shape->Append(query(native).get(), def)) << "stopped behind the widening of the field";
     ASSERT_TRUE(folder->Refresh() && shape->Open());
-    EXPECT_EQ(SampleFiles::read(path("shapes/towns.dbf")), before);
+    EXPECT_EQ(stored(), before);
     ASSERT_TRUE(shape->Append(query(native).get())) << lastError();
-    EXPECT_EQ(textOf(*query(shape), "Population"), "77");
-    EXPECT_EQ(textOf(*query(shape), "Label"), wide.toStdString());
+    EXPECT_EQ(column(*query(shape), "Population"), "1 77");
+    EXPECT_EQ(textOf(*query(shape, "Population = 77"), "Label"), wide.toStdString());
+    EXPECT_TRUE(QFileInfo::exists(path("shapes/towns.qix"))) << "the index is made anew";
     EXPECT_EQ(QDir(path("shapes")).entryList({"*before*"}).size(), 0);
     ASSERT_TRUE(native->Append(query(shape).get())) << lastError();
-    EXPECT_EQ(column(*query(native), "Population2020"), "77 77");
+    EXPECT_EQ(column(*query(native), "Population2020"), "77 1 77");
 
     ASSERT_TRUE(SampleFiles::makePoints(path("latin.shp"), "ESRI Shapefile")); // whose texts are Latin-1
     CDatasetVector *latin = vector(open(path("latin.shp")));

@@ -7,8 +7,10 @@
 
 #include <QDir>
 
+#include <csignal>
 #include <ostream>
 #include <sys/mount.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -154,6 +156,33 @@ TEST_P(VectorAppendTo, FailureHalfWayLeavesItAsItWas)
     EXPECT_TRUE(places->Append(query(towns, "Size <> 1800.5").get())) << "work goes on: " << lastError();
     EXPECT_EQ(places->GetRecordCount(), 2000);
     EXPECT_EQ(countWithin(places, CRect2D(100, 0, 109.5, 9999)), 10);
+}
+
+/// Another process appends and is killed in the middle.
+TEST_P(VectorAppendTo, KilledWriterLeavesItAsItWas)
+{
+    makeSource(3000);
+    makeTarget();
+    sources.CloseAll();
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        CDatasetVector *towns = vector(open(path("from.tdb"), "from"), "Towns");
+        CTxAppendDef def;
+        def.progress = [](qint64 done, qint64) { return done < 2500 || kill(getpid(), SIGKILL) == 0; };
+        vector(open(path(GetParam().file), "to"), "places")->Append(query(towns).get(), def);
+        _exit(1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    CDatasetVector *places = vector(open(path(GetParam().file), "to"), "places");
+    EXPECT_EQ(places->GetRecordCount(), 1);
+    EXPECT_EQ(column(*query(places), "size"), "0");
+    EXPECT_EQ(places->GetBounds().right, -1);
+    CDatasetVector *towns = vector(open(path("from.tdb"), "from"), "Towns");
+    EXPECT_TRUE(places->Append(query(towns).get())) << lastError();
+    EXPECT_EQ(places->GetRecordCount(), 3001);
 }
 
 TEST_P(VectorAppendTo, FullDiskLeavesItAsItWas)
