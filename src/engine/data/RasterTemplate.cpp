@@ -41,8 +41,8 @@ QString TxDatasetMaker::describeRaster(const CDatasetRaster &source, bool isNati
     def.rasterBounds = TxRasterPlace::of(*raster).bounds(raster->GetRasterXSize(), raster->GetRasterYSize());
     def.bandCount = last;
     if (isImage && last == 1 && band.GetColorTable())
-        def.bandCount = colours;                    // tiles know no palette
-    else if (isImage && last % 2 == 0 && !hasAlpha) // where an image has its transparency
+        def.bandCount = colours;                               // tiles know no palette
+    else if (isImage && (last == 2 || last == 4) && !hasAlpha) // where an image has its transparency
         return QStringLiteral("has a last band that is no alpha band");
     const GDALDataType format = isImage ? band.GetRasterDataType() : keptFormat(band.GetRasterDataType());
     def.pixelFormat = QString::fromLatin1(GDALGetDataTypeName(format));
