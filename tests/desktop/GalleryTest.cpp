@@ -31,6 +31,8 @@ TEST_F(GalleryRun, DrawsEveryWindowInEveryPaletteAndScale)
     ASSERT_TRUE(process.waitForFinished(200000));
     ASSERT_EQ(process.exitCode(), 0) << process.readAll().toStdString();
 
+    // Questions break their lines by the width of the screen, which is half as wide at twice the size.
+    const QStringList wrapped = {QStringLiteral("close-question"), QStringLiteral("delete")};
     for (const QString &window : Gallery::windows()) {
         QImage pictures[2][2];
         for (const bool dark : {false, true}) {
@@ -43,6 +45,8 @@ TEST_F(GalleryRun, DrawsEveryWindowInEveryPaletteAndScale)
             // Text widths differ by a few pixels between the scales.
             const QSize once = pictures[dark][0].size();
             const QSize twice = pictures[dark][1].size();
+            if (wrapped.contains(window))
+                continue;
             EXPECT_NEAR(twice.width(), 2 * once.width(), once.width() / 20 + 4) << window.toStdString();
             EXPECT_NEAR(twice.height(), 2 * once.height(), once.height() / 20 + 4) << window.toStdString();
         }
