@@ -19,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -128,6 +129,31 @@ void AttributeTable::release()
 {
     m_model->release();
     updateStatus();
+}
+
+void AttributeTable::pause()
+{
+    m_paused = m_model->dataset();
+    m_pausedFilter = m_model->filter();
+    m_pausedHeader = m_view->horizontalHeader()->saveState();
+    m_pausedSort = m_model->sortColumn();
+    m_pausedOrder = m_model->sortOrder();
+    m_pausedColumns = m_view->horizontalHeader()->count();
+    setUpdatesEnabled(false); // the picture stays while there are no rows
+    release();
+}
+
+void AttributeTable::resume()
+{
+    if (!m_paused)
+        return;
+    if (setDataset(std::exchange(m_paused, nullptr))) {
+        setFilter(m_pausedFilter);
+        if (m_view->horizontalHeader()->count() == m_pausedColumns)
+            m_view->horizontalHeader()->restoreState(m_pausedHeader);
+        sortBy(m_pausedSort, m_pausedOrder);
+    }
+    setUpdatesEnabled(true);
 }
 
 QString AttributeTable::error() const

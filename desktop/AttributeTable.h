@@ -25,6 +25,10 @@ public:
     CDatasetVector *dataset() const;
     /// Lets go of the dataset; the table is then empty.
     void release();
+    /// Lets go of the dataset for a while, with the picture of its records left standing.
+    void pause();
+    /// Shows the dataset that pause() let go of, by the same condition and order, with the fields it has now.
+    void resume();
     /// Why the last condition, order or dataset was refused; empty when it was not.
     QString error() const;
 
@@ -51,4 +55,12 @@ private:
     QLabel *m_error;
     QLabel *m_status;
     QTableView *m_view;
+
+    // What pause() let go of.
+    CDatasetVector *m_paused = nullptr; // not owned
+    QString m_pausedFilter;
+    QByteArray m_pausedHeader;
+    int m_pausedColumns = 0;
+    int m_pausedSort = -1;
+    Qt::SortOrder m_pausedOrder = Qt::AscendingOrder;
 };

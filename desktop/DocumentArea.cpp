@@ -230,6 +230,38 @@ void DocumentArea::refreshTables(const QString &alias)
     }
 }
 
+void DocumentArea::pause(const QList<CTxDataSource *> &sources)
+{
+    for (AttributeTable *table : tables())
+        if (table->dataset() && sources.contains(table->dataset()->GetDataSource()))
+            table->pause();
+    for (const CTxDataSource *source : sources)
+        releaseMaps(source);
+}
+
+void DocumentArea::resume()
+{
+    for (AttributeTable *table : tables())
+        table->resume();
+    refreshMaps();
+}
+
+/// Layers name their datasets, so those that a map may be reading are found through its layers.
+void DocumentArea::releaseMaps(const CTxDataSource *source)
+{
+    for (MapWindow *view : maps()) {
+        const CTxLayers &layers = view->map()->GetLayers();
+        for (int i = 0; i < layers.GetCount(); ++i) {
+            const CTxDataset *dataset = layers.GetLayerAt(i)->GetDataset();
+            if (!dataset || dataset->GetDataSource() != source)
+                continue;
+            view->canvas()->ReleaseDataset(dataset);
+            if (dataset->GetChildDataset()) // the nodes of a network are drawn with it
+                view->canvas()->ReleaseDataset(dataset->GetChildDataset());
+        }
+    }
+}
+
 void DocumentArea::releaseDataSource(const QString &alias, bool keepTables)
 {
     const CTxDataSource *source = m_document.workspace().GetDataSources().find(alias);
@@ -240,15 +272,7 @@ void DocumentArea::releaseDataSource(const QString &alias, bool keepTables)
                 closeTab(m_tabs->indexOf(table));
         }
     }
-    // Layers name their datasets, so those that a map may be reading are found through its layers.
-    for (MapWindow *view : maps()) {
-        const CTxLayers &layers = view->map()->GetLayers();
-        for (int i = 0; i < layers.GetCount(); ++i) {
-            const CTxDataset *dataset = layers.GetLayerAt(i)->GetDataset();
-            if (dataset && dataset->GetDataSource() == source)
-                view->canvas()->ReleaseDataset(dataset);
-        }
-    }
+    releaseMaps(source);
 }
 
 void DocumentArea::restoreTables(const QString &alias, const QString &oldAlias)

@@ -8,6 +8,7 @@
 class AttributeTable;
 class CDatasetVector;
 class CTxDataset;
+class CTxDataSource;
 class MapWindow;
 class QTabWidget;
 class WorkspaceDocument;
@@ -47,6 +48,10 @@ public:
     /// Closes the attribute tables whose dataset the datasource called @p alias no longer has, and reads the others of
     /// it again: a change of a storage's structure ends every cursor.
     void refreshTables(const QString &alias);
+    /// Reads nothing of @p sources while work changes them, until resume(). Tables keep what they show on the screen.
+    void pause(const QList<CTxDataSource *> &sources);
+    /// Shows everything again as it is now.
+    void resume();
     /// Draws the maps anew, where @p dataset is one of the layers (or all of them for null).
     void refreshMaps();
     /// Shows all of the map in front.
@@ -78,6 +83,7 @@ private:
     void closeTab(int index);
     void updatePage();
     void onCurrentChanged();
+    void releaseMaps(const CTxDataSource *source);
     void releaseDataSource(const QString &alias, bool keepTables);
     void restoreTables(const QString &alias, const QString &oldAlias);
     void renameMap(const QString &name, const QString &newName);

@@ -1,14 +1,17 @@
 #include "GalleryWindows.h"
 
 #include "AboutDialog.h"
+#include "AppendDialog.h"
 #include "AttributeTable.h"
 #include "ConnectionDialog.h"
+#include "CopyDatasetDialog.h"
 #include "DocumentArea.h"
 #include "GalleryData.h"
 #include "MainWindow.h"
 #include "MapWindow.h"
 #include "MissingDialog.h"
 #include "OutputPane.h"
+#include "ParallelLineDialog.h"
 #include "Prompts.h"
 #include "PropertiesDialog.h"
 #include "WorkspaceCommands.h"
@@ -19,6 +22,7 @@
 #include "common/TdCommonReport.h"
 #include "engine/data/DatasetVector.h"
 #include "engine/map/TxMapWnd.h"
+#include "engine/ui/TxDlgProgress.h"
 #include "workspace/WkspImageList.h"
 #include "workspace/WorkspaceBarTree.h"
 #include "workspace/WorkspaceTreeFilterBox.h"
@@ -176,20 +180,76 @@ QPixmap drawConnection(const GalleryData &)
     return photograph(dialog);
 }
 
-/// The first vector dataset of the workspace, null when there is none.
-const CTxDataset *firstVector(const CTxWorkspace &workspace)
+/// The first dataset of the workspace that @p fits lets pass, null when there is none.
+const CTxDataset *firstDataset(const CTxWorkspace &workspace, bool (*fits)(const CTxDataset &))
 {
     for (int s = 0; s < workspace.GetDataSources().GetCount(); ++s)
         for (qint32 i = 0; i < workspace.GetDataSources().GetAt(s)->GetDatasetCount(); ++i)
-            if (workspace.GetDataSources().GetAt(s)->GetDatasetAt(i)->IsVector())
+            if (fits(*workspace.GetDataSources().GetAt(s)->GetDatasetAt(i)))
                 return workspace.GetDataSources().GetAt(s)->GetDatasetAt(i);
     return nullptr;
+}
+
+bool isVector(const CTxDataset &dataset)
+{
+    return dataset.IsVector();
+}
+
+bool isRaster(const CTxDataset &dataset)
+{
+    return !dataset.IsVector();
+}
+
+QPixmap drawCopy(const GalleryData &data, bool (*fits)(const CTxDataset &))
+{
+    Stage stage(data.files());
+    const CTxDataset *dataset = firstDataset(stage.window.document().workspace(), fits);
+    if (!dataset)
+        return photograph(stage.window);
+    CopyDatasetDialog dialog(stage.window.document().workspace(), *dataset);
+    return photograph(dialog);
+}
+
+QPixmap drawAppend(const GalleryData &data, bool (*fits)(const CTxDataset &))
+{
+    Stage stage(data.files());
+    stage.window.show();
+    GalleryData::populate(stage.window);
+    const CTxWorkspace &workspace = stage.window.document().workspace();
+    const MapWindow *view = stage.window.documentArea().currentMap();
+    AppendDialog dialog(workspace, firstDataset(workspace, fits), view ? view->canvas() : nullptr, stage.prompts);
+    return photograph(dialog);
+}
+
+QPixmap drawParallelLine(const GalleryData &data)
+{
+    Stage stage(data.files());
+    const CTxDataset *lines = firstDataset(stage.window.document().workspace(), isVector);
+    if (!lines)
+        return photograph(stage.window);
+    ParallelLineDialog dialog(stage.window.document().workspace(), static_cast<const CDatasetVector &>(*lines));
+    return photograph(dialog);
+}
+
+QPixmap drawProgress(qint64 total)
+{
+    CTxDlgProgress dialog;
+    dialog.SetWindowTitle(QStringLiteral("Terravox"));
+    dialog.SetTitleMessage(QStringLiteral("Copying “rivers” to “archive”"));
+    dialog.Create(nullptr);
+    dialog.KeepAlive();
+    const TxProgress progress = dialog.GetProgress();
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 40 && progress(412'345, total))
+        QApplication::processEvents();
+    return photograph(dialog);
 }
 
 QPixmap drawProperties(const GalleryData &data, int tab)
 {
     Stage stage(data.files());
-    const CTxDataset *dataset = firstVector(stage.window.document().workspace());
+    const CTxDataset *dataset = firstDataset(stage.window.document().workspace(), isVector);
     if (!dataset)
         return photograph(stage.window);
     PropertiesDialog dialog(*dataset);
@@ -293,6 +353,12 @@ constexpr GalleryWindow table[] = {
     {"report", drawReport},
     {"missing", drawMissing},
     {"connection", drawConnection},
+    {"copy-dataset", [](const GalleryData &d) { return drawCopy(d, isVector); }},
+    {"append", [](const GalleryData &d) { return drawAppend(d, isVector); }},
+    {"append-raster", [](const GalleryData &d) { return drawAppend(d, isRaster); }},
+    {"parallel-line", drawParallelLine},
+    {"progress", [](const GalleryData &) { return drawProgress(1'000'000); }},
+    {"progress-busy", [](const GalleryData &) { return drawProgress(-1); }},
     {"properties", [](const GalleryData &d) { return drawProperties(d, 0); }},
     {"properties-fields", [](const GalleryData &d) { return drawProperties(d, 1); }},
     {"properties-datasource", drawDataSourceProperties},

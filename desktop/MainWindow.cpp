@@ -2,6 +2,7 @@
 
 #include "Actions.h"
 #include "AttributeTable.h"
+#include "DataCommands.h"
 #include "DocumentArea.h"
 #include "DropContent.h"
 #include "HostMessages.h"
@@ -32,6 +33,7 @@ MainWindow::MainWindow(Prompts &prompts, CTdProfileFile &profile, QWidget *paren
       m_area(new DocumentArea(*m_document)), m_layers(new LayerPane), m_output(new OutputPane),
       m_recent(new RecentFiles(this)),
       m_commands(new WorkspaceCommands(*m_document, *m_pane, *m_area, *m_actions, prompts, this)),
+      m_dataCommands(new DataCommands(*m_document, *m_pane, *m_area, *m_commands, *m_actions, prompts, this)),
       m_messages(new HostMessages(*m_document, *m_pane, *m_area, *m_commands, *m_output, this)),
       m_status(new MapStatus(statusBar()))
 {

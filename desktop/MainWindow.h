@@ -8,6 +8,7 @@
 class Actions;
 class AttributeTable;
 class CTdProfileFile;
+class DataCommands;
 class DocumentArea;
 class HostMessages;
 class LayerPane;
@@ -76,6 +77,7 @@ private:
     OutputPane *m_output;
     RecentFiles *m_recent;
     WorkspaceCommands *m_commands;
+    DataCommands *m_dataCommands;
     HostMessages *m_messages;
     MapStatus *m_status;
     QMenu *m_viewMenu = nullptr;

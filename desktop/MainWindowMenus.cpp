@@ -43,6 +43,7 @@ void MainWindow::makeMenus()
     QMenu *dataMenu = menuBar()->addMenu(tr("&Data"));
     add(dataMenu, a,
         {Actions::AddToMap, Actions::AddToNewMap, Actions::ShowTable, Actions::ListTiles, separator,
+         Actions::CopyDataset, Actions::Append, Actions::SmoothLines, Actions::ParallelLine, separator,
          Actions::CloseDataset, Actions::RefreshDataSource, Actions::CloseDataSource, separator, Actions::Rename,
          Actions::Delete, separator, Actions::Properties});
 

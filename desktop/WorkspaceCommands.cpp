@@ -130,6 +130,10 @@ void WorkspaceCommands::fillMenu(QMenu &menu) const
         add({Actions::AddToMap, Actions::AddToNewMap, Actions::ShowTable});
         if (m_actions[Actions::ListTiles]->isEnabled())
             add({Actions::ListTiles});
+        add({Actions::CopyDataset, Actions::Append});
+        for (const Actions::Id id : {Actions::SmoothLines, Actions::ParallelLine})
+            if (m_actions[id]->isEnabled())
+                menu.addAction(m_actions[id]);
         add({Actions::CloseDataset, Actions::Rename, Actions::Delete});
         add({Actions::Properties});
     } else if (!selectedDataSources().isEmpty()) {

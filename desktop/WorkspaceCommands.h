@@ -39,6 +39,8 @@ public:
     /// What the user is asked before datasets are deleted, and what more is said of it.
     static QString deleteQuestion(const QList<CTxDataset *> &datasets);
     static QString deleteExplanation(const QStringList &maps);
+    /// The datasets that are selected in the tree.
+    QList<CTxDataset *> selectedDatasets() const;
 
 private:
     void addSelection(bool newMap);
@@ -54,7 +56,6 @@ private:
     void listTiles();
     void openMaps();
 
-    QList<CTxDataset *> selectedDatasets() const;
     QList<CTxDataSource *> selectedDataSources() const;
     QStringList selectedMaps() const;
     CTxDataset *find(const CTdOleDataNode::CTdOleData &entry) const;

@@ -7,6 +7,7 @@
 #include "workspace/WorkspaceTreeFilterBox.h"
 
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QVBoxLayout>
 
 namespace {
@@ -146,6 +147,15 @@ void WorkspacePane::updateDatasets()
 void WorkspacePane::updateDataset(const CTxDataset *dataset)
 {
     m_tree->ChangeItemState(dataset);
+}
+
+void WorkspacePane::addDataset(const QString &alias, const QString &name)
+{
+    m_tree->FillTreeItem(CWorkspaceBarTree::FillTypeDataset, alias, name);
+    if (QTreeWidgetItem *item = m_tree->FindHTreeItem(name, alias, CTdOleDataNode::ItemDataset, 0)) {
+        m_tree->setCurrentItem(item, 0, QItemSelectionModel::ClearAndSelect); // also while Ctrl is held
+        m_tree->scrollToItem(item);
+    }
 }
 
 void WorkspacePane::removeDataset(const QString &alias, const QString &name)

@@ -33,6 +33,8 @@ public:
     void updateDatasets();
     /// Shows the state of @p dataset: open or closed.
     void updateDataset(const CTxDataset *dataset);
+    /// Shows a dataset that is new, and selects it.
+    void addDataset(const QString &alias, const QString &name);
     /// Takes the item of a dataset that is no longer there out of the tree.
     void removeDataset(const QString &alias, const QString &name);
     /// What is selected, one entry an item; copies, so they may be kept.

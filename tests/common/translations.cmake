@@ -5,7 +5,7 @@
 set(res "${SOURCE_DIR}/src/res")
 file(GLOB forms "${res}/forms/*.ui")
 set(engine "${SOURCE_DIR}/src/engine/map/TxMapWnd.cpp" "${SOURCE_DIR}/src/engine/map/TxMapWndPrivate.cpp"
-           "${SOURCE_DIR}/src/engine/ui/TxDlgProgress.cpp")
+           "${SOURCE_DIR}/src/engine/ui/TxDlgProgress.cpp" "${SOURCE_DIR}/src/engine/ui/VectorAppendProgress.cpp")
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(COPY "${res}/translations/TdCommon_de.ts" DESTINATION "${WORK_DIR}")
 execute_process(COMMAND "${LUPDATE}" -silent -no-obsolete -locations none "${res}/strings.def" ${forms} ${engine}

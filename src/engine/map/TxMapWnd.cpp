@@ -2,6 +2,8 @@
 
 #include "engine/map/TxMap.h"
 #include "engine/map/TxMapWndPrivate.h"
+#include "engine/projection/TxPJCoordSys.h"
+#include "engine/projection/TxReprojector.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -72,6 +74,20 @@ void CTxMapWnd::ReleaseDataset(const CTxDataset *dataset)
 CRect2D CTxMapWnd::GetViewBounds() const
 {
     return d->hasView ? d->view.bounds() : CRect2D();
+}
+
+CRect2D CTxMapWnd::GetViewBoundsIn(const CTxPJCoordSys &coordSys) const
+{
+    const CTxMap *map = GetMap();
+    if (!map)
+        return CRect2D();
+    CTxPJCoordSys own;
+    map->GetProjection(own);
+    bool failed = false;
+    const auto reprojector = TxReprojector::make(own, coordSys, failed);
+    if (failed)
+        return CRect2D();
+    return reprojector ? reprojector->transform(GetViewBounds()) : GetViewBounds();
 }
 
 void CTxMapWnd::SetViewBounds(const CRect2D &bounds)

@@ -9,6 +9,7 @@
 
 class CTxDataset;
 class CTxMap;
+class CTxPJCoordSys;
 
 /// A map canvas: draws the layers of a map; the user pans by dragging or the arrow keys, zooms by the wheel, + and -,
 /// and sees everything with Home.
@@ -38,6 +39,8 @@ public:
 
     /// The part of the plane that is shown.
     CRect2D GetViewBounds() const;
+    /// The rectangle around that in @p coordSys; void when it has none there.
+    CRect2D GetViewBoundsIn(const CTxPJCoordSys &coordSys) const;
     void SetViewBounds(const CRect2D &bounds);
     /// Shows everything.
     void FitAll();

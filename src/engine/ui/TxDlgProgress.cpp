@@ -97,6 +97,7 @@ TxDlgProgressPrivate::TxDlgProgressPrivate(CTxDlgProgress *owner)
     bold.setBold(true);
     title->setFont(bold);
     title->hide();
+    message->hide();
     detail->setForegroundRole(QPalette::PlaceholderText);
     bar->setRange(0, 100);
     bar->setMinimumWidth(q->fontMetrics().averageCharWidth() * 56);
@@ -229,6 +230,7 @@ void CTxDlgProgress::SetTitleMessage(const QString &text)
 void CTxDlgProgress::SetMessage(const QString &text)
 {
     d->message->setText(text);
+    d->message->setVisible(!text.isEmpty());
 }
 
 QString CTxDlgProgress::argument(double value)

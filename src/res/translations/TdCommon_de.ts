@@ -413,5 +413,9 @@
         <source>About %1 left</source>
         <translation>Noch etwa %1</translation>
     </message>
+    <message>
+        <source>Appending records to “%1”</source>
+        <translation>Datensätze werden an „%1“ angehängt</translation>
+    </message>
 </context>
 </TS>

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace {
 
 struct FormatCase
@@ -168,6 +170,14 @@ TEST(ProgressDialog, WorkStopsWhenTheWindowGoesWithItsParent)
     QTest::qSleep(40);
     EXPECT_FALSE(progress(2, -1));
     EXPECT_FALSE(progress(3, -1));
+}
+
+TEST(ProgressDialog, NeedsTheThreadOfTheWindows)
+{
+    EXPECT_TRUE(CTxDlgProgress::IsAvailable());
+    bool elsewhere = true;
+    std::thread([&] { elsewhere = CTxDlgProgress::IsAvailable(); }).join();
+    EXPECT_FALSE(elsewhere);
 }
 
 TEST(ProgressDialog, UnknownTotalsShowABusyBarAndPercentsAreKeptIn)
