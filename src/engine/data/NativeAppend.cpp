@@ -3,6 +3,7 @@
 #include "engine/base/TxSqlite.h"
 #include "engine/data/GeoPackageRecount.h"
 #include "engine/data/NativeSchema.h"
+#include "engine/data/SqliteRowSource.h"
 #include "engine/data/TxGeoPackageBlob.h"
 #include "engine/data/TxQueryPlan.h"
 #include "engine/data/TxSpatialIndex.h"
@@ -22,6 +23,7 @@ using TxSqlite::Statement;
 namespace {
 
 constexpr qint64 stepRecords = 1000;
+constexpr char rowsName[] = "tdb_appended_rows";
 
 bool isText(qint16 type)
 {
@@ -92,6 +94,33 @@ QString columnOf(OGRLayer &layer, int ogrIndex)
 
 } // namespace
 
+/// The records of the source, as the target's connection reads them.
+class NativeAppend::Rows : public SqliteRowSource
+{
+public:
+    Rows(NativeAppend &owner, sqlite3 *source, const QString &select, const Step &step)
+        : SqliteRowSource(owner.columnCount()), m_owner(owner), m_select(source, select), m_step(step)
+    {
+    }
+    ~Rows() override { detach(); }
+
+    Move next() override;
+    bool give(int column, sqlite3_context *result) override;
+
+    qint64 given() const { return m_given; }
+    bool isStopped() const { return m_isStopped; }
+    /// Copied as long as nothing spoke against it.
+    Result outcome() const { return m_outcome; }
+
+private:
+    NativeAppend &m_owner;
+    Statement m_select;
+    const Step &m_step;
+    qint64 m_given = 0;
+    bool m_isStopped = false;
+    Result m_outcome = Result::Copied;
+};
+
 NativeAppend::NativeAppend(const TxRecordsetPrivate &source, TxVectorPrivate &target, const AppendFields &fields)
     : m_source(source), m_target(target), m_from(source.vector().layer()), m_to(target.layer())
 {
@@ -112,7 +141,7 @@ bool NativeAppend::isPossible()
         return false;
     if (*m_from->GetFIDColumn() == '\0' || *m_to->GetFIDColumn() == '\0')
         return false;
-    return knowsGeometry() && addDerived();
+    return knowsGeometry() && addDerived() && columnCount() > 0;
 }
 
 bool NativeAppend::addPairs(const AppendFields &fields)
@@ -191,6 +220,11 @@ bool NativeAppend::knowsGeometry()
     return true;
 }
 
+int NativeAppend::columnCount() const
+{
+    return static_cast<int>(m_columns.size()) + (m_tagIndex >= 0 ? 1 : 0) + (m_hasGeometry ? 1 : 0);
+}
+
 QString NativeAppend::insertText() const
 {
     QStringList columns;
@@ -201,11 +235,11 @@ QString NativeAppend::insertText() const
     if (m_hasGeometry)
         columns.append(TxGdal::quoteIdentifier(QString::fromUtf8(m_to->GetGeometryColumn())));
     const QString table = TxGdal::quoteIdentifier(QString::fromUtf8(m_target.source));
-    if (columns.isEmpty())
-        return QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(table);
-    const QStringList places(columns.size(), QStringLiteral("?"));
-    return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-        .arg(table, columns.join(QStringLiteral(", ")), places.join(QStringLiteral(", ")));
+    QStringList given;
+    for (int i = 0; i < columns.size(); ++i)
+        given.append(QStringLiteral("c%1").arg(i));
+    return QStringLiteral("INSERT INTO %1 (%2) SELECT %3 FROM %4")
+        .arg(table, columns.join(QStringLiteral(", ")), given.join(QStringLiteral(", ")), QLatin1String(rowsName));
 }
 
 NativeAppend::Result NativeAppend::run(const Step &step)
@@ -239,93 +273,121 @@ NativeAppend::Result NativeAppend::copyAll(const Step &step)
                               .arg(plan->mainAlias(), TxGdal::quoteIdentifier(idColumn(m_source.vector())))
                               .arg(m_lastId));
     const QString geometry = m_hasGeometry ? QString::fromUtf8(m_from->GetGeometryColumn()) : QString();
-    Statement select(TxSqlite::connection(*m_source.vector().dataSource().gdal),
-                     plan->select(idColumn, geometry, conditions));
+    const QString select = plan->select(idColumn, geometry, conditions);
+
     sqlite3 *database = TxSqlite::connection(*m_target.dataSource().gdal);
-    Statement insert(database, insertText());
-    if (insert.failed())
-        return Result::Failed;
-    while (select.next()) {
-        m_currentId = select.integer(0);
-        const size_t entriesBefore = m_entries.size();
-        const Result result = copyRecord(select.handle(), insert.handle());
-        if (result != Result::Copied)
-            return result;
-        if (!insert.run())
-            return Result::Failed;
-        m_lastWritten = sqlite3_last_insert_rowid(database);
-        if (m_entries.size() > entriesBefore)
-            m_entries.back().id = m_lastWritten;
-        ++m_copied;
-        if (m_copied % stepRecords == 0 && !step(m_copied))
-            return Result::Failed;
+    Result result = Result::Copied;
+    QString failure;
+    {
+        const TxGdal::ErrorCollector errors; // a record that needs the general way is no failure
+        Rows rows(*this, TxSqlite::connection(*m_source.vector().dataSource().gdal), select, step);
+        const bool done = rows.attach(database, rowsName) && TxSqlite::execute(database, insertText());
+        m_copied = rows.given();
+        result = done || rows.outcome() != Result::Copied ? rows.outcome() : Result::Failed;
+        if (result == Result::Failed && !rows.isStopped())
+            failure = errors.text();
     }
+    if (!failure.isEmpty())
+        CPLError(CE_Failure, CPLE_AppDefined, "%s", failure.toUtf8().constData());
+    if (result != Result::Copied)
+        return result;
     m_currentId = -1;
-    if (select.failed())
-        return Result::Failed;
+    // New identifiers follow one another.
+    m_lastWritten = sqlite3_last_insert_rowid(database);
+    for (TxPackedRtree::Entry &entry : m_entries)
+        entry.id += m_lastWritten - m_copied + 1;
     return Result::Copied;
 }
 
-NativeAppend::Result NativeAppend::copyRecord(sqlite3_stmt *from, sqlite3_stmt *to)
+SqliteRowSource::Move NativeAppend::Rows::next()
 {
-    int parameter = 0;
-    for (const Column &column : m_columns) {
-        if (!bindValue(column, from, to, ++parameter))
-            return Result::Unfit;
+    if (m_given > 0 && m_given % stepRecords == 0 && !m_step(m_given)) {
+        m_outcome = Result::Failed;
+        m_isStopped = true;
+        return Move::Failed;
     }
-    if (m_tagIndex >= 0)
-        sqlite3_bind_text(to, ++parameter, m_tag.constData(), static_cast<int>(m_tag.size()), SQLITE_STATIC);
-    return !m_hasGeometry || bindGeometry(from, to, ++parameter) ? Result::Copied : Result::Unfit;
+    if (!m_select.next()) {
+        m_outcome = m_select.failed() ? Result::Failed : Result::Copied;
+        return m_select.failed() ? Move::Failed : Move::End;
+    }
+    m_owner.m_currentId = m_select.integer(0);
+    ++m_given;
+    return Move::Row;
 }
 
-/// Binds texts and bytes where they are: they stay until the query moves on.
-bool NativeAppend::bindValue(const Column &column, sqlite3_stmt *from, sqlite3_stmt *to, int parameter) const
+bool NativeAppend::Rows::give(int column, sqlite3_context *result)
+{
+    const std::vector<Column> &columns = m_owner.m_columns;
+    const auto place = static_cast<size_t>(column);
+    bool fits = true;
+    if (place < columns.size())
+        fits = giveValue(columns[place], m_select.handle(), result);
+    else if (place == columns.size() && m_owner.m_tagIndex >= 0)
+        sqlite3_result_text(result, m_owner.m_tag.constData(), static_cast<int>(m_owner.m_tag.size()), SQLITE_STATIC);
+    else
+        fits = m_owner.giveGeometry(m_select.handle(), m_given - 1, result);
+    if (!fits)
+        m_outcome = Result::Unfit;
+    return fits;
+}
+
+/// Gives texts and bytes where they are: they stay until the query moves on.
+bool NativeAppend::giveValue(const Column &column, sqlite3_stmt *from, sqlite3_context *result)
 {
     const int at = column.from;
-    const auto isInRange = [&column](double number) { return number >= column.lowest && number <= column.highest; };
-    const auto text = [from, at] { return reinterpret_cast<const char *>(sqlite3_column_text(from, at)); };
     const int stored = sqlite3_column_type(from, at);
-    if (stored == SQLITE_NULL)
-        return column.isNullable && sqlite3_bind_null(to, parameter) == SQLITE_OK;
-    const bool isTextual = stored == SQLITE_TEXT;
+    if (stored == SQLITE_NULL) {
+        sqlite3_result_null(result);
+        return column.isNullable;
+    }
+    const auto isInRange = [&column](double number) { return number >= column.lowest && number <= column.highest; };
     switch (column.check) {
-    case Check::Whole:
-        return stored == SQLITE_INTEGER && isInRange(static_cast<double>(sqlite3_column_int64(from, at))) &&
-               sqlite3_bind_int64(to, parameter, sqlite3_column_int64(from, at)) == SQLITE_OK;
-    case Check::Real:
-        return stored == SQLITE_FLOAT && isInRange(sqlite3_column_double(from, at)) &&
-               sqlite3_bind_double(to, parameter, sqlite3_column_double(from, at)) == SQLITE_OK;
+    case Check::Whole: {
+        const qint64 number = sqlite3_column_int64(from, at);
+        sqlite3_result_int64(result, number);
+        return stored == SQLITE_INTEGER && isInRange(static_cast<double>(number));
+    }
+    case Check::Real: {
+        const double number = sqlite3_column_double(from, at);
+        sqlite3_result_double(result, number);
+        return stored == SQLITE_FLOAT && isInRange(number);
+    }
     case Check::Bytes: {
         const void *bytes = sqlite3_column_blob(from, at);
         const int size = sqlite3_column_bytes(from, at);
-        return stored == SQLITE_BLOB && size <= column.safeBytes &&
-               (size > 0 ? sqlite3_bind_blob(to, parameter, bytes, size, SQLITE_STATIC)
-                         : sqlite3_bind_zeroblob(to, parameter, 0)) == SQLITE_OK;
+        if (size > 0)
+            sqlite3_result_blob(result, bytes, size, SQLITE_STATIC);
+        else
+            sqlite3_result_zeroblob(result, 0);
+        return stored == SQLITE_BLOB && size <= column.safeBytes;
     }
     case Check::AsItIs:
-        return sqlite3_bind_value(to, parameter, sqlite3_column_value(from, at)) == SQLITE_OK;
+        sqlite3_result_value(result, sqlite3_column_value(from, at));
+        return true;
     case Check::Text:
-        if (!isTextual || sqlite3_column_bytes(from, at) > column.safeBytes ||
-            !isCleanText(text(), sqlite3_column_bytes(from, at)))
-            return false;
-        break;
     case Check::Moment:
-        if (!isTextual || !isMoment(text(), sqlite3_column_bytes(from, at)))
-            return false;
-        break;
     case Check::TimeOfDay:
-        if (!isTextual || !isTimeOfDay(text(), sqlite3_column_bytes(from, at)))
-            return false;
         break;
     }
-    return sqlite3_bind_text(to, parameter, text(), sqlite3_column_bytes(from, at), SQLITE_STATIC) == SQLITE_OK;
+    if (stored != SQLITE_TEXT)
+        return false;
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(from, at));
+    const int size = sqlite3_column_bytes(from, at);
+    sqlite3_result_text(result, text, size, SQLITE_STATIC);
+    if (column.check == Check::Moment)
+        return isMoment(text, size);
+    if (column.check == Check::TimeOfDay)
+        return isTimeOfDay(text, size);
+    return size <= column.safeBytes && isCleanText(text, size);
 }
 
-bool NativeAppend::bindGeometry(sqlite3_stmt *from, sqlite3_stmt *to, int parameter)
+bool NativeAppend::giveGeometry(sqlite3_stmt *from, qint64 place, sqlite3_context *result)
 {
-    if (sqlite3_column_type(from, m_geometryColumn) == SQLITE_NULL)
-        return sqlite3_bind_null(to, parameter) == SQLITE_OK;
     const auto *bytes = static_cast<const char *>(sqlite3_column_blob(from, m_geometryColumn));
+    if (!bytes) {
+        sqlite3_result_null(result);
+        return sqlite3_column_type(from, m_geometryColumn) == SQLITE_NULL;
+    }
     const int size = sqlite3_column_bytes(from, m_geometryColumn);
     const TxGeoPackageBlob blob(QByteArrayView(bytes, size));
     if (!blob.isValid())
@@ -336,16 +398,19 @@ bool NativeAppend::bindGeometry(sqlite3_stmt *from, sqlite3_stmt *to, int parame
     if (const std::optional<OGREnvelope> box = blob.bounds()) {
         m_bounds.Merge(*box);
         if (m_isIndexed)
-            m_entries.push_back(TxPackedRtree::entryOf(0, *box)); // the identifier comes with the insertion
+            m_entries.push_back(TxPackedRtree::entryOf(place, *box));
     }
-    if (blob.systemId() == m_systemId)
-        return sqlite3_bind_blob(to, parameter, bytes, size, SQLITE_STATIC) == SQLITE_OK;
+    if (blob.systemId() == m_systemId) {
+        sqlite3_result_blob(result, bytes, size, SQLITE_STATIC);
+        return true;
+    }
     m_geometry.resize(size);
     std::memcpy(m_geometry.data(), bytes, static_cast<size_t>(size));
-    char *place = m_geometry.data() + TxGeoPackageBlob::systemIdOffset;
+    char *system = m_geometry.data() + TxGeoPackageBlob::systemIdOffset;
     if (blob.isLittleEndian())
-        qToLittleEndian<qint32>(m_systemId, place);
+        qToLittleEndian<qint32>(m_systemId, system);
     else
-        qToBigEndian<qint32>(m_systemId, place);
-    return sqlite3_bind_blob(to, parameter, m_geometry.constData(), size, SQLITE_STATIC) == SQLITE_OK;
+        qToBigEndian<qint32>(m_systemId, system);
+    sqlite3_result_blob(result, m_geometry.constData(), size, SQLITE_STATIC);
+    return true;
 }

@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+struct sqlite3_context;
 struct sqlite3_stmt;
 
 /// Copies records from a GeoPackage's table to another one's (or the same one's) by SQLite alone, value by value as
@@ -59,14 +60,16 @@ private:
         bool isNullable;
     };
 
+    class Rows;
+
+    int columnCount() const;
     bool addPairs(const AppendFields &fields);
     bool addDerived();
     bool knowsGeometry();
     QString insertText() const;
     Result copyAll(const Step &step);
-    Result copyRecord(sqlite3_stmt *from, sqlite3_stmt *to);
-    bool bindValue(const Column &column, sqlite3_stmt *from, sqlite3_stmt *to, int parameter) const;
-    bool bindGeometry(sqlite3_stmt *from, sqlite3_stmt *to, int parameter);
+    static bool giveValue(const Column &column, sqlite3_stmt *from, sqlite3_context *result);
+    bool giveGeometry(sqlite3_stmt *from, qint64 place, sqlite3_context *result);
 
     const TxRecordsetPrivate &m_source;
     TxVectorPrivate &m_target;
