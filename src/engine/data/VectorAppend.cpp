@@ -339,11 +339,12 @@ bool VectorAppend::store()
     if (!change.isOpen())
         return fail(QStringLiteral("the storage takes no changes"));
     bool done = !makesTag() || makeTag();
+    if (done && !m_target.idleLayer())
+        done = fail(QStringLiteral("it is no longer in “%1”").arg(m_target.dataSource().alias));
     if (done) {
-        OGRLayer *layer = m_target.idleLayer();
         AppendWriter writer(m_source, m_target, m_tagIndex, m_reprojector.get(), m_def.bounds);
         TxVectorState::clearUpperHalves();
-        done = layer && fillTag(writer) && copyRecords(writer, change);
+        done = fillTag(writer) && copyRecords(writer, change);
     }
     if (done && (!change.commit() || m_errors.hasFailure()))
         done = fail(QStringLiteral("the storage does not keep the records"));

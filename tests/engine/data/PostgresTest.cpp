@@ -329,6 +329,8 @@ TEST_F(Postgres, AppendsWholeOrNotAtAll)
     EXPECT_TRUE(heap->Append(query(heap, "\"Size\" < 3").get())) << lastError();
     ASSERT_TRUE(source->CommitTrans()) << lastError();
     EXPECT_EQ(heap->GetRecordCount(), 3003);
+    EXPECT_TRUE(heap->Append(query(heap, "\"Size\" < 3").get())) << lastError();
+    EXPECT_EQ(heap->GetRecordCount(), 3009);
 
     // The session ends half-way.
     def.progress = [&](qint64 done, qint64) {
@@ -340,7 +342,7 @@ TEST_F(Postgres, AppendsWholeOrNotAtAll)
     sources.Close("db");
     source = connect();
     ASSERT_TRUE(source);
-    EXPECT_EQ(vector(source, "Heap")->GetRecordCount(), 3003);
+    EXPECT_EQ(vector(source, "Heap")->GetRecordCount(), 3009);
     EXPECT_TRUE(source->DeleteDataset("Heap")) << lastError();
 }
 

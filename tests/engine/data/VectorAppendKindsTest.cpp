@@ -245,6 +245,34 @@ TEST_F(VectorAppendKinds, RectangleCutsLinesAndRegions)
     EXPECT_EQ(cutDrawing->GetBounds(), CRect2D(0, 0, 10, 10));
 }
 
+/// Formats that are only read, with what they alone have.
+TEST_F(VectorAppendKinds, OtherFormatsAreSources)
+{
+    ASSERT_TRUE(SampleFiles::write(path("plan.dxf"), "  0\nSECTION\n  2\nENTITIES\n  0\nTEXT\n  8\n0\n 10\n3.0\n"
+                                                     " 20\n4.0\n 40\n2.0\n  1\nhere\n 50\n30.0\n  0\nENDSEC\n"
+                                                     "  0\nEOF\n"));
+    CDatasetVector *plan = vector(open(path("plan.dxf")));
+    CDatasetVector *texts = make("Texts", Info::Text, {Field("Layer", Field::Text, 10)});
+    ASSERT_TRUE(texts->Append(query(plan).get())) << lastError();
+    const std::unique_ptr<CElemGeometry> got = geometryOf(*query(texts));
+    const auto *text = dynamic_cast<const CGeoText *>(got.get());
+    ASSERT_TRUE(text);
+    EXPECT_EQ(text->GetText(), "here");
+    EXPECT_EQ(text->GetAngle(), 30.0);
+    EXPECT_EQ(text->GetBounds(), CRect2D(3, 4, 3, 4));
+    EXPECT_EQ(textOf(*query(texts), "Layer"), "0");
+
+    for (const char *driver : {"GeoJSON", "CSV", "MapInfo File", "GML"}) {
+        const QString file =
+            path(QString("points.") + (qstrcmp(driver, "MapInfo File") == 0 ? "mif" : QString(driver).toLower()));
+        ASSERT_TRUE(SampleFiles::makePoints(file, driver)) << driver;
+        CDatasetVector *to = make(QByteArray("From") + QByteArray(driver).left(4).trimmed(), Info::Point,
+                                  {Field("NAME", Field::Text, 20), Field("n", Field::Short)});
+        EXPECT_TRUE(to->Append(query(vector(open(file))).get())) << driver << ": " << lastError();
+        EXPECT_EQ(column(*query(to), "NAME"), "one two three") << driver;
+    }
+}
+
 TEST_F(VectorAppendKinds, PlacesAreThoseOfTheTargetsCoordinateSystem)
 {
     CDatasetVector *degrees = make("Degrees", Info::Line3D, {}, "EPSG:4326");
@@ -350,11 +378,15 @@ TEST_F(VectorAppendKinds, MisuseIsRefusedAndHarmless)
     };
     EXPECT_FALSE(to->Append(records.get(), def));
     EXPECT_EQ(to->GetRecordCount(), count);
+    CTxDataSource *again = open(path("new.tdb"), "again");
+    EXPECT_TRUE(to->Append(query(vector(again, "From"), "TxID <= 2").get())) << "the same file: " << lastError();
+    sources.Close("again");
+    EXPECT_EQ(to->GetRecordCount(), count + 2);
     CTxQueryDef joined;
     joined.joins = {{"To", "TxUserID", "TxUserID", CTxJoinItem::LeftJoin}};
     joined.filter = "TxID = 1";
     EXPECT_TRUE(to->Append(query(from, joined).get())) << "its partners grow while it is read: " << lastError();
-    EXPECT_EQ(to->GetRecordCount(), 2 * count);
+    EXPECT_EQ(to->GetRecordCount(), 2 * (count + 2));
 }
 
 } // namespace
