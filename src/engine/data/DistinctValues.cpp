@@ -1,156 +1,120 @@
 #include "engine/base/TxErrorMsg.h"
 #include "engine/base/TxVectorState.h"
 #include "engine/data/TxFieldTypes.h"
+#include "engine/data/TxKeySet.h"
 #include "engine/data/TxRecordset.h"
 #include "engine/data/TxRecordsetPrivate.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
-#include <cstring>
-#include <functional>
 #include <limits>
-#include <string_view>
+#include <utility>
 
 namespace {
 
-/// A set of keys: numbers, and texts by their hash and their bytes. Open addressing, since a node for each of a million
-/// keys costs more than reading their records.
-class KeySet
-{
-public:
-    /// @return false when the number is there already.
-    bool insert(quint64 key) { return insert(key, nullptr); }
-    bool insert(std::string_view bytes) { return insert(std::hash<std::string_view>()(bytes), &bytes); }
-    void clear() { *this = KeySet(); }
+constexpr quint64 signBit = quint64(1) << 63;
 
-private:
-    struct Slot
+/// @name Numbers as unsigned whole ones in the same order, and back.
+/// @{
+quint64 keyOf(qint64 value)
+{
+    return static_cast<quint64>(value) ^ signBit;
+}
+qint64 integerOf(quint64 key)
+{
+    return static_cast<qint64>(key ^ signBit);
+}
+/// There is one zero, and one "no number", behind all others.
+quint64 keyOf(double value)
+{
+    const auto bits =
+        std::bit_cast<quint64>(std::isnan(value) ? std::numeric_limits<double>::quiet_NaN() : value + 0.0);
+    return bits & signBit ? ~bits : bits | signBit;
+}
+double realOf(quint64 key)
+{
+    return std::bit_cast<double>(key & signBit ? key ^ signBit : ~key);
+}
+/// @}
+
+/// A moment as a number; its order is that of the clock, whatever the zone.
+quint64 keyOf(const OGRField &moment)
+{
+    const auto &date = moment.Date;
+    const auto milliseconds = static_cast<quint64>(std::lround(double(date.Second) * 1000.0));
+    return quint64(static_cast<quint16>(date.Year)) << 44 | quint64(date.Month) << 40 | quint64(date.Day) << 35 |
+           quint64(date.Hour) << 30 | quint64(date.Minute) << 24 | milliseconds << 8 | date.TZFlag;
+}
+OGRField momentOf(quint64 key)
+{
+    OGRField moment = {};
+    auto &date = moment.Date;
+    date.Year = static_cast<GInt16>(key >> 44);
+    date.Month = key >> 40 & 15;
+    date.Day = key >> 35 & 31;
+    date.Hour = key >> 30 & 31;
+    date.Minute = key >> 24 & 63;
+    date.Second = static_cast<float>(key >> 8 & 0xffff) / 1000.0F;
+    date.TZFlag = key & 255;
+    return moment;
+}
+
+/// Sorts by the bytes of the numbers, the last first; bytes that are the same in all are passed over.
+void sortNumbers(std::vector<quint64> &numbers)
+{
+    std::array<std::array<size_t, 256>, 8> counts = {};
+    for (const quint64 number : numbers) {
+        for (size_t byte = 0; byte < 8; ++byte)
+            ++counts[byte][number >> (8 * byte) & 255];
+    }
+    std::vector<quint64> sorted(numbers.size());
+    for (size_t byte = 0; byte < 8; ++byte) {
+        auto &places = counts[byte];
+        if (std::find(places.begin(), places.end(), numbers.size()) != places.end())
+            continue;
+        size_t place = 0;
+        for (size_t &count : places)
+            place += std::exchange(count, place);
+        for (const quint64 number : numbers)
+            sorted[places[number >> (8 * byte) & 255]++] = number;
+        numbers.swap(sorted);
+    }
+}
+
+/// Sorts texts by their bytes. What all begin with is passed over, and the eight bytes behind it stand in a number:
+/// so two texts themselves are rarely looked at.
+void sortTexts(std::vector<std::string_view> &texts)
+{
+    if (texts.empty())
+        return;
+    size_t common = texts.front().size();
+    for (const std::string_view &text : texts) {
+        const auto end = texts.front().begin() + std::min(common, text.size());
+        common =
+            static_cast<size_t>(std::mismatch(texts.front().begin(), end, text.begin()).first - texts.front().begin());
+    }
+    struct Entry
     {
-        quint64 key;
-        quint64 place; ///< of a text one more than where its size and bytes begin; of a number 1; 0 for a free slot
+        quint64 leading;
+        std::string_view text;
     };
-
-    bool insert(quint64 key, const std::string_view *bytes)
-    {
-        if (m_count * 2 >= m_slots.size())
-            grow();
-        Slot *slot = &m_slots[firstPlace(key)];
-        while (slot->place != 0) {
-            if (slot->key == key && (!bytes || bytesAt(slot->place - 1) == *bytes))
-                return false;
-            if (++slot == m_slots.data() + m_slots.size())
-                slot = m_slots.data();
-        }
-        *slot = {key, bytes ? m_bytes.size() + 1 : 1};
-        if (bytes) {
-            const size_t size = bytes->size();
-            m_bytes.append(reinterpret_cast<const char *>(&size), sizeof size).append(*bytes);
-        }
-        ++m_count;
-        return true;
+    std::vector<Entry> entries;
+    entries.reserve(texts.size());
+    for (const std::string_view &text : texts) {
+        quint64 leading = 0;
+        for (size_t i = common; i < common + 8; ++i)
+            leading = leading << 8 | (i < text.size() ? static_cast<uchar>(text[i]) : 0U);
+        entries.push_back({leading, text});
     }
-
-    /// Fibonacci hashing: numbers that follow one another are spread over the slots.
-    size_t firstPlace(quint64 key) const { return (key * 0x9e3779b97f4a7c15U) >> m_shift; }
-
-    std::string_view bytesAt(size_t place) const
-    {
-        size_t size = 0;
-        std::memcpy(&size, m_bytes.data() + place, sizeof size);
-        return std::string_view(m_bytes).substr(place + sizeof size, size);
-    }
-
-    void grow()
-    {
-        std::vector<Slot> old(m_slots.empty() ? 1024 : m_slots.size() * 2, Slot{0, 0});
-        old.swap(m_slots);
-        m_shift = 64 - std::countr_zero(m_slots.size());
-        for (const Slot &taken : old) {
-            size_t place = firstPlace(taken.key);
-            while (taken.place != 0 && m_slots[place].place != 0)
-                place = (place + 1) % m_slots.size();
-            if (taken.place != 0)
-                m_slots[place] = taken;
-        }
-    }
-
-    std::vector<Slot> m_slots;
-    std::string m_bytes;
-    size_t m_count = 0;
-    int m_shift = 64;
-};
-
-/// Whole numbers as unsigned ones in the same order.
-quint64 ascending(qint64 value)
-{
-    return static_cast<quint64>(value) ^ (quint64(1) << 63);
+    std::sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
+        return a.leading != b.leading ? a.leading < b.leading : a.text < b.text;
+    });
+    std::transform(entries.begin(), entries.end(), texts.begin(), [](const Entry &entry) { return entry.text; });
 }
 
-/// Real numbers as whole ones in the same order; what is no number comes last.
-quint64 ascending(double value)
-{
-    if (std::isnan(value))
-        return std::numeric_limits<quint64>::max();
-    const auto bits = std::bit_cast<quint64>(value + 0.0); // one zero
-    return bits >> 63 ? ~bits : bits | quint64(1) << 63;
-}
-
-/// The first characters of a text, or bytes, as a number in the order of the texts.
-template<class Text>
-quint64 leading(const Text &text, int bits)
-{
-    quint64 prefix = 0;
-    for (size_t i = 0; i < size_t(64 / bits); ++i)
-        prefix = prefix << bits | (i < text.size() ? static_cast<quint64>(text[i]) : 0);
-    return prefix;
-}
-
-/// A value with a number that tells most of its order, so that sorting does not touch the values themselves.
-struct SortEntry
-{
-    quint64 prefix;
-    const CTxVariant *value;
-
-    static quint64 prefixOf(const CTxVariant &value)
-    {
-        switch (value.GetType()) {
-        case CTxVariant::Boolean:
-            return value.toBool() ? 1 : 0;
-        case CTxVariant::Float:
-        case CTxVariant::Double:
-        case CTxVariant::Currency:
-            return ascending(value.toDouble());
-        case CTxVariant::String: {
-            const QString text = value.toText();
-            return leading(std::u16string_view(reinterpret_cast<const char16_t *>(text.utf16()), size_t(text.size())),
-                           16);
-        }
-        case CTxVariant::ByteArray: {
-            const QByteArray bytes = value.toBytes();
-            return leading(
-                std::basic_string_view(reinterpret_cast<const uchar *>(bytes.constData()), size_t(bytes.size())), 8);
-        }
-        default: // whole numbers and dates
-            return ascending(value.toInt64());
-        }
-    }
-
-    std::strong_ordering operator<=>(const SortEntry &other) const
-    {
-        if (prefix != other.prefix)
-            return prefix <=> other.prefix;
-        int order = 0;
-        if (value->GetType() == CTxVariant::String)
-            order = QString::compare(value->toText(), other.value->toText());
-        else if (value->GetType() == CTxVariant::ByteArray)
-            order = value->toBytes().compare(other.value->toBytes());
-        return order <=> 0;
-    }
-    bool operator==(const SortEntry &other) const { return *this <=> other == 0; }
-};
-
-/// Gathers the different ones among the values of a field.
+/// Gathers the different ones among the values of a field, as the storage gives them.
 class DistinctValues
 {
 public:
@@ -158,83 +122,121 @@ public:
 
     void add(const TxRawValue &raw)
     {
-        if (raw.kind == TxRawValue::Null) {
+        switch (raw.kind) {
+        case TxRawValue::Null:
             m_hasNull = true;
-        } else if (isNew(raw)) {
-            m_values.push_back(TxFieldTypes::fromRaw(raw, m_type));
-            // Of a few that are wanted among millions that differ, those too large go again and again.
-            constexpr qint64 plenty = 65536;
-            if (m_limit >= 0 && qint64(m_values.size()) >= plenty + 2 * m_limit)
-                sortAndCut();
+            return;
+        case TxRawValue::Integer:
+            m_keys.insert(keyOf(raw.integer));
+            break;
+        case TxRawValue::Real:
+            m_keys.insert(keyOf(raw.real));
+            break;
+        case TxRawValue::Moment:
+            m_keys.insert(keyOf(raw.moment));
+            break;
+        case TxRawValue::Text:
+        case TxRawValue::Bytes:
+            m_keys.insert(std::string_view(raw.data, raw.size));
+            break;
         }
+        m_kind = raw.kind;
+        // Of a few that are wanted among millions that differ, those too large go again and again.
+        constexpr size_t plenty = 65536;
+        if (m_limit >= 0 && m_keys.size() >= plenty + 2 * static_cast<size_t>(m_limit) && keepsOrder())
+            dropLarge();
     }
 
     QList<CTxVariant> take()
     {
-        sortAndCut();
-        QList<CTxVariant> all;
-        all.reserve(qsizetype(m_values.size()) + 1);
-        if (m_hasNull && m_limit != 0)
-            all.append(CTxVariant::null());
-        for (CTxVariant &value : m_values) {
-            if (m_limit >= 0 && all.size() >= m_limit)
-                break;
-            all.append(std::move(value));
+        QList<CTxVariant> values;
+        values.reserve(static_cast<qsizetype>(m_keys.size()) + 1);
+        if (m_hasNull)
+            values.append(CTxVariant::null());
+        if (isText()) {
+            for (const std::string_view &text : sortedTexts())
+                values.append(TxFieldTypes::fromRaw(TxRawValue::ofData(m_kind, text.data(), text.size()), m_type));
+        } else {
+            for (const quint64 key : sortedNumbers())
+                values.append(TxFieldTypes::fromRaw(rawOf(key), m_type));
         }
-        return all;
+        if (!keepsOrder()) {
+            const auto isLess = [](const CTxVariant &a, const CTxVariant &b) { return orderOf(a) < orderOf(b); };
+            if (!std::is_sorted(values.begin(), values.end(), isLess))
+                std::sort(values.begin(), values.end(), isLess);
+            values.erase(std::unique(values.begin(), values.end()), values.end());
+        }
+        if (m_limit >= 0 && values.size() > m_limit)
+            values.resize(m_limit);
+        return values;
     }
 
 private:
-    bool isNew(const TxRawValue &raw)
+    bool isText() const { return m_kind == TxRawValue::Text || m_kind == TxRawValue::Bytes; }
+
+    /// True when the values of the field differ, and follow one another, just as those in the storage: neither rounded
+    /// nor cut nor turned to another zone.
+    bool keepsOrder() const
     {
-        switch (raw.kind) {
-        case TxRawValue::Integer:
-            return m_keys.insert(static_cast<quint64>(raw.integer));
-        case TxRawValue::Real:
-            return m_keys.insert(std::bit_cast<quint64>(raw.real));
-        case TxRawValue::Moment: {
-            const auto &date = raw.moment.Date;
-            const auto milliseconds = static_cast<quint64>(std::lround(double(date.Second) * 1000.0));
-            quint64 key = static_cast<quint16>(date.Year);
-            for (const auto &[part, bits] : {std::pair<quint64, int>{date.Month, 4},
-                                             {date.Day, 5},
-                                             {date.Hour, 5},
-                                             {date.Minute, 6},
-                                             {milliseconds, 16},
-                                             {date.TZFlag, 8}})
-                key = key << bits | part;
-            return m_keys.insert(key);
-        }
-        default:
-            return m_keys.insert(std::string_view(raw.data, raw.size));
-        }
+        constexpr std::array exact = {CTxFieldInfo::Long, CTxFieldInfo::Double, CTxFieldInfo::Numeric,
+                                      CTxFieldInfo::Float};
+        return isText() || std::find(exact.begin(), exact.end(), m_type) != exact.end();
     }
 
-    /// Sorts what there is, drops what is there twice (what differs in the storage may be equal as a value of the
-    /// field), and what is more than wanted.
-    void sortAndCut()
+    /// A number in the order of values that do not keep that of the storage; null comes first.
+    static double orderOf(const CTxVariant &value)
     {
-        std::vector<SortEntry> entries;
-        entries.reserve(m_values.size());
-        for (const CTxVariant &value : m_values)
-            entries.push_back({SortEntry::prefixOf(value), &value});
-        std::sort(entries.begin(), entries.end());
-        entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
-        if (m_limit >= 0 && qint64(entries.size()) > m_limit) {
-            entries.resize(size_t(m_limit));
-            m_keys.clear();
+        if (value.IsNull())
+            return -std::numeric_limits<double>::infinity();
+        if (value.GetType() == CTxVariant::Boolean)
+            return value.toBool() ? 1.0 : 0.0;
+        return value.GetType() == CTxVariant::Date ? static_cast<double>(value.toInt64()) : value.toDouble();
+    }
+
+    TxRawValue rawOf(quint64 key) const
+    {
+        if (m_kind == TxRawValue::Moment)
+            return TxRawValue::ofMoment(momentOf(key));
+        return m_kind == TxRawValue::Real ? TxRawValue::ofReal(realOf(key)) : TxRawValue::ofInteger(integerOf(key));
+    }
+
+    /// The keys ascending; where the order is kept, not more than are wanted.
+    std::vector<quint64> sortedNumbers() const
+    {
+        std::vector<quint64> numbers = m_keys.numbers();
+        sortNumbers(numbers);
+        numbers.resize(wantedOf(numbers.size()));
+        return numbers;
+    }
+    std::vector<std::string_view> sortedTexts() const
+    {
+        std::vector<std::string_view> texts = m_keys.texts();
+        sortTexts(texts);
+        texts.resize(wantedOf(texts.size()));
+        return texts;
+    }
+    size_t wantedOf(size_t count) const
+    {
+        return m_limit >= 0 && keepsOrder() ? std::min(count, static_cast<size_t>(m_limit)) : count;
+    }
+
+    void dropLarge()
+    {
+        TxKeySet kept;
+        if (isText()) {
+            for (const std::string_view &text : sortedTexts())
+                kept.insert(text);
+        } else {
+            for (const quint64 key : sortedNumbers())
+                kept.insert(key);
         }
-        std::vector<CTxVariant> kept;
-        kept.reserve(entries.size());
-        for (const SortEntry &entry : entries)
-            kept.push_back(*entry.value);
-        m_values.swap(kept);
+        m_keys = std::move(kept);
     }
 
     const qint16 m_type;
     const qint64 m_limit; // negative for none
-    KeySet m_keys;
-    std::vector<CTxVariant> m_values;
+    TxRawValue::Kind m_kind = TxRawValue::Null;
+    TxKeySet m_keys;
     bool m_hasNull = false;
 };
 
