@@ -41,8 +41,8 @@ private:
 class VectorAppend
 {
 public:
-    VectorAppend(TxVectorPrivate &target, CTxRecordset &recordset, const CTxAppendDef &def)
-        : m_target(target), m_recordset(recordset), m_source(TxRecordsetPrivate::of(recordset)), m_def(def)
+    VectorAppend(TxVectorPrivate &target, const CTxRecordset &recordset, const CTxAppendDef &def)
+        : m_target(target), m_source(TxRecordsetPrivate::of(recordset)), m_def(def)
     {
     }
 
@@ -64,6 +64,7 @@ private:
     bool copyOneByOne(AppendWriter &writer, AppendChange &change);
     NativeAppend::Result copyAsStored(const AppendWriter &writer);
     bool tellProgress();
+    bool isSourceAlive() const;
     bool goOn();
 
     /// Notes why the append fails. @return false, for the caller to return.
@@ -74,8 +75,8 @@ private:
     bool hasFailure() const;
 
     TxVectorPrivate &m_target;
-    CTxRecordset &m_recordset;
     TxRecordsetPrivate &m_source;
+    const std::weak_ptr<const bool> m_sourceLife = m_source.life;
     const CTxAppendDef &m_def;
     const TxGdal::ErrorCollector m_errors;
     int m_failuresBefore = TxGetErrorMsgObj().GetErrorCount();
@@ -260,12 +261,18 @@ bool VectorAppend::tellProgress()
     return goesOn || fail(QStringLiteral("it was stopped"));
 }
 
+/// The progress function may have given the recordset back.
+bool VectorAppend::isSourceAlive() const
+{
+    return !m_sourceLife.expired() && (m_spool || m_source.cursor);
+}
+
 /// To be called now and then. @return false when the work shall stop or cannot go on.
 bool VectorAppend::goOn()
 {
     if (!tellProgress())
         return false;
-    if (CTxRecordset::GetDatasetOf(&m_recordset) != m_source.dataset || (!m_spool && !m_source.cursor))
+    if (!isSourceAlive())
         return fail(QStringLiteral("its records were given back meanwhile"));
     TxVectorState::clearUpperHalves();
     return true;
@@ -273,7 +280,7 @@ bool VectorAppend::goOn()
 
 bool VectorAppend::copyRecords(AppendWriter &writer, AppendChange &change)
 {
-    if (!tellProgress())
+    if (!goOn())
         return false;
     const NativeAppend::Result result = copyAsStored(writer);
     if (result == NativeAppend::Result::Failed ||
