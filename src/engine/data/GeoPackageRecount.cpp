@@ -92,7 +92,8 @@ bool GeoPackageRecount::begin()
         return false;
     OGREnvelope before;
     if (layer->GetGeomType() != wkbNone)
-        std::ignore = layer->GetExtent(&before, TRUE); // the driver would take the extent of the new records for that of all
+        std::ignore =
+            layer->GetExtent(&before, TRUE); // the driver would take the extent of the new records for that of all
     // A statement that deletes nothing: the driver writes what it holds back and forgets the count it remembers. It
     // looks for the layer's name in the text.
     const QString table = QString::fromUtf8(m_target.source);
@@ -123,7 +124,7 @@ bool GeoPackageRecount::end(qint64 added, qint64 id, const OGREnvelope &bounds)
         return true;
     if (TxSqlite::integerOf(database, "SELECT count(*) FROM sqlite_master WHERE name = 'gpkg_ogr_contents'", {}) > 0) {
         // Without the trigger nobody kept the count: it is unknown.
-        Statement count(database, m_trigger.isEmpty()
+        Statement count(database, m_trigger.isEmpty() || added < 0
                                       ? "UPDATE gpkg_ogr_contents SET feature_count = nullif(?1, ?1) "
                                         "WHERE lower(table_name) = lower(?2)"
                                       : "UPDATE gpkg_ogr_contents SET feature_count = feature_count + ?1 "

@@ -16,8 +16,8 @@ public:
 
     /// To be called before records are added. @return false on failure, reported to the error collectors, as below.
     bool begin();
-    /// To be called behind the last of @p added records, one of which has the identifier @p id. @p bounds is what they
-    /// cover, not initialised when that is nothing.
+    /// To be called behind the last of @p added records (-1 when it is not known how many there are), one of which has
+    /// the identifier @p id. @p bounds is what they cover, not initialised when that is nothing.
     bool end(qint64 added, qint64 id, const OGREnvelope &bounds);
 
 private:

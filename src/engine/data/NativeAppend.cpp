@@ -253,12 +253,23 @@ NativeAppend::Result NativeAppend::run(const Step &step)
     if (!m_isIndexed && m_hasGeometry && m_to->TestCapability(OLCFastSpatialFilter))
         return Result::Unfit;
     Result result = recount.begin() ? copyAll(step) : Result::Failed;
-    if (result == Result::Copied && m_isIndexed && !m_target.pausedIndex()->resume(std::move(m_entries)))
+    if (result == Result::Copied && m_isIndexed && !enterEntries())
         result = Result::Failed;
     m_target.forgetPause();
-    if (result == Result::Copied && (!recount.end(m_copied, m_lastWritten, m_bounds) || !savepoint.release()))
+    if (result == Result::Copied &&
+        (!recount.end(m_isConsecutive ? m_copied : -1, m_lastWritten, m_bounds) || !savepoint.release()))
         result = Result::Failed;
     return result;
+}
+
+bool NativeAppend::enterEntries()
+{
+    TxSpatialIndex &index = *m_target.pausedIndex();
+    if (!m_isConsecutive)
+        return index.resume();
+    for (TxPackedRtree::Entry &entry : m_entries)
+        entry.id += m_lastWritten - m_copied + 1;
+    return index.resume(std::move(m_entries));
 }
 
 NativeAppend::Result NativeAppend::copyAll(const Step &step)
@@ -276,6 +287,7 @@ NativeAppend::Result NativeAppend::copyAll(const Step &step)
     const QString select = plan->select(idColumn, geometry, conditions);
 
     sqlite3 *database = TxSqlite::connection(*m_target.dataSource().gdal);
+    const qint64 changesBefore = sqlite3_total_changes64(database);
     Result result = Result::Copied;
     QString failure;
     {
@@ -292,10 +304,9 @@ NativeAppend::Result NativeAppend::copyAll(const Step &step)
     if (result != Result::Copied)
         return result;
     m_currentId = -1;
-    // New identifiers follow one another.
     m_lastWritten = sqlite3_last_insert_rowid(database);
-    for (TxPackedRtree::Entry &entry : m_entries)
-        entry.id += m_lastWritten - m_copied + 1;
+    // New identifiers follow one another, unless a trigger of the user's adds records of its own in between.
+    m_isConsecutive = sqlite3_total_changes64(database) - changesBefore == m_copied;
     return Result::Copied;
 }
 

@@ -68,6 +68,7 @@ private:
     bool knowsGeometry();
     QString insertText() const;
     Result copyAll(const Step &step);
+    bool enterEntries();
     static bool giveValue(const Column &column, sqlite3_stmt *from, sqlite3_context *result);
     bool giveGeometry(sqlite3_stmt *from, qint64 place, sqlite3_context *result);
 
@@ -80,15 +81,16 @@ private:
     int m_tagIndex = -1;
     QByteArray m_tag;
     qint64 m_lastId = -1;
-    bool m_hasGeometry = false; // on both sides
-    quint32 m_wkbType = 0;      // that geometries must have; 0 for any simple one
-    int m_geometryColumn = -1;  // of the query
-    qint32 m_systemId = 0;      // of the target's coordinate system
-    bool m_isIndexed = false;   // the target has a spatial index, which is paused
-    QByteArray m_geometry;      // the one that is written, where its system's number differs
-    std::vector<TxPackedRtree::Entry> m_entries;
-    OGREnvelope m_bounds; // of what was copied
+    bool m_hasGeometry = false;                  // on both sides
+    quint32 m_wkbType = 0;                       // that geometries must have; 0 for any simple one
+    int m_geometryColumn = -1;                   // of the query
+    qint32 m_systemId = 0;                       // of the target's coordinate system
+    bool m_isIndexed = false;                    // the target has a spatial index, which is paused
+    QByteArray m_geometry;                       // the one that is written, where its system's number differs
+    std::vector<TxPackedRtree::Entry> m_entries; // identifiers count from 0 until all are written
+    OGREnvelope m_bounds;                        // of what was copied
     qint64 m_copied = 0;
     qint64 m_currentId = -1;
     qint64 m_lastWritten = -1;
+    bool m_isConsecutive = true; // the new records' identifiers follow one another
 };

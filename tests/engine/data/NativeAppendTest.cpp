@@ -319,6 +319,25 @@ TEST_F(NativeAppend, StaysWithinOneFile)
     EXPECT_EQ(countWithin(other, CRect2D(-1, -1, 1e5, 1e5)), 196);
 }
 
+/// A trigger of the user's adds records in between; the index knows all of them by their right numbers.
+TEST_F(NativeAppend, LetsTriggersOfTheUserAddRecords)
+{
+    CDatasetVector *from = makeData(make("from"));
+    fill(from, 3000);
+    makeData(make("to"));
+    sources.Close("to");
+    ASSERT_TRUE(SqliteCheck(path("to.tdb"))
+                    .run("CREATE TRIGGER twice AFTER INSERT ON data WHEN NEW.whole = -1000 BEGIN "
+                         "INSERT INTO data (whole, TxGeometry) VALUES (5, NEW.TxGeometry); END"));
+    CDatasetVector *to = vector(open(path("to.tdb"), "to"), "data");
+    ASSERT_TRUE(to->Append(query(from).get())) << lastError();
+    EXPECT_EQ(SqliteCheck(path("to.tdb"))
+                  .text("SELECT count(*) FROM data JOIN rtree_data_TxGeometry ON id = TxID AND "
+                        "(minx = -whole OR whole = 5)"),
+              "2971");
+    EXPECT_EQ(query(to)->GetRecordCount(), 3001);
+}
+
 /// The program dies in the middle: the file is as it was.
 TEST_F(NativeAppend, KilledInTheMiddleLeavesTheTargetAsItWas)
 {
