@@ -74,8 +74,6 @@ public:
 
     CDatasetVector *const dataset;
     const CTxQueryDef query;
-    /// Held by this alone: whoever calls others in between sees by a weak pointer whether the recordset was given back.
-    const std::shared_ptr<const bool> life = std::make_shared<const bool>(true);
     std::vector<TxRecordsetField> fields; ///< made by setFields()
     size_t visibleCount = 0;              ///< how many of the fields are shown
     std::unique_ptr<TxCursor> cursor;     ///< null after end()

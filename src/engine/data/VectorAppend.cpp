@@ -1,4 +1,5 @@
 #include "engine/base/TxErrorMsg.h"
+#include "engine/base/TxHandle.h"
 #include "engine/base/TxSqlite.h"
 #include "engine/base/TxVectorState.h"
 #include "engine/data/AppendChange.h"
@@ -41,8 +42,8 @@ private:
 class VectorAppend
 {
 public:
-    VectorAppend(TxVectorPrivate &target, const CTxRecordset &recordset, const CTxAppendDef &def)
-        : m_target(target), m_source(TxRecordsetPrivate::of(recordset)), m_def(def)
+    VectorAppend(TxVectorPrivate &target, CTxRecordset &recordset, const CTxAppendDef &def)
+        : m_target(target), m_source(TxRecordsetPrivate::of(recordset)), m_recordset(&recordset), m_def(def)
     {
     }
 
@@ -76,7 +77,7 @@ private:
 
     TxVectorPrivate &m_target;
     TxRecordsetPrivate &m_source;
-    const std::weak_ptr<const bool> m_sourceLife = m_source.life;
+    const TxHandle<CTxRecordset> m_recordset; // whose inside m_source is
     const CTxAppendDef &m_def;
     const TxGdal::ErrorCollector m_errors;
     int m_failuresBefore = TxGetErrorMsgObj().GetErrorCount();
@@ -264,7 +265,7 @@ bool VectorAppend::tellProgress()
 /// The progress function may have given the recordset back.
 bool VectorAppend::isSourceAlive() const
 {
-    return !m_sourceLife.expired() && (m_spool || m_source.cursor);
+    return m_recordset.get() && (m_spool || m_source.cursor);
 }
 
 /// To be called now and then. @return false when the work shall stop or cannot go on.
