@@ -1,6 +1,7 @@
 #include "engine/data/AppendChange.h"
 
 #include "engine/base/TxSqlite.h"
+#include "engine/data/GeoPackageRecount.h"
 #include "engine/data/ShapefileKeeper.h"
 
 #include <ogrsf_frmts.h>
@@ -129,14 +130,9 @@ bool AppendChange::takeBackSavepoint()
         layer->SyncToDisk();
     const bool done = executeSql(QStringLiteral("ROLLBACK TO SAVEPOINT ") + QString::fromUtf16(savepointName)) &&
                       executeSql(QStringLiteral("RELEASE SAVEPOINT ") + QString::fromUtf16(savepointName));
-    if (m_dataSource.isGeoPackage() || m_dataSource.driver == "SQLite") {
-        // The driver forgets the count it remembers when it is shown a statement that might delete; it looks for the
-        // layer's name in the text. Its notion of the extent lasts until the storage is opened anew.
-        const QString table = QString::fromUtf8(m_target.source);
-        const QString sql = QStringLiteral("DELETE FROM %1 WHERE 0 AND %2 <> ''")
-                                .arg(TxGdal::quoteIdentifier(table), TxGdal::quoteText(table));
-        m_dataSource.gdal->ReleaseResultSet(m_dataSource.gdal->ExecuteSQL(sql.toUtf8().constData(), nullptr, nullptr));
-    }
+    // What the driver believes of the extent lasts until the storage is opened anew.
+    if (m_dataSource.isGeoPackage() || m_dataSource.driver == "SQLite")
+        GeoPackageRecount::forgetCount(m_target);
     return done;
 }
 

@@ -85,6 +85,18 @@ QString triggerName(const TxVectorPrivate &target)
 
 } // namespace
 
+bool GeoPackageRecount::forgetCount(TxVectorPrivate &target)
+{
+    // A statement that deletes nothing; the driver looks for the layer's name in the text.
+    const QString table = QString::fromUtf8(target.source);
+    const QString sql = QStringLiteral("DELETE FROM %1 WHERE 0 AND %2 <> ''")
+                            .arg(TxGdal::quoteIdentifier(table), TxGdal::quoteText(table));
+    GDALDataset &storage = *target.dataSource().gdal;
+    const TxGdal::ErrorCollector errors;
+    storage.ReleaseResultSet(storage.ExecuteSQL(sql.toUtf8().constData(), nullptr, nullptr));
+    return !errors.hasFailure() || errors.fail(QStringLiteral("The count of the records cannot be read"));
+}
+
 bool GeoPackageRecount::begin()
 {
     OGRLayer *layer = m_target.idleLayer();
@@ -94,18 +106,10 @@ bool GeoPackageRecount::begin()
     if (layer->GetGeomType() != wkbNone)
         std::ignore =
             layer->GetExtent(&before, TRUE); // the driver would take the extent of the new records for that of all
-    // A statement that deletes nothing: the driver writes what it holds back and forgets the count it remembers. It
-    // looks for the layer's name in the text.
-    const QString table = QString::fromUtf8(m_target.source);
-    const QString sql = QStringLiteral("DELETE FROM %1 WHERE 0 AND %2 <> ''")
-                            .arg(TxGdal::quoteIdentifier(table), TxGdal::quoteText(table));
-    GDALDataset &storage = *m_target.dataSource().gdal;
-    const TxGdal::ErrorCollector errors;
-    storage.ReleaseResultSet(storage.ExecuteSQL(sql.toUtf8().constData(), nullptr, nullptr));
-    if (errors.hasFailure())
-        return errors.fail(QStringLiteral("The count of the records cannot be read"));
+    if (!forgetCount(m_target))
+        return false;
 
-    sqlite3 *database = TxSqlite::connection(storage);
+    sqlite3 *database = TxSqlite::connection(*m_target.dataSource().gdal);
     Statement trigger(database, "SELECT sql FROM sqlite_master WHERE type = 'trigger' AND lower(name) = lower(?)");
     if (trigger.bind(triggerName(m_target)).next())
         m_trigger = trigger.text(0);

@@ -14,6 +14,9 @@ class GeoPackageRecount
 public:
     explicit GeoPackageRecount(TxVectorPrivate &target) : m_target(target) {}
 
+    /// Makes the driver of the GeoPackage or SQLite file write what it holds back of @p target and forget the count it
+    /// remembers. @return false on failure, reported to the error collectors.
+    static bool forgetCount(TxVectorPrivate &target);
     /// To be called before records are added. @return false on failure, reported to the error collectors, as below.
     bool begin();
     /// To be called behind the last of @p added records (-1 when it is not known how many there are), one of which has
