@@ -207,6 +207,16 @@ TEST_F(Commands, ACopyThatIsStoppedOrFailsLeavesNothing)
     EXPECT_FALSE(archive->GetDataset(QStringLiteral("no good name")));
 }
 
+TEST_F(Commands, ACopyIntoANewFolderOfShapefilesHasTheRecords)
+{
+    CTxDataSource *files =
+        workspace().GetDataSources().Create(path("shapes"), QStringLiteral("shapes"), CTxDataSourceStorage::Shapefile);
+    ASSERT_TRUE(files);
+    const auto result = DatasetJobs::copy(*source, {files, QStringLiteral("rivers"), CElemDataEnc::NONE}, {});
+    EXPECT_EQ(result.state, DatasetJobs::Result::Done) << result.why.toStdString();
+    EXPECT_EQ(lines(static_cast<CDatasetVector *>(files->GetDataset(QStringLiteral("rivers")))).size(), 300U);
+}
+
 TEST_F(Commands, AppendShowsInTheTableThatIsOpen)
 {
     CDatasetVector *target = copied();
