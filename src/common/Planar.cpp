@@ -151,18 +151,27 @@ double CTdCommMethods::CalAzimuth(const CPoint2D &from, const CPoint2D &to)
 
 bool CTdCommMethods::PointProjectToLineset(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, CPoint2D &foot)
 {
-    if (std::abs(b.y - a.y) >= coincidence) {
-        // The line y = (x - p.x) k + p.y with k = run / drop stands upright on a-b. Reckoned in differences: far from
-        // the origin, or along a nearly horizontal segment, whose k is large, the products with whole coordinates would
-        // lose the foot.
-        const double run = b.x - a.x;
-        const double drop = a.y - b.y;
-        const double dx = p.x - a.x;
-        const double dy = p.y - a.y;
-        const double part = run / (run * run + drop * drop);
-        foot = CPoint2D(a.x + part * (run * dx - drop * dy), p.y - part * (run * dy + drop * dx));
-    } else {
+    if (!(std::abs(b.y - a.y) >= coincidence)) {
         foot = CPoint2D(p.x, a.y);
+        return CTxOperator::IsPntOnLinesect(foot, a, b);
     }
-    return CTxOperator::IsPntOnLinesect(foot, a, b);
+    // The line y = (x - p.x) k + p.y with k = run / drop stands upright on a-b. Reckoned in differences: far from the
+    // origin, or along a nearly horizontal segment, whose k is large, the products with whole coordinates would lose
+    // the foot.
+    const double run = b.x - a.x;
+    const double drop = a.y - b.y;
+    const double dx = p.x - a.x;
+    const double dy = p.y - a.y;
+    const double length2 = run * run + drop * drop;
+    const double way = run * dx - drop * dy; // from a to the foot, times the length
+    const double part = run / length2;
+    foot = CPoint2D(a.x + part * way, p.y - part * (run * dy + drop * dx));
+    // The foot is on the line, so only near an end is there something to ask: a foot between the ends is on the
+    // segment, and one that is clearly further beyond than any tolerance is not.
+    const double half = length2 / 2;
+    const double beyond = std::abs(way - half) - half;
+    const double clear = 1e-9 + 1e-12 * (std::abs(a.x) + std::abs(a.y) + std::abs(b.x) + std::abs(b.y));
+    const bool isBetween = beyond <= 0.0;
+    const bool isSettled = isBetween | (beyond * beyond > clear * clear * length2);
+    return isSettled ? isBetween : CTxOperator::IsPntOnLinesect(foot, a, b);
 }
