@@ -1,5 +1,6 @@
 #include "engine/data/NativeCatalogue.h"
 #include "engine/data/TxDatasetMaker.h"
+#include "engine/data/TxNewCoordSys.h"
 #include "engine/data/TxRasterTable.h"
 #include "engine/data/TxSchemaChange.h"
 
@@ -63,7 +64,7 @@ QString refusal(const CTxDatasetDef &def, const FormatRow *format)
 
 /// Makes the table through a connection of its own, as the driver wants it.
 bool makeTable(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, const FormatRow &format,
-               std::optional<double> noData)
+               TxNewCoordSys &coordSys, std::optional<double> noData)
 {
     const QByteArray name = def.name.toUtf8();
     CPLStringList options;
@@ -78,13 +79,8 @@ bool makeTable(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def, 
     const CRect2D &bounds = def.rasterBounds;
     double transform[6] = {bounds.left, bounds.Width() / def.rasterSize.width(),   0.0, bounds.top,
                            0.0,         -bounds.Height() / def.rasterSize.height()};
-    if (!def.coordSys.trimmed().isEmpty()) {
-        static constexpr const char *limits[] = {"ALLOW_NETWORK_ACCESS=NO", "ALLOW_FILE_ACCESS=NO", nullptr};
-        OGRSpatialReference system;
-        if (system.SetFromUserInput(def.coordSys.toUtf8().constData(), limits) != OGRERR_NONE ||
-            raster->SetSpatialRef(&system) != CE_None)
-            return false;
-    }
+    if (coordSys.reference() && raster->SetSpatialRef(coordSys.reference()) != CE_None)
+        return false;
     if (raster->SetGeoTransform(transform) != CE_None)
         return false;
     GDALRasterBand &band = *raster->GetRasterBand(1);
@@ -132,12 +128,18 @@ CTxDataset *makeRaster(TxDataSourcePrivate &dataSource, const CTxDatasetDef &def
     entry.parent = wanted.parentDataset;
     entry.bands = keptBands(wanted);
     const bool isNative = dataSource.engineType == CTxDataSourceStorage::Native;
-    const bool done = makeTable(dataSource, wanted, *format, noData) && !errors.hasFailure() &&
-                      (!isNative || NativeCatalogue::addDataset(*dataSource.gdal, entry));
+    const qint64 columns = TxNewCoordSys::columnCount(*dataSource.gdal);
+    TxNewCoordSys coordSys;
+    bool done = coordSys.read(wanted.coordSys) && makeTable(dataSource, wanted, *format, coordSys, noData) &&
+                !coordSys.hasFailed(errors);
+    if (TxNewCoordSys::columnCount(*dataSource.gdal) != columns) // the other connection has added some
+        done = dataSource.reopen() && done;
+    done = done && (!isNative || NativeCatalogue::addDataset(*dataSource.gdal, entry));
     if (!done) {
         errors.fail(failure);
         const TxGdal::ErrorCollector quiet; // there may be nothing to remove
-        TxRasterTable::remove(*dataSource.gdal, wanted.name);
+        if (dataSource.gdal)
+            TxRasterTable::remove(*dataSource.gdal, wanted.name);
         return nullptr;
     }
     CTxDataset *made = dataSource.addDataset(entry);

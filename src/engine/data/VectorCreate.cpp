@@ -4,6 +4,7 @@
 #include "engine/data/TxDatasetMaker.h"
 #include "engine/data/TxFieldDefinition.h"
 #include "engine/data/TxNameRules.h"
+#include "engine/data/TxNewCoordSys.h"
 #include "engine/data/TxSchemaChange.h"
 
 #include <ogrsf_frmts.h>
@@ -17,23 +18,6 @@ struct LayerPlan
 {
     TxDatasetEntry entry;
     CTxFieldInfos fields; ///< all of them, in order
-};
-
-/// The coordinate system that @p text says.
-struct CoordSys
-{
-    OGRSpatialReference system;
-    bool isGiven = false;
-
-    bool read(const QString &text)
-    {
-        if (text.trimmed().isEmpty())
-            return true;
-        static constexpr const char *limits[] = {"ALLOW_NETWORK_ACCESS=NO", "ALLOW_FILE_ACCESS=NO", nullptr};
-        isGiven = system.SetFromUserInput(text.toUtf8().constData(), limits) == OGRERR_NONE;
-        system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
-        return isGiven;
-    }
 };
 
 /// Makes the layers of one dataset with its child and its tile index.
@@ -64,7 +48,7 @@ private:
     const bool m_isNative;
     CTxDataset *const m_replaced; // not owned; null for none
     QList<LayerPlan> m_plans;     // the dataset itself first
-    CoordSys m_coordSys;
+    TxNewCoordSys m_coordSys;
 };
 
 NativeSchema::Role VectorMaker::role() const
@@ -149,8 +133,7 @@ OGRLayer *VectorMaker::makeLayer(const LayerPlan &layerPlan)
     if (m_isNative && layerPlan.entry.type == CElemDatasetInfo::TIN)
         geometry = wkbMultiPolygon25D; // what every GeoPackage reader knows; the catalogue tells that it is a TIN
     OGRLayer *layer =
-        m_d.gdal->CreateLayer(layerPlan.entry.source.constData(), m_coordSys.isGiven ? &m_coordSys.system : nullptr,
-                              geometry, options.List());
+        m_d.gdal->CreateLayer(layerPlan.entry.source.constData(), m_coordSys.reference(), geometry, options.List());
     return layer && TxFieldDefinition::addTo(*layer, layerPlan.fields) ? layer : nullptr;
 }
 
@@ -172,14 +155,14 @@ bool VectorMaker::makeAll()
         layerPlan.entry.source = layerPlan.entry.name.toUtf8();
         OGRLayer *layer = makeLayer(layerPlan);
         // Drivers put off what they can; the tables have to stand before the change is committed.
-        done = layer && layer->SyncToDisk() == OGRERR_NONE && !errors.hasFailure();
+        done = layer && layer->SyncToDisk() == OGRERR_NONE && !m_coordSys.hasFailed(errors);
         if (done && m_isNative)
             done = NativeCatalogue::addDataset(*m_d.gdal, layerPlan.entry) &&
                    NativeCatalogue::addFields(*m_d.gdal, layerPlan.entry.name, layerPlan.fields);
     }
     const bool undoesItself = change.undoesItself();
     const bool isCommitted = done && change.commit();
-    if (isCommitted && !errors.hasFailure())
+    if (isCommitted && !m_coordSys.hasFailed(errors))
         return true;
     if (isCommitted && undoesItself) {
         m_d.reopen(); // the driver saw only now that its database refuses the table, and goes on telling of it

@@ -78,6 +78,46 @@ TEST_F(CreateDataSource, TakesOddNames)
     }
 }
 
+TEST_F(CreateDataSource, TakesEverySystemInAnyOrder)
+{
+    // Some have no old-style text, for which the driver widens its table of systems, in whatever connection it is.
+    const QString custom = QStringLiteral(
+        "PROJCS[\"Old UTM\",GEOGCS[\"Clarke\",DATUM[\"unknown\",SPHEROID[\"clrk66\",6378206.4,294.9786982138982],"
+        "EXTENSION[\"PROJ4_GRIDS\",\"@conus,@null\"]],PRIMEM[\"Greenwich\",0],UNIT[\"degree\",0.0174532925199433]],"
+        "PROJECTION[\"Transverse_Mercator\"],PARAMETER[\"latitude_of_origin\",0],PARAMETER[\"central_meridian\",-75],"
+        "PARAMETER[\"scale_factor\",0.9996],PARAMETER[\"false_easting\",500000],PARAMETER[\"false_northing\",0],"
+        "UNIT[\"Meter\",1]]");
+    const QString rotated = "+proj=ob_tran +o_proj=longlat +o_lon_p=0 +o_lat_p=39 +lon_0=18 +R=6371229 +type=crs";
+    const QStringList systems = {"EPSG:2056",
+                                 custom,
+                                 rotated,
+                                 "EPSG:4979",
+                                 "EPSG:3857+5773",
+                                 "LOCAL_CS[\"Site\",UNIT[\"metre\",1]]",
+                                 "+proj=laea +lat_0=7 +lon_0=3 +type=crs",
+                                 "+proj=utm +zone=31 +type=crs"};
+    const qsizetype count = 2 * systems.size(); // each for a vector dataset and for a raster
+    for (const auto type : {Storage::Native, Storage::GeoPackage}) {
+        for (const bool isBackward : {false, true}) {
+            CTxDataSource *made =
+                create(QString::number(isBackward) + (type == Storage::Native ? ".tdb" : ".gpkg"), type);
+            ASSERT_TRUE(made);
+            for (qsizetype i = 0; i < count; ++i) {
+                const qsizetype at = isBackward ? count - 1 - i : i;
+                CTxDatasetDef def = at % 2 == 1 ? rasterDefinition(QStringLiteral("r%1").arg(at), CRect2D(0, 0, 3, 2))
+                                                : definition(QStringLiteral("v%1").arg(at));
+                def.coordSys = systems[at / 2];
+                const CTxDataset *dataset = made->CreateDataset(def);
+                ASSERT_TRUE(dataset) << lastError() << ' ' << def.coordSys.toStdString();
+                CTxPJCoordSys kept;
+                dataset->GetProjection(kept);
+                EXPECT_FALSE(kept.ToWkt().isEmpty()) << def.coordSys.toStdString();
+            }
+            ASSERT_TRUE(sources.Close("db"));
+        }
+    }
+}
+
 struct StorageRow
 {
     Storage::Type storage;
