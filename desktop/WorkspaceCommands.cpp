@@ -240,7 +240,8 @@ void WorkspaceCommands::closeSelectedDatasets()
 {
     CTdOleDataNode chosen;
     for (const CTdOleDataNode &node : m_pane.selection())
-        chosen.entries << node.entries.first();
+        if (find(node.entries.first())) // a datasource may be called like a dataset of it
+            chosen.entries << node.entries.first();
     CTdCommMethods::CloseDatasets(&m_document.workspace(), &chosen);
 }
 

@@ -46,24 +46,18 @@ void announced(const CTxDataSource *dataSource, const CTxDataset *dataset, Messa
     TdSendMessageToMainWnd(conclusion);
 }
 
-/// True for an item whose names are those of a datasource and of a dataset in it. The names of other items may lead to
-/// a dataset by chance: that of a datasource to the dataset which is called like it.
-bool namesDataset(const CTdOleDataNode::CTdOleData &item)
-{
-    return item.itemType == CTdOleDataNode::ItemDataset || item.itemType == CTdOleDataNode::ItemSubDataset;
-}
-
 /// Calls @p work with the names in each item of @p node, in order, as long as the workspace lives.
-void forEachDataset(CTxWorkspace *workspace, const CTdOleDataNode *node,
-                    const std::function<void(CTxWorkspace *, const QString &alias, const QString &name)> &work)
+void forEachItem(CTxWorkspace *workspace, const CTdOleDataNode *node,
+                 const std::function<void(const QString &alias, const QString &name)> &work)
 {
     if (!node)
         return;
     const TxHandle<CTxWorkspace> living(workspace);
     const QList<CTdOleDataNode::CTdOleData> items = node->entries; // the node may be of a tree item, and go with it
+    // Deliberate: an item counts by its names, whatever its kind. Hosts put together the node of what is to go.
     for (const CTdOleDataNode::CTdOleData &item : items) {
-        if (living.get() && namesDataset(item))
-            work(workspace, item.alias, item.itemName);
+        if (living.get())
+            work(item.alias, item.itemName);
     }
 }
 
@@ -132,9 +126,8 @@ void CTdCommMethods::CloseDataset(CTxWorkspace *workspace, const QString &alias,
 
 void CTdCommMethods::CloseDatasets(CTxWorkspace *workspace, const CTdOleDataNode *node)
 {
-    forEachDataset(workspace, node, [](CTxWorkspace *from, const QString &alias, const QString &name) {
-        CloseDataset(from, alias, name);
-    });
+    forEachItem(workspace, node,
+                [workspace](const QString &alias, const QString &name) { CloseDataset(workspace, alias, name); });
 }
 
 void CTdCommMethods::DeleteDataset(CTxDataSource *dataSource, const CTxDataset *dataset)
@@ -160,9 +153,8 @@ void CTdCommMethods::DeleteDataset(CTxWorkspace *workspace, const QString &alias
 
 void CTdCommMethods::DeleteDatasets(CTxWorkspace *workspace, const CTdOleDataNode *node)
 {
-    forEachDataset(workspace, node, [](CTxWorkspace *from, const QString &alias, const QString &name) {
-        DeleteDataset(from, alias, name);
-    });
+    forEachItem(workspace, node,
+                [workspace](const QString &alias, const QString &name) { DeleteDataset(workspace, alias, name); });
 }
 
 // Deliberate: hosts close their datasources themselves, after asking for unsaved changes, and call these before.

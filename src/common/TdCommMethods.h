@@ -238,8 +238,8 @@ public:
     ///
     /// The main window is told before and after, as host messages with a data node that names the dataset, so that
     /// windows let go of it in time. Without a main window nothing is closed or deleted. Names that nothing is found
-    /// for are skipped, and of a node the items that are no datasets. How it ended is seen by looking: nothing is said
-    /// about failures. The main window may do anything in answer, also close what is addressed.
+    /// for are skipped; of a node's items the names count, not the kinds. How it ended is seen by looking: nothing is
+    /// said about failures. The main window may do anything in answer, also close what is addressed.
     /// @{
 
     /// Closes a dataset (messages 1165 and 1166). Does nothing when it is not one of the datasource's.

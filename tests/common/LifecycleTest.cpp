@@ -187,18 +187,18 @@ TEST_F(Lifecycle, WithoutAMainWindowNothingIsClosedOrDeleted)
     EXPECT_TRUE(m_host->m_messages.isEmpty());
 }
 
-TEST_F(Lifecycle, NodesGoItemByItemThoughTheyDieOnTheWay)
+TEST_F(Lifecycle, NodesGoItemByItemWhateverTheirKinds)
 {
     for (const bool deletes : {false, true}) {
         auto items = std::make_unique<Node>();
         for (const QString &name : {u"Woods"_s, u"Towns"_s, u"Rivers"_s})
             items->entries.append(told(name).entries.first());
-        // A datasource that is called like a dataset of it names no dataset.
-        items->entries.insert(1, {m_alias, u"Roads"_s, Node::ItemDataSource, Node::noDatasetType});
+        items->entries[1].itemType = Node::ItemMap;
+        items->entries.insert(1, {m_alias, u"Villages"_s, Node::ItemDataset, Node::noDatasetType}); // is not there
         const int before = deletes ? 1167 : 1165;
         m_host->m_messages.clear();
         m_host->m_nodes.clear();
-        m_host->m_reaction = [&](const CTdHostMessage &) { items.reset(); };
+        m_host->m_reaction = [&](const CTdHostMessage &) { items.reset(); }; // the node dies on the way
         (deletes ? Methods::DeleteDatasets : Methods::CloseDatasets)(m_workspace.get(), items.get());
         EXPECT_EQ(m_host->m_messages, (QList<int>{before, before + 1, before, before + 1, before, before + 1}));
         EXPECT_EQ(m_host->m_nodes, (QList<Node>{told(u"Woods"_s), told(u"Woods"_s), told(u"Towns"_s), told(u"Towns"_s),

@@ -115,6 +115,18 @@ TEST_F(Host, LetsGoOfADatasetThatClosesWhateverReadsIt)
     EXPECT_FALSE(dataset->IsOpen()) << "nor does the map open it again by itself";
 }
 
+TEST_F(Host, ClosesTheDatasetsOfASelectionAlone)
+{
+    showOwn();
+    area().showTable(dataset);
+    select(QStringLiteral("wells"), QStringLiteral("own"));
+    const CWorkspaceBarTree *tree = window->workspacePane().tree(); // the datasource is called like its dataset
+    tree->FindHTreeItem(QStringLiteral("towns"), QString(), CTdOleDataNode::ItemDataSource, 0)->setSelected(true);
+    trigger(Actions::CloseDataset);
+    EXPECT_FALSE(wells->IsOpen());
+    EXPECT_TRUE(dataset->IsOpen());
+}
+
 TEST_F(Host, SaysWhichWindowsHoldADatasetAndLeavesItToTheQuestion)
 {
     EXPECT_TRUE(CTdCommMethods::PromoteCloseDataset(dataset)) << "nobody shows it: no question";
