@@ -99,32 +99,39 @@ Q_NEVER_INLINE bool isNearFarOut(const CPoint2D &p, const CPoint2D &a, const CPo
     return std::isfinite(size) && isNear(scaled(p, factor), scaled(a, factor), scaled(b, factor), relativeCoincidence);
 }
 
-/// IntersectLine() where ends might lie on the other segment, and at coordinates whose products might overflow.
-Q_NEVER_INLINE bool intersectAtEnds(const CPoint2D &a1, const CPoint2D &a2, const CPoint2D &b1, const CPoint2D &b2,
-                                    CPoint2D &out)
+/// Intersects two segments whose ends may lie on the other one within @p tolerance.
+bool intersect(const CPoint2D &a1, const CPoint2D &a2, const CPoint2D &b1, const CPoint2D &b2, double tolerance,
+               CPoint2D &out)
 {
-    const double size = std::max(largestCoordinate(a1, a2), largestCoordinate(b1, b2));
-    if (!(size < largestPlain)) {
-        if (!std::isfinite(size))
-            return false;
-        const double factor = 1 / size;
-        if (!intersectAtEnds(scaled(a1, factor), scaled(a2, factor), scaled(b1, factor), scaled(b2, factor), out))
-            return false;
-        out = scaled(out, size);
-        return true;
-    }
     const Vector a = a2 - a1;
     const Vector b = b2 - b1;
     const double turn = cross(a, b);
     if (std::isnan(turn))
         return false; // an end is NaN
-    if (meetAtEnds(a1, a2, b1, b2, std::max(coincidence, relativeCoincidence * size), out))
+    if (meetAtEnds(a1, a2, b1, b2, tolerance, out))
         return true;
-    const double t = cross(b1 - a1, b) / turn; // neither number compares where the segments are parallel
-    const double u = cross(b1 - a1, a) / turn;
-    if (!(t > 0 && t < 1 && u > 0 && u < 1))
+    const double t = cross(b1 - a1, b) / turn; // compares with nothing where the segments are parallel
+    // Of segments one behind the other on a line, parallel but for rounding, t is chance: the place is to be on both.
+    const CPoint2D place(a1.x + t * a.x, a1.y + t * a.y);
+    if (!(t > 0 && t < 1) || !isNear(place, b1, b2, tolerance))
         return false;
-    out = CPoint2D(a1.x + t * a.x, a1.y + t * a.y);
+    out = place;
+    return true;
+}
+
+/// IntersectLine() where ends might lie on the other segment, and at coordinates whose products might overflow. Apart,
+/// to keep the usual way short.
+Q_NEVER_INLINE bool intersectCarefully(const CPoint2D &a1, const CPoint2D &a2, const CPoint2D &b1, const CPoint2D &b2,
+                                       CPoint2D &out)
+{
+    const double size = std::max(largestCoordinate(a1, a2), largestCoordinate(b1, b2));
+    if (size < largestPlain)
+        return intersect(a1, a2, b1, b2, std::max(coincidence, relativeCoincidence * size), out);
+    const double factor = 1 / size;
+    if (!std::isfinite(size) || !intersect(scaled(a1, factor), scaled(a2, factor), scaled(b1, factor),
+                                           scaled(b2, factor), relativeCoincidence, out))
+        return false;
+    out = scaled(out, size);
     return true;
 }
 
@@ -179,7 +186,7 @@ bool CTxOperator::IntersectLine(const CPoint2D &a1, const CPoint2D &a2, const CP
                             (std::abs(b1Side) > tolerance * spanA) & (std::abs(b2Side) > tolerance * spanA) &
                             (size < largestPlain);
     if (!endsAreOff)
-        return intersectAtEnds(a1, a2, b1, b2, out);
+        return intersectCarefully(a1, a2, b1, b2, out);
     // No end is on the other line, so either both segments cross the line of the other or they do not meet.
     if ((std::signbit(a1Side) == std::signbit(a2Side)) | (std::signbit(b1Side) == std::signbit(b2Side)))
         return false;
