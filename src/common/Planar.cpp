@@ -146,7 +146,7 @@ double CTdCommMethods::CalAzimuth(const CPoint2D &from, const CPoint2D &to)
     if (dy > 0)
         return angle;
     const double turned = angle + 2 * pi;
-    return turned < 2 * pi ? turned : 0.0; // so near below the x axis that it rounds to a full turn
+    return turned >= 2 * pi ? 0.0 : turned; // so near below the x axis that it rounds to a full turn
 }
 
 bool CTdCommMethods::PointProjectToLineset(const CPoint2D &p, const CPoint2D &a, const CPoint2D &b, CPoint2D &foot)
@@ -155,8 +155,8 @@ bool CTdCommMethods::PointProjectToLineset(const CPoint2D &p, const CPoint2D &a,
         foot = CPoint2D(p.x, a.y);
         return CTxOperator::IsPntOnLinesect(foot, a, b);
     }
-    // The line y = (x - p.x) k + p.y with k = run / drop stands upright on a-b. Reckoned in differences: far from the
-    // origin, or along a nearly horizontal segment, whose k is large, the products with whole coordinates would lose
+    // The line y = (x - p.x) k + p.y with k = run / drop stands upright on a-b. Reckoned from a: far from the origin,
+    // with a p that is far away, or along a nearly horizontal segment, whose k is large, whole coordinates would lose
     // the foot.
     const double run = b.x - a.x;
     const double drop = a.y - b.y;
@@ -164,8 +164,8 @@ bool CTdCommMethods::PointProjectToLineset(const CPoint2D &p, const CPoint2D &a,
     const double dy = p.y - a.y;
     const double length2 = run * run + drop * drop;
     const double way = run * dx - drop * dy; // from a to the foot, times the length
-    const double part = run / length2;
-    foot = CPoint2D(a.x + part * way, p.y - part * (run * dy + drop * dx));
+    const double part = way / length2;
+    foot = CPoint2D(a.x + part * run, a.y - part * drop);
     // The foot is on the line, so only near an end is there something to ask: a foot between the ends is on the
     // segment, and one that is clearly further beyond than any tolerance is not.
     const double half = length2 / 2;
@@ -173,5 +173,12 @@ bool CTdCommMethods::PointProjectToLineset(const CPoint2D &p, const CPoint2D &a,
     const double clear = 1e-9 + 1e-12 * (std::abs(a.x) + std::abs(a.y) + std::abs(b.x) + std::abs(b.y));
     const bool isBetween = beyond <= 0.0;
     const bool isSettled = isBetween | (beyond * beyond > clear * clear * length2);
-    return isSettled ? isBetween : CTxOperator::IsPntOnLinesect(foot, a, b);
+    if (isSettled)
+        return isBetween;
+    if (!std::isfinite(length2)) { // but the ratio of the sides may be
+        const double k = run / drop;
+        const double down = (k * dx - dy) / (k * k + 1);
+        foot = CPoint2D(a.x + k * down, a.y - down);
+    }
+    return CTxOperator::IsPntOnLinesect(foot, a, b);
 }

@@ -139,6 +139,7 @@ TEST(Planar, AzimuthIsAFullTurnCounterClockwise)
     EXPECT_EQ(C::CalAzimuth({0, 0}, {0, -1}), 3 * pi / 2);
     EXPECT_EQ(C::CalAzimuth({0, 0}, {1, -1e-300}), 0.0); // never the full turn itself
     EXPECT_EQ(C::CalAzimuth({0, 0}, {-1e300, -1e-300}), pi);
+    EXPECT_TRUE(std::isnan(C::CalAzimuth({0, 0}, {1, noValue})));
 }
 
 struct FootRow
@@ -168,6 +169,9 @@ INSTANTIATE_TEST_SUITE_P(Segments, PlanarFoot,
                                          FootRow{"Vertical", {5.3, 0.7}, {0.1, 0}, {0.1, 1}, {0.1, 0.7}, true},
                                          FootRow{"Horizontal", {5.3, 9}, {0.1, 0.3}, {7, 0.3}, {5.3, 0.3}, true},
                                          FootRow{"AsGoodAsHorizontal", {0.5, 9}, {0, 0}, {1, 9e-11}, {0.5, 0}, true},
+                                         FootRow{
+                                             "FromFarAway", {-999500, 1e9 + 0.5}, {0, 0}, {1000, 1}, {500, 0.5}, true},
+                                         FootRow{"Huge", {0, 4e200}, {0, 0}, {4e200, 4e200}, {2e200, 2e200}, true},
                                          FootRow{"OnePlace", {5, 9}, {3, 3}, {3, 3}, {5, 3}, false}),
                          [](const auto &row) { return std::string(row.param.name); });
 
