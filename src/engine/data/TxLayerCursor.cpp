@@ -83,11 +83,15 @@ public:
         OGRLayer *layer = m_vector.layer();
         if (!layer)
             return false;
-        if (!m_vector.keepsPlace()) {
+        const bool keepsPlace = m_vector.keepsPlace();
+        if (!keepsPlace && m_vector.walker)
             layer = m_vector.idleLayer();
+        OGRFeatureUniquePtr feature(layer->GetFeature(id));
+        // Reading on is quick where a file is read by lines, but a driver may find only what lies ahead.
+        if (!feature && !keepsPlace) {
             layer->ResetReading();
+            feature.reset(layer->GetFeature(id));
         }
-        const OGRFeatureUniquePtr feature(layer->GetFeature(id));
         if (!feature || (matching && !matches(*layer, *feature)))
             return false;
         record.id = id;
@@ -105,7 +109,7 @@ public:
         if (!takeOver())
             return -1;
         const qint64 result = m_layer->GetFeatureCount(TRUE);
-        m_vector.walker = nullptr;
+        m_vector.idleLayer();
         return result;
     }
 
