@@ -38,7 +38,8 @@ bool Gallery::draw(const QString &folder, const QStringList &files, QString &err
             const QPixmap picture = window.draw(data);
             const int scale = qRound(picture.devicePixelRatio());
             const QString path = QDir(folder).filePath(fileName(QLatin1String(window.name), dark, scale));
-            if (!picture.save(path)) {
+            constexpr int quickly = 85; // of a PNG picture: hardly larger, written in half the time
+            if (!picture.save(path, "PNG", quickly)) {
                 error = QCoreApplication::translate("Gallery", "%1 cannot be written.").arg(path);
                 QApplication::setPalette(before);
                 return false;

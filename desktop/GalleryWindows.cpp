@@ -30,6 +30,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenuBar>
@@ -55,6 +56,14 @@ struct Stage
     CTdProfileFile profile;
     MainWindow window;
 };
+
+/// Lets events pass for @p milliseconds: for what works on a thread or between events.
+void letPass(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 /// Lets a shown widget lay itself out and paint, then takes its picture.
 QPixmap photograph(QWidget &widget)
@@ -101,10 +110,7 @@ QPixmap drawFilter(const GalleryData &data, const QString &text)
     WorkspacePane &pane = stage.window.workspacePane();
     stage.window.show();
     pane.filterBox()->SetText(text);
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < 400) // the filter works between events
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    letPass(400); // the filter works between events
     return photograph(pane);
 }
 
@@ -287,10 +293,7 @@ QPixmap photographModal(const std::function<void()> &open)
         QWidget *window = QApplication::activeModalWidget();
         if (!window)
             return;
-        QElapsedTimer clock; // lists of files are filled by a thread
-        clock.start();
-        while (!clock.hasExpired(300))
-            QApplication::processEvents(QEventLoop::AllEvents, 50);
+        letPass(300); // lists of files are filled by a thread
         picture = photograph(*window);
         window->close();
     });
