@@ -40,10 +40,10 @@ bool areSound(const CTxFieldInfos &infos)
 }
 
 /// Adds the fields to the layer. A driver that cannot take changes back is helped by hand.
-bool addToLayer(OGRLayer &layer, const CTxFieldInfos &infos, bool undoesItself)
+bool addToLayer(OGRLayer &layer, const CTxFieldInfos &infos, const QByteArray &driver, bool undoesItself)
 {
     const int before = layer.GetLayerDefn()->GetFieldCount();
-    const bool done = TxFieldDefinition::addTo(layer, infos);
+    const bool done = TxFieldDefinition::addTo(layer, infos, driver);
     if (!done && !undoesItself) {
         for (int i = layer.GetLayerDefn()->GetFieldCount() - 1; i >= before; --i)
             layer.DeleteField(i);
@@ -78,7 +78,8 @@ bool CDatasetVector::CreateFields(const CTxFieldInfos &infos)
     if (done) {
         TxSchemaChange change(dataSource);
         OGRLayer *layer = change.isOpen() ? d->layer() : nullptr;
-        done = layer && addToLayer(*layer, infos, change.undoesItself()) && layer->SyncToDisk() == OGRERR_NONE;
+        done = layer && addToLayer(*layer, infos, dataSource.driver, change.undoesItself()) &&
+               layer->SyncToDisk() == OGRERR_NONE;
         if (done && dataSource.engineType == CTxDataSourceStorage::Native)
             done = NativeCatalogue::addFields(*dataSource.gdal, GetName(), infos);
         done = done && change.commit();

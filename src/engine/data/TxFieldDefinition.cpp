@@ -78,6 +78,19 @@ QString defaultLiteral(Literal kind, const QString &text)
     return QString();
 }
 
+/// Gives @p field, which has no bound, the room in a shapefile that its values may take. The driver's own choice is 9
+/// digits, one too few for a whole number of 32 bits, and 80 bytes for a text.
+void makeRoomInShapefile(OGRFieldDefn &field)
+{
+    constexpr int wholeWithSign = 11, longestText = 254;
+    if (field.GetWidth() > 0)
+        return;
+    if (field.GetType() == OFTInteger && field.GetSubType() == OFSTNone)
+        field.SetWidth(wholeWithSign);
+    else if (field.GetType() == OFTString)
+        field.SetWidth(longestText);
+}
+
 } // namespace
 
 std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info)
@@ -97,6 +110,8 @@ std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info)
     auto field = std::make_unique<OGRFieldDefn>(info.GetName().toUtf8().constData(), row->type);
     field->SetSubType(row->subType);
     field->SetWidth(bound(info));
+    if (info.GetType() == CTxFieldInfo::Long && info.GetSize() > longDigits)
+        field->SetType(OFTInteger64);
     if (isNumeric && info.GetSize() > 0) {
         field->SetWidth(info.GetSize());
         field->SetPrecision(std::clamp(info.GetPrecision(), 0, info.GetSize()));
@@ -115,10 +130,12 @@ std::unique_ptr<OGRFieldDefn> toOgr(const CTxFieldInfo &info)
     return field;
 }
 
-bool addTo(OGRLayer &layer, const CTxFieldInfos &infos)
+bool addTo(OGRLayer &layer, const CTxFieldInfos &infos, const QByteArray &driver)
 {
     for (const CTxFieldInfo &info : infos) {
         const std::unique_ptr<OGRFieldDefn> field = toOgr(info);
+        if (field && driver == "ESRI Shapefile")
+            makeRoomInShapefile(*field);
         if (!field || layer.CreateField(field.get(), FALSE) != OGRERR_NONE)
             return false;
         const OGRFeatureDefn &made = *layer.GetLayerDefn();

@@ -40,8 +40,8 @@ public:
     };
 
     CTxFieldInfo() = default;
-    /// A field called @p name (also its caption) of a Type code. @p size counts characters of texts and bytes of
-    /// binaries, 0 for no bound; other types have their own size and ignore it.
+    /// A field called @p name (also its caption) of a Type code. @p size counts characters of texts, bytes of binaries
+    /// and digits of numbers, 0 for no bound. A Long of more than 9 digits is kept in 64 bits.
     CTxFieldInfo(const QString &name, qint16 type, qint32 size = 0, quint32 flags = NoFlag);
 
     const QString &GetName() const { return m_name; }

@@ -1,5 +1,7 @@
 #include "engine/data/TxFieldTypes.h"
 
+#include "engine/data/TxFieldDefinition.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -36,6 +38,8 @@ CTxFieldInfo fromOgr(const OGRFieldDefn &field)
     info.SetName(QString::fromUtf8(field.GetNameRef()));
     info.SetType(row == typeRows.end() ? qint16(CTxFieldInfo::Text) : qint16(row->code));
     info.SetSize(std::max(field.GetWidth(), 0));
+    if (field.GetType() == OFTInteger64 && info.GetSize() == 0)
+        info.SetSize(TxFieldDefinition::wideDigits); // so that a copy has room for its values
     info.SetPrecision(std::max(field.GetPrecision(), 0));
     if (const char *caption = field.GetAlternativeNameRef(); caption && *caption)
         info.SetCaption(QString::fromUtf8(caption));

@@ -100,6 +100,14 @@ QString writeWhole(OGRFeature &feature, int index, const CTxFieldInfo &info, con
     return QString();
 }
 
+/// True when @p number in characters, @p precision of them behind the point, has room in a field of @p size. Decimals
+/// that have none are cut by the storage, which is fine where what is left is still the same double.
+bool fitsFixed(double number, qint32 size, qint32 precision)
+{
+    const QString text = TxNumberText::fixed(number, precision);
+    return text.size() <= size || TxNumberText::toDouble(text.left(size)) == TxNumberText::toDouble(text);
+}
+
 QString writeReal(OGRFeature &feature, int index, const CTxFieldInfo &info, const CTxVariant &value)
 {
     const std::optional<double> number = realOf(value);
@@ -110,7 +118,7 @@ QString writeReal(OGRFeature &feature, int index, const CTxFieldInfo &info, cons
     if (info.GetType() == CTxFieldInfo::Currency && std::abs(*number) > TxFieldDefinition::largestCurrency)
         return QStringLiteral("is too large for an amount of money");
     const bool isFixed = info.GetSize() > 0 && (info.GetType() == CTxFieldInfo::Numeric || info.GetPrecision() > 0);
-    if (isFixed && TxNumberText::fixed(*number, info.GetPrecision()).size() > info.GetSize())
+    if (isFixed && !fitsFixed(*number, info.GetSize(), info.GetPrecision()))
         return QStringLiteral("has more than %1 characters").arg(info.GetSize());
     feature.SetField(index, *number);
     return QString();

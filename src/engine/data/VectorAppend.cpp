@@ -227,7 +227,8 @@ bool VectorAppend::makeTag()
         m_source.end(); // its fields change; the records were laid aside
     CTxFieldInfos infos = {CTxFieldInfo(m_tag, CTxFieldInfo::Text, TxNameRules::maximumLength)};
     OGRLayer *layer = m_target.layer();
-    bool done = layer && TxFieldDefinition::addTo(*layer, infos) && layer->SyncToDisk() == OGRERR_NONE;
+    bool done = layer && TxFieldDefinition::addTo(*layer, infos, m_target.dataSource().driver) &&
+                layer->SyncToDisk() == OGRERR_NONE;
     if (done && m_target.dataSource().engineType == CTxDataSourceStorage::Native)
         done = NativeCatalogue::addFields(*m_target.dataSource().gdal, m_target.q->GetName(), infos);
     m_target.schemaChanged();

@@ -134,7 +134,7 @@ OGRLayer *VectorMaker::makeLayer(const LayerPlan &layerPlan)
         geometry = wkbMultiPolygon25D; // what every GeoPackage reader knows; the catalogue tells that it is a TIN
     OGRLayer *layer =
         m_d.gdal->CreateLayer(layerPlan.entry.source.constData(), m_coordSys.reference(), geometry, options.List());
-    return layer && TxFieldDefinition::addTo(*layer, layerPlan.fields) ? layer : nullptr;
+    return layer && TxFieldDefinition::addTo(*layer, layerPlan.fields, m_d.driver) ? layer : nullptr;
 }
 
 bool VectorMaker::makeAll()

@@ -153,6 +153,21 @@ TEST_P(FieldCreate, AllOrNoneWhateverIsWrongWithOne)
     EXPECT_GE(fieldOf(*vector(reopen(GetParam().file), "points"), "Good").GetType(), 0);
 }
 
+TEST_P(FieldCreate, ACopyHasRoomForTheValuesOfItsTemplate)
+{
+    CTxDataSource *to = makeTarget()->GetDataSource();
+    ASSERT_TRUE(SampleFiles::write(path("wide.geojson"),
+                                   R"({"type": "Feature", "geometry": {"type": "Point", "coordinates": [1, 2]},
+        "properties": {"whole": -2147483648, "id": 123456789012345678, "area": 123456789012.5, "note": ")" +
+                                       QByteArray(250, 'n') + "\"}}"));
+    CDatasetVector *from = vector(open(path("wide.geojson")));
+    ASSERT_TRUE(to->CreateDatasetFrom("Wide", from, CElemDataEnc::NONE)) << lastError();
+    CDatasetVector *copy = vector(to, "Wide");
+    ASSERT_TRUE(copy->Append(query(from).get())) << lastError();
+    for (const char *field : {"whole", "id", "area", "note"})
+        EXPECT_EQ(column(*query(copy), field), column(*query(from), field)) << field;
+}
+
 TEST_P(FieldCreate, ATemplateOfAnotherStorageIsCopiedWholeOrRefused)
 {
     const KeepsRow &row = GetParam();
