@@ -19,14 +19,14 @@ protected:
     AttributeTableWindow()
     {
         workspace.GetDataSources().Open(towns());
-        dataset = vector(workspace, QStringLiteral("towns"));
+        dataset = vector(workspace, u"towns"_s);
         table = std::make_unique<AttributeTable>();
         EXPECT_TRUE(table->setDataset(dataset)) << table->error().toStdString();
         table->resize(700, 400);
         table->show();
         filter = table->findChild<QLineEdit *>();
         for (QLabel *label : table->findChildren<QLabel *>())
-            if (label->accessibleName() == QStringLiteral("Filter error"))
+            if (label->accessibleName() == u"Filter error"_s)
                 error = label;
         while (!table->model()->isComplete())
             QCoreApplication::processEvents();
@@ -44,13 +44,13 @@ protected:
 TEST_F(AttributeTableWindow, FiltersByWhatIsTyped)
 {
     ASSERT_NE(error, nullptr);
-    QTest::keyClicks(filter, QStringLiteral("name LIKE 'S%'"));
+    QTest::keyClicks(filter, u"name LIKE 'S%'"_s);
     EXPECT_EQ(rows(), 3) << "nothing is read while the user types";
     QTest::keyClick(filter, Qt::Key_Return);
     EXPECT_EQ(rows(), 1);
     EXPECT_FALSE(error->isVisible());
 
-    QTest::keyClicks(filter, QStringLiteral(" AND nonsense("));
+    QTest::keyClicks(filter, u" AND nonsense("_s);
     QTest::keyClick(filter, Qt::Key_Return);
     EXPECT_TRUE(error->isVisible());
     EXPECT_FALSE(error->text().isEmpty());
@@ -65,7 +65,7 @@ TEST_F(AttributeTableWindow, AClickOnATitleOrders)
 {
     QHeaderView *header = table->view()->horizontalHeader();
     int name = 0;
-    while (table->model()->headerData(name, Qt::Horizontal).toString() != QStringLiteral("name"))
+    while (table->model()->headerData(name, Qt::Horizontal).toString() != u"name"_s)
         ++name;
     const auto click = [&] {
         const QPoint place(header->sectionViewportPosition(name) + 20, header->height() / 2);
@@ -88,11 +88,11 @@ TEST_F(AttributeTableWindow, CopiesTheSelectionWithTabs)
     table->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(table.get()));
     QTest::keyClick(table->view(), Qt::Key_C, Qt::ControlModifier);
-    const QStringList lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    const QStringList lines = QGuiApplication::clipboard()->text().split(u'\n');
     ASSERT_EQ(lines.size(), 3);
-    EXPECT_EQ(lines[0].count(QLatin1Char('\t')), table->model()->columnCount() - 1);
-    EXPECT_TRUE(lines[0].contains(QStringLiteral("Havn")));
-    EXPECT_FALSE(lines[1].contains(QStringLiteral("NULL"))) << "a null is copied as nothing";
+    EXPECT_EQ(lines[0].count(u'\t'), table->model()->columnCount() - 1);
+    EXPECT_TRUE(lines[0].contains(u"Havn"_s));
+    EXPECT_FALSE(lines[1].contains(u"NULL"_s)) << "a null is copied as nothing";
 }
 
 } // namespace

@@ -21,7 +21,7 @@ class Parsing : public testing::TestWithParam<ParseCase>
 
 TEST_P(Parsing, TellsWhatToDo)
 {
-    const CommandLine line = CommandLine::parse(QStringList{QStringLiteral("terravox")} + GetParam().arguments);
+    const CommandLine line = CommandLine::parse(QStringList{u"terravox"_s} + GetParam().arguments);
     EXPECT_EQ(line.action, GetParam().action);
     EXPECT_EQ(line.galleryFolder, GetParam().folder);
     if (line.action == Action::Fail)
@@ -50,9 +50,9 @@ protected:
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove(QStringLiteral("QT_QPA_PLATFORM")); // no display is said to be needed
-        environment.remove(QStringLiteral("DISPLAY"));
-        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        environment.remove(u"QT_QPA_PLATFORM"_s); // no display is said to be needed
+        environment.remove(u"DISPLAY"_s);
+        environment.remove(u"WAYLAND_DISPLAY"_s);
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(TERRAVOX_PROGRAM), arguments);
         ASSERT_TRUE(process.waitForFinished(60000));
@@ -69,32 +69,32 @@ protected:
 
 TEST_F(Program, PrintsTheTreeAndGoesOnAfterBadFiles)
 {
-    const QString bad = write(QStringLiteral("bad.gpkg"), "this is no database");
-    run({QStringLiteral("--print-tree"), bad, towns(), folder.filePath(QStringLiteral("gone.shp"))});
+    const QString bad = write(u"bad.gpkg"_s, "this is no database");
+    run({u"--print-tree"_s, bad, towns(), folder.filePath(u"gone.shp"_s)});
     EXPECT_EQ(code, 1);
-    EXPECT_TRUE(out.contains(QStringLiteral("towns"))) << out.toStdString();
-    EXPECT_TRUE(out.contains(QStringLiteral("Point, 3"))) << out.toStdString();
-    EXPECT_TRUE(out.startsWith(QStringLiteral("Untitle Workspace\n"))) << "as the tree names it: " << out.toStdString();
-    EXPECT_TRUE(out.contains(QStringLiteral("Fill Library"))) << out.toStdString();
-    EXPECT_TRUE(err.contains(QStringLiteral("bad.gpkg"))) << err.toStdString();
-    EXPECT_TRUE(err.contains(QStringLiteral("gone.shp"))) << err.toStdString();
+    EXPECT_TRUE(out.contains(u"towns"_s)) << out.toStdString();
+    EXPECT_TRUE(out.contains(u"Point, 3"_s)) << out.toStdString();
+    EXPECT_TRUE(out.startsWith(u"Untitle Workspace\n"_s)) << "as the tree names it: " << out.toStdString();
+    EXPECT_TRUE(out.contains(u"Fill Library"_s)) << out.toStdString();
+    EXPECT_TRUE(err.contains(u"bad.gpkg"_s)) << err.toStdString();
+    EXPECT_TRUE(err.contains(u"gone.shp"_s)) << err.toStdString();
 }
 
 TEST_F(Program, AnswersHelpVersionAndMistakes)
 {
-    run({QStringLiteral("--help")});
+    run({u"--help"_s});
     EXPECT_EQ(code, 0);
-    EXPECT_TRUE(out.startsWith(QStringLiteral("Usage: terravox "))) << out.toStdString();
-    EXPECT_TRUE(out.contains(QStringLiteral("--print-tree"))) << out.toStdString();
-    run({QStringLiteral("--version")});
+    EXPECT_TRUE(out.startsWith(u"Usage: terravox "_s)) << out.toStdString();
+    EXPECT_TRUE(out.contains(u"--print-tree"_s)) << out.toStdString();
+    run({u"--version"_s});
     EXPECT_EQ(code, 0);
-    EXPECT_TRUE(out.startsWith(QStringLiteral("terravox "))) << out.toStdString();
-    run({QStringLiteral("--wrong")});
+    EXPECT_TRUE(out.startsWith(u"terravox "_s)) << out.toStdString();
+    run({u"--wrong"_s});
     EXPECT_EQ(code, 2);
-    EXPECT_TRUE(err.contains(QStringLiteral("wrong"))) << err.toStdString();
+    EXPECT_TRUE(err.contains(u"wrong"_s)) << err.toStdString();
     run({});
     EXPECT_EQ(code, 2);
-    EXPECT_TRUE(err.contains(QStringLiteral("no display"))) << err.toStdString();
+    EXPECT_TRUE(err.contains(u"no display"_s)) << err.toStdString();
 }
 
 } // namespace

@@ -34,11 +34,11 @@ protected:
     Commands()
     {
         CTxDataSources sources;
-        EXPECT_TRUE(sources.Create(path("archive.tdb"), QStringLiteral("archive"), CTxDataSourceStorage::Native));
+        EXPECT_TRUE(sources.Create(path("archive.tdb"), u"archive"_s, CTxDataSourceStorage::Native));
         sources.CloseAll();
         window->openFiles({rivers(300), path("archive.tdb")});
-        source = vector(workspace(), QStringLiteral("rivers"));
-        archive = workspace().GetDataSources().find(QStringLiteral("archive"));
+        source = vector(workspace(), u"rivers"_s);
+        archive = workspace().GetDataSources().find(u"archive"_s);
         EXPECT_TRUE(source && archive);
     }
 
@@ -49,13 +49,11 @@ protected:
     {
         QByteArrayList features;
         for (int i = 0; i < count; ++i)
-            features << QStringLiteral(R"({"type":"Feature","properties":{"name":"r%1"},"geometry":)"
-                                       R"({"type":"LineString","coordinates":[[0,%1],[4,%1],[4,%2]]}})")
-                            .arg(i)
+            features << uR"({"type":"Feature","properties":{"name":"r%1"},"geometry":)"
+                        R"({"type":"LineString","coordinates":[[0,%1],[4,%1],[4,%2]]}})"_s.arg(i)
                             .arg(i + 0.5)
                             .toUtf8();
-        return write(QStringLiteral("rivers.geojson"),
-                     R"({"type":"FeatureCollection","features":[)" + features.join(',') + "]}");
+        return write(u"rivers.geojson"_s, R"({"type":"FeatureCollection","features":[)" + features.join(',') + "]}");
     }
 
     void select(const QString &alias, const QString &name) const
@@ -104,12 +102,12 @@ protected:
 
     static void type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
-    CDatasetVector *copied(const QString &name = QStringLiteral("rivers"))
+    CDatasetVector *copied(const QString &name = u"rivers"_s)
     {
         const auto result =
             DatasetJobs::copy(*source, {archive, name, CElemDataEnc::NONE}, [](qint64, qint64) { return true; });
         EXPECT_EQ(result.state, DatasetJobs::Result::Done) << result.why.toStdString();
-        window->workspacePane().addDataset(QStringLiteral("archive"), name);
+        window->workspacePane().addDataset(u"archive"_s, name);
         return static_cast<CDatasetVector *>(archive->GetDataset(name));
     }
 
@@ -165,81 +163,81 @@ TEST_F(Commands, AreEnabledByTheSelection)
 
 TEST_F(Commands, CopyByTheKeyboardAlone)
 {
-    select(QStringLiteral("rivers"), QStringLiteral("rivers"));
+    select(u"rivers"_s, u"rivers"_s);
     window->workspacePane().tree()->setFocus();
     const auto pressKeys = [this] {
         QTest::keyClick(window->windowHandle(), Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     };
     inDialog<CopyDatasetDialog>(pressKeys, [](CopyDatasetDialog &dialog) {
         key(dialog, Qt::Key_D, Qt::AltModifier);
-        EXPECT_EQ(qobject_cast<QComboBox *>(QApplication::focusWidget())->currentText(), QStringLiteral("archive"));
+        EXPECT_EQ(qobject_cast<QComboBox *>(QApplication::focusWidget())->currentText(), u"archive"_s);
         key(dialog, Qt::Key_N, Qt::AltModifier);
-        type(QStringLiteral("9 lives"));
+        type(u"9 lives"_s);
         EXPECT_FALSE(ok(dialog)->isEnabled()) << "a name is checked while it is typed";
         key(dialog, Qt::Key_A, Qt::ControlModifier);
-        type(QStringLiteral("streams"));
+        type(u"streams"_s);
         EXPECT_TRUE(ok(dialog)->isEnabled());
         key(dialog, Qt::Key_Return);
     });
 
-    auto *made = static_cast<CDatasetVector *>(archive->GetDataset(QStringLiteral("streams")));
+    auto *made = static_cast<CDatasetVector *>(archive->GetDataset(u"streams"_s));
     ASSERT_TRUE(made) << window->outputPane().text().toStdString();
     EXPECT_EQ(made->GetRecordCount(), 300);
-    EXPECT_GE(made->FindField(QStringLiteral("name")), 0);
+    EXPECT_GE(made->FindField(u"name"_s), 0);
     EXPECT_FALSE(source->IsOpen()) << "what was closed before is closed again";
     const QTreeWidgetItem *item = window->workspacePane().tree()->currentItem();
     ASSERT_TRUE(item);
-    EXPECT_EQ(item->text(0), QStringLiteral("streams")) << "the copy is shown and selected";
-    EXPECT_TRUE(window->outputPane().text().contains(QStringLiteral("300")));
+    EXPECT_EQ(item->text(0), u"streams"_s) << "the copy is shown and selected";
+    EXPECT_TRUE(window->outputPane().text().contains(u"300"_s));
     EXPECT_TRUE(prompts.warnings.isEmpty());
 }
 
 TEST_F(Commands, ACopyThatIsStoppedOrFailsLeavesNothing)
 {
     qint64 calls = 0;
-    const auto stopped = DatasetJobs::copy(*source, {archive, QStringLiteral("streams"), CElemDataEnc::NONE},
+    const auto stopped = DatasetJobs::copy(*source, {archive, u"streams"_s, CElemDataEnc::NONE},
                                            [&](qint64, qint64) { return ++calls < 1; });
     EXPECT_EQ(stopped.state, DatasetJobs::Result::Stopped);
-    EXPECT_FALSE(archive->GetDataset(QStringLiteral("streams")));
-    const auto failed = DatasetJobs::copy(*source, {archive, QStringLiteral("no good name"), CElemDataEnc::NONE}, {});
+    EXPECT_FALSE(archive->GetDataset(u"streams"_s));
+    const auto failed = DatasetJobs::copy(*source, {archive, u"no good name"_s, CElemDataEnc::NONE}, {});
     EXPECT_EQ(failed.state, DatasetJobs::Result::Failed);
     EXPECT_FALSE(failed.why.isEmpty());
-    EXPECT_FALSE(archive->GetDataset(QStringLiteral("no good name")));
+    EXPECT_FALSE(archive->GetDataset(u"no good name"_s));
 }
 
 TEST_F(Commands, ACopyIntoANewFolderOfShapefilesHasTheRecords)
 {
     CTxDataSource *files =
-        workspace().GetDataSources().Create(path("shapes"), QStringLiteral("shapes"), CTxDataSourceStorage::Shapefile);
+        workspace().GetDataSources().Create(path("shapes"), u"shapes"_s, CTxDataSourceStorage::Shapefile);
     ASSERT_TRUE(files);
-    const auto result = DatasetJobs::copy(*source, {files, QStringLiteral("rivers"), CElemDataEnc::NONE}, {});
+    const auto result = DatasetJobs::copy(*source, {files, u"rivers"_s, CElemDataEnc::NONE}, {});
     EXPECT_EQ(result.state, DatasetJobs::Result::Done) << result.why.toStdString();
-    EXPECT_EQ(lines(static_cast<CDatasetVector *>(files->GetDataset(QStringLiteral("rivers")))).size(), 300U);
+    EXPECT_EQ(lines(static_cast<CDatasetVector *>(files->GetDataset(u"rivers"_s))).size(), 300U);
 }
 
 TEST_F(Commands, AppendShowsInTheTableThatIsOpen)
 {
     CDatasetVector *target = copied();
     AttributeTable *table = window->documentArea().showTable(target);
-    ASSERT_TRUE(table->setFilter(QStringLiteral("name IN ('r1', 'r2')")));
+    ASSERT_TRUE(table->setFilter(u"name IN ('r1', 'r2')"_s));
     table->model()->sort(table->model()->columnCount() - 1, Qt::DescendingOrder);
-    select(QStringLiteral("archive"), QStringLiteral("rivers"));
+    select(u"archive"_s, u"rivers"_s);
     inDialog<AppendDialog>([&] { action(Actions::Append)->trigger(); },
                            [&](AppendDialog &dialog) {
                                EXPECT_EQ(dialog.target(), target);
                                EXPECT_EQ(dialog.source(), source) << "the only other dataset that fits";
                                key(dialog, Qt::Key_G, Qt::AltModifier);
-                               type(QStringLiteral("TxMine"));
+                               type(u"TxMine"_s);
                                EXPECT_FALSE(ok(dialog)->isEnabled()) << "fields of this name are the engine's";
                                key(dialog, Qt::Key_A, Qt::ControlModifier);
-                               type(QStringLiteral("origin"));
+                               type(u"origin"_s);
                                key(dialog, Qt::Key_Return);
                            });
     EXPECT_EQ(target->GetRecordCount(), 600) << window->outputPane().text().toStdString();
     EXPECT_EQ(table->dataset(), target);
     EXPECT_EQ(table->model()->rowCount(), 4) << "by the same condition";
     EXPECT_EQ(table->model()->sortOrder(), Qt::DescendingOrder);
-    const int column = target->FindField(QStringLiteral("origin"));
+    const int column = target->FindField(u"origin"_s);
     ASSERT_GE(column, 0);
     EXPECT_EQ(table->model()->columnCount(), target->GetFieldCount());
     EXPECT_TRUE(prompts.warnings.isEmpty()) << prompts.warnings.join(u' ').toStdString();
@@ -252,7 +250,7 @@ TEST_F(Commands, AppendTakesOnlyWhatTheMapShowsWhenAsked)
     CTxMapWnd *canvas = window->documentArea().currentMap()->canvas();
     canvas->SetViewBounds(CRect2D(0, 9.8, 5, 12.2));
     const CRect2D shown = canvas->GetViewBounds();
-    select(QStringLiteral("archive"), QStringLiteral("rivers"));
+    select(u"archive"_s, u"rivers"_s);
     inDialog<AppendDialog>([&] { action(Actions::Append)->trigger(); },
                            [&](AppendDialog &dialog) {
                                const auto *only = dialog.findChild<QCheckBox *>();
@@ -270,7 +268,7 @@ TEST_F(Commands, AppendTakesOnlyWhatTheMapShowsWhenAsked)
 TEST_F(Commands, SmoothingIsAskedForDoneWholeOrNotAtAll)
 {
     CDatasetVector *target = copied();
-    select(QStringLiteral("archive"), QStringLiteral("rivers"));
+    select(u"archive"_s, u"rivers"_s);
     action(Actions::SmoothLines)->trigger();
     EXPECT_EQ(prompts.questions.size(), 1);
     EXPECT_EQ(points(lines(target).front()), 3) << "refused";
@@ -291,7 +289,7 @@ TEST_F(Commands, SmoothingIsAskedForDoneWholeOrNotAtAll)
 
 TEST_F(Commands, ParallelLinesLieAtTheDistanceThatWasTyped)
 {
-    select(QStringLiteral("rivers"), QStringLiteral("rivers"));
+    select(u"rivers"_s, u"rivers"_s);
     inDialog<ParallelLineDialog>(
         [&] { action(Actions::ParallelLine)->trigger(); },
         [&](ParallelLineDialog &dialog) {
@@ -309,9 +307,9 @@ TEST_F(Commands, ParallelLinesLieAtTheDistanceThatWasTyped)
             key(dialog, Qt::Key_End); // both sides
             key(dialog, Qt::Key_Return);
         });
-    auto *made = static_cast<CDatasetVector *>(archive->GetDataset(QStringLiteral("rivers_parallel")));
+    auto *made = static_cast<CDatasetVector *>(archive->GetDataset(u"rivers_parallel"_s));
     ASSERT_TRUE(made) << window->outputPane().text().toStdString();
-    EXPECT_GE(made->FindField(QStringLiteral("name")), 0);
+    EXPECT_GE(made->FindField(u"name"_s), 0);
     const auto found = lines(made);
     ASSERT_EQ(found.size(), 600U);
     for (const size_t i : {0U, 1U}) {

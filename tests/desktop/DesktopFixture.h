@@ -17,6 +17,8 @@
 
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// Answers the desktop's questions as a test wants, and keeps what was asked.
 class ScriptedPrompts : public Prompts
 {
@@ -68,10 +70,10 @@ class DesktopFixture : public testing::Test
 protected:
     DesktopFixture()
     {
-        QCoreApplication::setOrganizationName(QStringLiteral("terravox-test"));
+        QCoreApplication::setOrganizationName(u"terravox-test"_s);
         QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path() + QStringLiteral("/settings"));
-        profile = std::make_unique<CTdProfileFile>(folder.filePath(QStringLiteral("profile.ini")));
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path() + u"/settings"_s);
+        profile = std::make_unique<CTdProfileFile>(folder.filePath(u"profile.ini"_s));
     }
 
     QString write(const QString &name, const QByteArray &content) const
@@ -85,7 +87,7 @@ protected:
     /// Three towns, the second without a population.
     QString towns() const
     {
-        return write(QStringLiteral("towns.geojson"), R"({"type":"FeatureCollection","features":[
+        return write(u"towns.geojson"_s, R"({"type":"FeatureCollection","features":[
 {"type":"Feature","properties":{"name":"Havn","population":18250},"geometry":{"type":"Point","coordinates":[10.9,54.05]}},
 {"type":"Feature","properties":{"name":"Midby","population":null},"geometry":{"type":"Point","coordinates":[10.85,53.75]}},
 {"type":"Feature","properties":{"name":"Sund","population":9120},"geometry":{"type":"Point","coordinates":[10.6,53.45]}}]})");
@@ -94,7 +96,7 @@ protected:
     /// One red-bordered region.
     QString districts() const
     {
-        return write(QStringLiteral("districts.geojson"), R"({"type":"FeatureCollection","features":[
+        return write(u"districts.geojson"_s, R"({"type":"FeatureCollection","features":[
 {"type":"Feature","properties":{"name":"North"},"geometry":{"type":"Polygon","coordinates":[[[10,53],[12,53],[12,55],[10,55],[10,53]]]}}]})");
     }
 
@@ -104,8 +106,8 @@ protected:
         QByteArray text = "n,square\n";
         for (int i = 0; i < rows; ++i)
             text += QByteArray::number(i) + ',' + QByteArray::number(qint64(i) * i) + '\n';
-        write(QStringLiteral("numbers.csvt"), "Integer,Integer64\n");
-        return write(QStringLiteral("numbers.csv"), text);
+        write(u"numbers.csvt"_s, "Integer,Integer64\n");
+        return write(u"numbers.csv"_s, text);
     }
 
     /// The first dataset of the datasource called @p alias, as a vector dataset.

@@ -27,19 +27,19 @@ TEST_F(GalleryRun, DrawsEveryWindowInEveryPaletteAndScale)
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(QStringLiteral(TERRAVOX_PROGRAM),
-                  {QStringLiteral("--gallery"), folder.filePath(QStringLiteral("pictures")), districts(), towns()});
+                  {u"--gallery"_s, folder.filePath(u"pictures"_s), districts(), towns()});
     ASSERT_TRUE(process.waitForFinished(200000));
     ASSERT_EQ(process.exitCode(), 0) << process.readAll().toStdString();
 
     // Questions break their lines by the width of the screen, which is half as wide at twice the size.
-    const QStringList wrapped = {QStringLiteral("close-question"), QStringLiteral("delete")};
+    const QStringList wrapped = {u"close-question"_s, u"delete"_s};
     for (const QString &window : Gallery::windows()) {
         QImage pictures[2][2];
         for (const bool dark : {false, true}) {
             for (const int scale : {1, 2}) {
                 const QString name = Gallery::fileName(window, dark, scale);
                 QImage &picture = pictures[dark][scale - 1];
-                ASSERT_TRUE(picture.load(folder.filePath(QStringLiteral("pictures/") + name))) << name.toStdString();
+                ASSERT_TRUE(picture.load(folder.filePath(u"pictures/"_s + name))) << name.toStdString();
                 EXPECT_GE(colours(picture), 5) << name.toStdString() << " is blank";
             }
             // Text widths differ by a few pixels between the scales.
@@ -57,8 +57,8 @@ TEST_F(GalleryRun, DrawsEveryWindowInEveryPaletteAndScale)
 TEST_F(GalleryRun, TellsAFolderThatCannotBeMade)
 {
     QString error;
-    const QString file = write(QStringLiteral("file"), "x");
-    EXPECT_FALSE(Gallery::draw(file + QStringLiteral("/folder"), {}, error));
+    const QString file = write(u"file"_s, "x");
+    EXPECT_FALSE(Gallery::draw(file + u"/folder"_s, {}, error));
     EXPECT_FALSE(error.isEmpty());
 }
 

@@ -28,19 +28,19 @@ protected:
     Host()
     {
         window->openFiles({towns()});
-        dataset = vector(workspace(), QStringLiteral("towns"));
+        dataset = vector(workspace(), u"towns"_s);
     }
 
     /// A native database "own" with the points wells and springs and the network roads, of which a map and tables show
     /// wells.
     void showOwn()
     {
-        own = workspace().GetDataSources().Create(folder.filePath(QStringLiteral("own.tdb")), QStringLiteral("own"),
-                                                  CTxDataSourceStorage::Native);
+        own =
+            workspace().GetDataSources().Create(folder.filePath(u"own.tdb"_s), u"own"_s, CTxDataSourceStorage::Native);
         ASSERT_NE(own, nullptr);
-        wells = make(QStringLiteral("wells"), CElemDatasetInfo::Point);
-        springs = make(QStringLiteral("springs"), CElemDatasetInfo::Point);
-        roads = make(QStringLiteral("roads"), CElemDatasetInfo::Network);
+        wells = make(u"wells"_s, CElemDatasetInfo::Point);
+        springs = make(u"springs"_s, CElemDatasetInfo::Point);
+        roads = make(u"roads"_s, CElemDatasetInfo::Network);
         window->workspacePane().refill();
         ASSERT_TRUE(wells && springs && roads && area().addToMap(wells) && area().showTable(wells));
     }
@@ -94,21 +94,21 @@ protected:
 TEST_F(Host, PrintsTheLibrarysLines)
 {
     window->outputPane().clear();
-    EXPECT_TRUE(CTdCommMethods::ShowText(QStringLiteral("Import"), QStringLiteral("done"), 3));
-    EXPECT_EQ(window->outputPane().text(), QStringLiteral("Import:\tdone"));
+    EXPECT_TRUE(CTdCommMethods::ShowText(u"Import"_s, u"done"_s, 3));
+    EXPECT_EQ(window->outputPane().text(), u"Import:\tdone"_s);
 }
 
 TEST_F(Host, LetsGoOfADatasetThatClosesWhateverReadsIt)
 {
-    const int closed = CWorkspaceBarTree::GetItemImage(item(QStringLiteral("towns"), QStringLiteral("towns")));
+    const int closed = CWorkspaceBarTree::GetItemImage(item(u"towns"_s, u"towns"_s));
     area().addToMap(dataset); // and its drawing is not begun yet
     area().showTable(dataset);
-    EXPECT_NE(CWorkspaceBarTree::GetItemImage(item(QStringLiteral("towns"), QStringLiteral("towns"))), closed);
-    select(QStringLiteral("towns"), QStringLiteral("towns"));
+    EXPECT_NE(CWorkspaceBarTree::GetItemImage(item(u"towns"_s, u"towns"_s)), closed);
+    select(u"towns"_s, u"towns"_s);
     trigger(Actions::CloseDataset);
     EXPECT_FALSE(dataset->IsOpen());
     EXPECT_TRUE(area().tables().isEmpty());
-    EXPECT_EQ(CWorkspaceBarTree::GetItemImage(item(QStringLiteral("towns"), QStringLiteral("towns"))), closed);
+    EXPECT_EQ(CWorkspaceBarTree::GetItemImage(item(u"towns"_s, u"towns"_s)), closed);
     EXPECT_FALSE(window->actions()[Actions::CloseDataset]->isEnabled());
     area().currentMap()->canvas()->FinishDrawing();
     window->grab();
@@ -119,9 +119,9 @@ TEST_F(Host, ClosesTheDatasetsOfASelectionAlone)
 {
     showOwn();
     area().showTable(dataset);
-    select(QStringLiteral("wells"), QStringLiteral("own"));
+    select(u"wells"_s, u"own"_s);
     const CWorkspaceBarTree *tree = window->workspacePane().tree(); // the datasource is called like its dataset
-    tree->FindHTreeItem(QStringLiteral("towns"), QString(), CTdOleDataNode::ItemDataSource, 0)->setSelected(true);
+    tree->FindHTreeItem(u"towns"_s, QString(), CTdOleDataNode::ItemDataSource, 0)->setSelected(true);
     trigger(Actions::CloseDataset);
     EXPECT_FALSE(wells->IsOpen());
     EXPECT_TRUE(dataset->IsOpen());
@@ -135,8 +135,8 @@ TEST_F(Host, SaysWhichWindowsHoldADatasetAndLeavesItToTheQuestion)
     window->outputPane().clear();
     answer(QMessageBox::No);
     EXPECT_FALSE(CTdCommMethods::PromoteCloseDataset(dataset));
-    EXPECT_TRUE(window->outputPane().text().contains(QStringLiteral("the map “towns”"))) << "of that name";
-    EXPECT_TRUE(window->outputPane().text().contains(QStringLiteral("the attribute table of “towns”")));
+    EXPECT_TRUE(window->outputPane().text().contains(u"the map “towns”"_s)) << "of that name";
+    EXPECT_TRUE(window->outputPane().text().contains(u"the attribute table of “towns”"_s));
     EXPECT_EQ(area().tables().size(), 1);
     answer(QMessageBox::Yes);
     EXPECT_TRUE(CTdCommMethods::PromoteCloseDataset(dataset));
@@ -152,16 +152,16 @@ TEST_F(Host, ADeletedDatasetLeavesTreeMapsAndTables)
     ASSERT_TRUE(area().addToMap(springs) && area().showTable(springs));
     ASSERT_TRUE(area().showTable(dynamic_cast<CDatasetVector *>(roads->GetChildDataset())));
     area().showMap(area().currentMap()->map()->GetName());
-    select(QStringLiteral("wells"), QStringLiteral("own"));
+    select(u"wells"_s, u"own"_s);
     trigger(Actions::Delete);
-    EXPECT_EQ(prompts.questions.last(), QStringLiteral("Delete the dataset “wells”?"));
-    EXPECT_TRUE(prompts.explanations.last().startsWith(QStringLiteral("The map “wells” shows this data")));
-    EXPECT_EQ(own->GetDataset(QStringLiteral("wells")), wells) << "not allowed";
+    EXPECT_EQ(prompts.questions.last(), u"Delete the dataset “wells”?"_s);
+    EXPECT_TRUE(prompts.explanations.last().startsWith(u"The map “wells” shows this data"_s));
+    EXPECT_EQ(own->GetDataset(u"wells"_s), wells) << "not allowed";
 
     prompts.confirmAnswer = true;
     trigger(Actions::Delete);
-    EXPECT_EQ(own->GetDataset(QStringLiteral("wells")), nullptr);
-    EXPECT_EQ(item(QStringLiteral("wells"), QStringLiteral("own")), nullptr);
+    EXPECT_EQ(own->GetDataset(u"wells"_s), nullptr);
+    EXPECT_EQ(item(u"wells"_s, u"own"_s), nullptr);
     EXPECT_EQ(area().currentMap()->map()->GetLayers().GetCount(), 1);
     ASSERT_EQ(area().tables().size(), 2);
     for (AttributeTable *table : area().tables()) {
@@ -169,10 +169,10 @@ TEST_F(Host, ADeletedDatasetLeavesTreeMapsAndTables)
         if (table->dataset() != springs)
             continue;
         ASSERT_EQ(view->model()->rowCount(), 1);
-        EXPECT_EQ(view->model()->index(0, 0).data().toString(), QStringLiteral("1")) << "its cursor was ended";
+        EXPECT_EQ(view->model()->index(0, 0).data().toString(), u"1"_s) << "its cursor was ended";
     }
 
-    select(QStringLiteral("roads"), QStringLiteral("own"));
+    select(u"roads"_s, u"own"_s);
     trigger(Actions::Delete);
     EXPECT_EQ(area().tables().size(), 1) << "the nodes went along";
     EXPECT_TRUE(prompts.warnings.isEmpty());
@@ -185,65 +185,56 @@ TEST_F(Host, ADatasetThatCannotBeDeletedStaysEverywhere)
     CTdCommMethods::DeleteDataset(own, wells);
     ASSERT_TRUE(own->RollbackTrans());
     ASSERT_EQ(prompts.warnings.size(), 1);
-    EXPECT_TRUE(prompts.warnings[0].startsWith(QStringLiteral("“wells” could not be deleted. ")));
-    EXPECT_TRUE(prompts.warnings[0].contains(QStringLiteral("transaction"))) << qPrintable(prompts.warnings[0]);
+    EXPECT_TRUE(prompts.warnings[0].startsWith(u"“wells” could not be deleted. "_s));
+    EXPECT_TRUE(prompts.warnings[0].contains(u"transaction"_s)) << qPrintable(prompts.warnings[0]);
     EXPECT_EQ(area().currentMap()->map()->GetLayers().GetCount(), 1);
-    EXPECT_NE(item(QStringLiteral("wells"), QStringLiteral("own")), nullptr);
+    EXPECT_NE(item(u"wells"_s, u"own"_s), nullptr);
 }
 
 TEST_F(Host, RenamingAsksWhetherWindowsShallLetGo)
 {
     ASSERT_NO_FATAL_FAILURE(showOwn());
-    prompts.textToEnter = QStringLiteral("deep_wells");
-    select(QStringLiteral("wells"), QStringLiteral("own"));
+    prompts.textToEnter = u"deep_wells"_s;
+    select(u"wells"_s, u"own"_s);
     answer(QMessageBox::No);
     trigger(Actions::Rename);
-    EXPECT_EQ(wells->GetName(), QStringLiteral("wells"));
+    EXPECT_EQ(wells->GetName(), u"wells"_s);
     EXPECT_EQ(area().tables().size(), 1);
     answer(QMessageBox::Yes);
     trigger(Actions::Rename);
-    EXPECT_EQ(wells->GetName(), QStringLiteral("deep_wells"));
+    EXPECT_EQ(wells->GetName(), u"deep_wells"_s);
     EXPECT_EQ(area().currentMap()->map()->GetLayers().GetLayerAt(0)->GetDataset(), wells);
-    EXPECT_NE(item(QStringLiteral("deep_wells"), QStringLiteral("own")), nullptr);
+    EXPECT_NE(item(u"deep_wells"_s, u"own"_s), nullptr);
 }
 
 TEST_F(Host, ADoubleClickOnATileShowsIt)
 {
-    own = workspace().GetDataSources().Create(folder.filePath(QStringLiteral("own.tdb")), QStringLiteral("own"),
-                                              CTxDataSourceStorage::Native);
+    own = workspace().GetDataSources().Create(folder.filePath(u"own.tdb"_s), u"own"_s, CTxDataSourceStorage::Native);
     CTxDatasetDef def;
-    def.name = QStringLiteral("Sheets");
+    def.name = u"Sheets"_s;
     def.type = CElemDatasetInfo::Region;
     def.options = CTxDataset::Library;
     ASSERT_TRUE(own && own->CreateDataset(def));
-    CTxDataset *tile = make(QStringLiteral("SheetA"), CElemDatasetInfo::Region);
-    auto *index = dynamic_cast<CDatasetVector *>(own->GetDataset(QStringLiteral("Sheets_Tile")));
+    CTxDataset *tile = make(u"SheetA"_s, CElemDatasetInfo::Region);
+    auto *index = dynamic_cast<CDatasetVector *>(own->GetDataset(u"Sheets_Tile"_s));
     ASSERT_TRUE(index && index->Open());
     CTxRecordset *records = index->Query(CTxQueryDef());
     for (const char *name : {"Gone", "SheetA"})
-        EXPECT_TRUE(records->AddNew() && records->SetFieldValue(QStringLiteral("TxLibTileName"), QString(name)) &&
+        EXPECT_TRUE(records->AddNew() && records->SetFieldValue(u"TxLibTileName"_s, QString(name)) &&
                     records->Update());
     index->ReleaseRecordset(records);
     window->workspacePane().refill();
-    select(QStringLiteral("Sheets"), QStringLiteral("own"));
+    select(u"Sheets"_s, u"own"_s);
     trigger(Actions::ListTiles);
     CWorkspaceBarTree *tree = window->workspacePane().tree();
-    QTreeWidgetItem *sheets = item(QStringLiteral("Sheets"), QStringLiteral("own"));
+    QTreeWidgetItem *sheets = item(u"Sheets"_s, u"own"_s);
     ASSERT_EQ(sheets->childCount(), 2);
     Q_EMIT tree->itemActivated(sheets->child(0), 0);
     EXPECT_EQ(area().currentMap(), nullptr);
-    EXPECT_TRUE(window->outputPane().text().contains(QStringLiteral("The tile “Gone” is not there.")));
+    EXPECT_TRUE(window->outputPane().text().contains(u"The tile “Gone” is not there."_s));
     Q_EMIT tree->itemActivated(sheets->child(1), 0);
     ASSERT_NE(area().currentMap(), nullptr);
     EXPECT_EQ(area().currentMap()->map()->GetLayers().GetLayerAt(0)->GetDataset(), tile);
-}
-
-TEST_F(Host, IsForgottenWhenTheWindowGoes)
-{
-    EXPECT_EQ(CTdModule::GetMainWnd(), window.get());
-    window.reset();
-    EXPECT_EQ(CTdModule::GetMainWnd(), nullptr);
-    EXPECT_FALSE(CTdCommMethods::ShowText(QStringLiteral("a"), QStringLiteral("b"), 3));
 }
 
 } // namespace

@@ -41,7 +41,7 @@ protected:
 
 TEST_F(Menus, EveryMenuHasItsOwnMnemonics)
 {
-    checkMnemonics(window->menuBar()->actions(), QStringLiteral("menu bar"));
+    checkMnemonics(window->menuBar()->actions(), u"menu bar"_s);
     for (const QAction *menu : window->menuBar()->actions())
         checkMnemonics(menu->menu()->actions(), menu->text());
 }
@@ -67,7 +67,7 @@ TEST_F(Menus, EveryCommandSaysWhatItDoes)
 
 TEST_F(Menus, EveryToolButtonHasAPicture)
 {
-    const QToolBar *bar = window->findChild<QToolBar *>(QStringLiteral("ToolBar"));
+    const QToolBar *bar = window->findChild<QToolBar *>(u"ToolBar"_s);
     ASSERT_NE(bar, nullptr);
     for (const QAction *action : bar->actions()) {
         EXPECT_TRUE(action->isSeparator() || !action->icon().isNull()) << action->text().toStdString();

@@ -56,9 +56,9 @@ TEST_F(RecordTable, ShowsRecordsAndTellsNullFromText)
 {
     ASSERT_TRUE(model.setDataset(open(towns())));
     finishWalk();
-    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby", "Sund"}));
-    EXPECT_EQ(column(QStringLiteral("population")), (QStringList{"18250", "NULL", "9120"}));
-    const QModelIndex null = model.index(1, columnOf(QStringLiteral("population")));
+    EXPECT_EQ(column(u"name"_s), (QStringList{"Havn", "Midby", "Sund"}));
+    EXPECT_EQ(column(u"population"_s), (QStringList{"18250", "NULL", "9120"}));
+    const QModelIndex null = model.index(1, columnOf(u"population"_s));
     EXPECT_TRUE(null.data(Qt::FontRole).value<QFont>().italic());
     EXPECT_TRUE(model.fullText(null).isEmpty());
     EXPECT_FALSE(model.index(0, 0).data(Qt::FontRole).isValid());
@@ -67,19 +67,19 @@ TEST_F(RecordTable, ShowsRecordsAndTellsNullFromText)
 TEST_F(RecordTable, FiltersAndOrdersAndKeepsTheRowsWhenTheConditionIsWrong)
 {
     ASSERT_TRUE(model.setDataset(open(towns())));
-    EXPECT_TRUE(model.setFilter(QStringLiteral("population > 10000 OR name = 'Midby'")));
+    EXPECT_TRUE(model.setFilter(u"population > 10000 OR name = 'Midby'"_s));
     finishWalk();
-    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby"}));
-    EXPECT_FALSE(model.setFilter(QStringLiteral("population >")));
+    EXPECT_EQ(column(u"name"_s), (QStringList{"Havn", "Midby"}));
+    EXPECT_FALSE(model.setFilter(u"population >"_s));
     EXPECT_FALSE(model.error().isEmpty());
-    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby"}));
+    EXPECT_EQ(column(u"name"_s), (QStringList{"Havn", "Midby"}));
     EXPECT_TRUE(model.setFilter(QString()));
-    model.sort(columnOf(QStringLiteral("name")), Qt::DescendingOrder);
+    model.sort(columnOf(u"name"_s), Qt::DescendingOrder);
     finishWalk();
-    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Sund", "Midby", "Havn"}));
+    EXPECT_EQ(column(u"name"_s), (QStringList{"Sund", "Midby", "Havn"}));
     model.sort(-1);
     finishWalk();
-    EXPECT_EQ(column(QStringLiteral("name")), (QStringList{"Havn", "Midby", "Sund"}));
+    EXPECT_EQ(column(u"name"_s), (QStringList{"Havn", "Midby", "Sund"}));
 }
 
 TEST_F(RecordTable, GivesItsCursorsBack)
@@ -111,14 +111,14 @@ TEST_F(RecordTable, NoticesADatasetThatGoesWithoutAWord)
         CDatasetVector *dataset = open(numbers(rows));
         ASSERT_TRUE(model.setDataset(dataset));
         ASSERT_FALSE(model.isComplete()) << "in the middle of its walk";
-        EXPECT_EQ(model.index(0, 1).data().toString(), QStringLiteral("0"));
+        EXPECT_EQ(model.index(0, 1).data().toString(), u"0"_s);
         end(workspace.GetDataSources(), dataset);
         QApplication::processEvents(); // a slice of the walk
         EXPECT_TRUE(model.isComplete());
         for (int row = 0; row < model.rowCount(); row += 100) // as a view that scrolls
             model.index(row, 1).data();
         model.sort(0);
-        model.setFilter(QStringLiteral("n > 3"));
+        model.setFilter(u"n > 3"_s);
         EXPECT_EQ(model.refresh(), QByteArray(name) == "closed and opened") << qPrintable(model.error());
         EXPECT_NE(model.error().isEmpty(), !model.refresh());
         model.release();
@@ -135,7 +135,7 @@ TEST_F(RecordTable, ReadsManyRecordsBitByBit)
     finishWalk();
     ASSERT_EQ(model.rowCount(), rows);
     EXPECT_LT(inserted.count(), 20) << "views are not told of every row";
-    const int square = columnOf(QStringLiteral("square"));
+    const int square = columnOf(u"square"_s);
     for (const int row : {0, 1, 255, 256, 46341, rows - 1, 3}) // 46341² does not fit into 31 bits
         EXPECT_EQ(model.index(row, square).data().toString(), QString::number(qint64(row) * row));
     EXPECT_EQ(model.headerData(rows - 1, Qt::Vertical).toInt(), rows);
@@ -143,18 +143,16 @@ TEST_F(RecordTable, ReadsManyRecordsBitByBit)
 
 TEST_F(RecordTable, ToolTipsTellWhatACellDoesNotShow)
 {
-    const QString text = QStringLiteral("<b>") + QString(500, QLatin1Char('x'));
-    const QString path =
-        write(QStringLiteral("long.geojson"), QStringLiteral(R"({"type":"FeatureCollection","features":[
-{"type":"Feature","properties":{"t":"%1","d":0.000000000125},"geometry":null}]})")
-                                                  .arg(text)
-                                                  .toUtf8());
+    const QString text = u"<b>"_s + QString(500, QLatin1Char('x'));
+    const QString path = write(u"long.geojson"_s, uR"({"type":"FeatureCollection","features":[
+{"type":"Feature","properties":{"t":"%1","d":0.000000000125},"geometry":null}]})"_s.arg(text)
+                                                      .toUtf8());
     ASSERT_TRUE(model.setDataset(open(path)));
-    const QModelIndex cell = model.index(0, columnOf(QStringLiteral("t")));
+    const QModelIndex cell = model.index(0, columnOf(u"t"_s));
     EXPECT_LT(cell.data().toString().size(), 400) << "a cell shows the beginning";
     EXPECT_EQ(model.fullText(cell), text);
-    EXPECT_TRUE(cell.data(Qt::ToolTipRole).toString().contains(QStringLiteral("&lt;b&gt;xxx")));
-    const QModelIndex number = model.index(0, columnOf(QStringLiteral("d")));
+    EXPECT_TRUE(cell.data(Qt::ToolTipRole).toString().contains(u"&lt;b&gt;xxx"_s));
+    const QModelIndex number = model.index(0, columnOf(u"d"_s));
     EXPECT_EQ(number.data().toString(), "0.00000000");
     EXPECT_EQ(number.data(Qt::ToolTipRole).toString().toDouble(), 0.000000000125);
 }
@@ -162,7 +160,7 @@ TEST_F(RecordTable, ToolTipsTellWhatACellDoesNotShow)
 TEST_F(RecordTable, AnEmptyTableIsAnAnswerToo)
 {
     ASSERT_TRUE(model.setDataset(open(towns())));
-    EXPECT_TRUE(model.setFilter(QStringLiteral("1 = 0")));
+    EXPECT_TRUE(model.setFilter(u"1 = 0"_s));
     EXPECT_TRUE(model.isComplete());
     EXPECT_EQ(model.rowCount(), 0);
     EXPECT_GT(model.columnCount(), 0);

@@ -44,8 +44,8 @@ TEST(MapStatusTexts, CoordinatesShowWhatAPixelCanTell)
 TEST(MapStatusTexts, ScalesAreRoundedToThreeDigits)
 {
     const QLocale locale;
-    EXPECT_EQ(MapStatus::scaleText(12'345'678), QStringLiteral("1 : ") + locale.toString(12'300'000));
-    EXPECT_EQ(MapStatus::scaleText(999.6), QStringLiteral("1 : ") + locale.toString(1000));
+    EXPECT_EQ(MapStatus::scaleText(12'345'678), u"1 : "_s + locale.toString(12'300'000));
+    EXPECT_EQ(MapStatus::scaleText(999.6), u"1 : "_s + locale.toString(1000));
     EXPECT_EQ(MapStatus::scaleText(0.2), "1 : 1");
     for (const double none : {0.0, -5.0, std::numeric_limits<double>::quiet_NaN(), 1e300})
         EXPECT_EQ(MapStatus::scaleText(none), QString()) << none;
@@ -66,14 +66,14 @@ TEST_F(RecentFilesTest, KeepsTheLatestFirstWithoutRepeats)
 {
     RecentFiles recent;
     for (int i = 0; i < RecentFiles::maximum + 3; ++i)
-        recent.add(QStringLiteral("/data/%1.gpkg").arg(i));
-    recent.add(QStringLiteral("/data/x/../5.gpkg"));
+        recent.add(u"/data/%1.gpkg"_s.arg(i));
+    recent.add(u"/data/x/../5.gpkg"_s);
     EXPECT_EQ(recent.files().size(), RecentFiles::maximum);
     EXPECT_EQ(recent.files().first(), "/data/5.gpkg");
-    EXPECT_EQ(recent.files().count(QStringLiteral("/data/5.gpkg")), 1);
+    EXPECT_EQ(recent.files().count(u"/data/5.gpkg"_s), 1);
     EXPECT_EQ(RecentFiles().files(), recent.files()) << "another run of the program sees the same list";
-    recent.remove(QStringLiteral("/data/5.gpkg"));
-    EXPECT_FALSE(recent.files().contains(QStringLiteral("/data/5.gpkg")));
+    recent.remove(u"/data/5.gpkg"_s);
+    EXPECT_FALSE(recent.files().contains(u"/data/5.gpkg"_s));
 }
 
 TEST_F(RecentFilesTest, NeverKeepsAPassword)
@@ -82,8 +82,8 @@ TEST_F(RecentFilesTest, NeverKeepsAPassword)
     for (const char *text : {"PG:dbname='gis' password='se\\'cret' user='ann'",
                              "PG:dbname=gis password=secret user=ann", "pg:PASSWORD = 'secret' dbname=gis"}) {
         recent.add(QString::fromLatin1(text));
-        EXPECT_FALSE(recent.files().first().contains(QStringLiteral("cret"))) << recent.files().first().toStdString();
-        EXPECT_TRUE(recent.files().first().contains(QStringLiteral("gis")));
+        EXPECT_FALSE(recent.files().first().contains(u"cret"_s)) << recent.files().first().toStdString();
+        EXPECT_TRUE(recent.files().first().contains(u"gis"_s));
     }
 }
 

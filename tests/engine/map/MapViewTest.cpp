@@ -50,19 +50,6 @@ TEST(MapView, PixelsGoDownWhileTheMapGoesUp)
     EXPECT_EQ(view.bounds(), CRect2D(0, 0, 200, 100));
 }
 
-TEST(MapView, ZoomKeepsThePlaceUnderThePointer)
-{
-    const MapView view(CPoint2D(8.5, 47.4), 0.01, size);
-    for (const QPointF &about : {QPointF(0, 0), QPointF(399, 1), QPointF(200, 100), QPointF(-50, 900)}) {
-        for (const double factor : {2.0, 0.1, 1.0001}) {
-            const CPoint2D before = view.toMap(about);
-            const CPoint2D after = view.zoomed(factor, about).toMap(about);
-            EXPECT_NEAR(before.x, after.x, 1e-9);
-            EXPECT_NEAR(before.y, after.y, 1e-9);
-        }
-    }
-}
-
 TEST(MapView, ZoomStopsAtTheEndsAndIgnoresNonsense)
 {
     MapView in(CPoint2D(1, 1), 1, size);
