@@ -54,8 +54,9 @@ protected:
     /// The host was told exactly @p count failures since the last call, each with the text of its own.
     void expectReports(int count)
     {
-        EXPECT_EQ(m_host.m_messages, QList<int>(count, 1124));
-        EXPECT_EQ(m_host.m_numbers, QList<qint64>(count, 0));
+        EXPECT_EQ(m_host.m_messages.size(), count);
+        EXPECT_EQ(m_host.m_messages.count(1124), count);
+        EXPECT_EQ(m_host.m_numbers.count(0), count);
         for (const QString &text : std::as_const(m_host.m_texts))
             EXPECT_FALSE(text.isEmpty() || text == staleText) << text.toStdString();
         m_host.m_messages.clear();

@@ -36,7 +36,14 @@ struct Destroyer
 };
 using GeosGeometry = std::unique_ptr<GEOSGeometry, Destroyer>;
 
-/// @p region without points that are not finite and without rings that enclose nothing.
+/// True for a place that can be reckoned with. At coordinates whose products overflow GEOS may never come to an end.
+bool isPlain(const CPoint2D &point)
+{
+    constexpr double furthest = 1e75;
+    return std::abs(point.x) <= furthest && std::abs(point.y) <= furthest;
+}
+
+/// @p region without points that are no plain ones and without rings that enclose nothing.
 CGeoRegion cleaned(const CGeoRegion &region)
 {
     constexpr size_t smallestRing = 4; // three places, and the first again
@@ -46,7 +53,7 @@ CGeoRegion cleaned(const CGeoRegion &region)
     for (qint32 part = 0; part < region.GetPartCount(); ++part) {
         std::vector<CPoint2D> ring;
         for (const CPoint2D *end = point + region.GetPolyCounts().at(part); point < end; ++point) {
-            if (std::isfinite(point->x) && std::isfinite(point->y))
+            if (isPlain(*point))
                 ring.push_back(*point);
         }
         if (!ring.empty() && ring.front() != ring.back())
