@@ -6,7 +6,9 @@
 #include <QDateTime>
 #include <QLocale>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -73,6 +75,19 @@ QString wordText(const CTxVariant &value)
     return QString::number(static_cast<quint32>(value.toInt64()), 16).rightJustified(8);
 }
 
+/// The amount as the user's locale writes one, with halves of the last decimal that is shown rounded away from zero: as
+/// a double most halves lie a little beside it, and would go either way.
+QString currencyText(const CTxVariant &value)
+{
+    constexpr double unit = 10000.0; // an amount counts ten-thousandths
+    const QLocale locale = QLocale::system();
+    const QString zero = locale.toCurrencyString(0.0);
+    const auto digits = std::count_if(zero.begin(), zero.end(), [](QChar c) { return c.isDigit(); });
+    const double shown = std::pow(10.0, static_cast<double>(std::max<qsizetype>(digits, 1) - 1));
+    const double rounded = std::round(std::round(value.toDouble() * unit) / (unit / shown));
+    return locale.toCurrencyString(rounded / shown + 0.0); // no "-0.00"
+}
+
 /// How the values of one code are written.
 struct ValueTextRow
 {
@@ -89,7 +104,7 @@ constexpr auto valueTexts = std::to_array<ValueTextRow>({
     {CTxVariant::Float, [](const CTxVariant &v) { return TxNumberText::fixed(v.toDouble(), 4); }},
     {CTxVariant::Double, reals8},
     {CTxVariant::Decimal, reals8},
-    {CTxVariant::Currency, [](const CTxVariant &v) { return QLocale::system().toCurrencyString(v.toDouble()); }},
+    {CTxVariant::Currency, currencyText},
     {CTxVariant::Date, dateText},
     {CTxVariant::String, plainText},
     {CTxVariant::NarrowString, plainText},

@@ -70,8 +70,11 @@ TEST(VAR2STR, BytesAndWideIntegersShowNarrowly)
 
 TEST(VAR2STR, CurrencyFollowsTheUsersLocale)
 {
-    EXPECT_EQ(CTdCommMethods::VAR2STR(V::fromInteger(V::Currency, 12'345'600)),
-              QLocale::system().toCurrencyString(1234.56));
+    const QList<std::pair<qint64, double>> amounts = {
+        {12'345'600, 1234.56}, {10'050, 1.01}, {-10'050, -1.01}, {10'049, 1.0}, {-49, 0.0}};
+    for (const auto &[value, shown] : amounts)
+        EXPECT_EQ(CTdCommMethods::VAR2STR(V::fromInteger(V::Currency, value)),
+                  QLocale::system().toCurrencyString(shown));
 }
 
 TEST(StringAlign, FillsUpToTheWidthButCutsToThirteen)
