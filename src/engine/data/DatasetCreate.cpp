@@ -73,7 +73,8 @@ CTxDataset *CTxDataSource::CreateDatasetFrom(const QString &name, const CTxDatas
     def.type = source->GetType();
     def.encType = encoding;
     CTxPJCoordSys coordSys;
-    source->GetProjection(coordSys);
+    // Its own alone: what it takes over from its datasource it would keep for ever in another one.
+    TxDataSourcePrivate::of(*source->GetDataSource()).ownProjection(*source, coordSys);
     def.coordSys = coordSys.ToWkt();
     std::optional<double> noData;
     if (source->IsVector()) {

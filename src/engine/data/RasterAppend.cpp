@@ -44,6 +44,13 @@ QString refusal(const CDatasetRaster &dataset)
     return QString();
 }
 
+/// Why no image can be of @p type; empty when one can.
+QString typeRefusal(CDatasetRaster::FileType type)
+{
+    const bool isKnown = type == CDatasetRaster::AutoDetect || !driversOf(type).isEmpty();
+    return isKnown ? QString() : QStringLiteral("There is no image file type number %1").arg(type);
+}
+
 /// Why nothing can be laid into @p bounds; empty when it can.
 QString boundsRefusal(const CRect2D &bounds)
 {
@@ -128,6 +135,8 @@ bool CDatasetRaster::Append(const QString &path, const CRect2D &bounds, FileType
     QString reason = refusal(*this);
     if (reason.isEmpty())
         reason = boundsRefusal(bounds);
+    if (reason.isEmpty())
+        reason = typeRefusal(type);
     if (!reason.isEmpty())
         return TxGdal::fail(reason);
     const TxGdal::DatasetPtr source = openImage(path, type);

@@ -1,5 +1,8 @@
 #include "engine/data/TxRasterPrivate.h"
 
+#include "engine/projection/TxCoordSysPrivate.h"
+#include "engine/projection/TxPJCoordSys.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -28,6 +31,12 @@ CRect2D TxRasterPlace::bounds(int width, int height) const
         }
     }
     return result;
+}
+
+const OGRSpatialReference *TxRasterPlace::systemOf(const GDALDataset &raster)
+{
+    const OGRSpatialReference *system = raster.GetSpatialRef();
+    return TxCoordSysPrivate::fromReference(system).GetType() == CTxPJCoordSys::None ? nullptr : system;
 }
 
 TxGdal::DatasetPtr TxRasterPrivate::openRaster(unsigned access) const

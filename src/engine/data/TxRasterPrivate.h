@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+class OGRSpatialReference;
+
 /// Where a raster's cells lie: the affine transform from columns and rows to coordinates.
 struct TxRasterPlace
 {
@@ -19,6 +21,8 @@ struct TxRasterPlace
     static TxRasterPlace of(GDALDataset &raster);
     /// The rectangle that holds @p width by @p height cells.
     CRect2D bounds(int width, int height) const;
+    /// The coordinate system of @p raster, null for none. A GeoPackage's "Undefined …" is none.
+    static const OGRSpatialReference *systemOf(const GDALDataset &raster);
 };
 
 /// The inside of a raster dataset.

@@ -22,8 +22,7 @@ std::nullptr_t refuse(const char *reason)
 
 bool hasSystem(GDALDataset &raster)
 {
-    const OGRSpatialReference *system = raster.GetSpatialRef();
-    return (system && !system->IsEmpty()) || raster.GetGCPCount() > 0;
+    return TxRasterPlace::systemOf(raster) || raster.GetGCPCount() > 0;
 }
 
 bool isPlaced(GDALDataset &raster)
@@ -61,7 +60,7 @@ TxGdal::DatasetPtr placed(GDALDataset &target, GDALDataset &source, const TxRast
     GDALDatasetH made = read ? GDALTranslate("", GDALDataset::ToHandle(&source), read, nullptr) : nullptr;
     GDALTranslateOptionsFree(read);
     TxGdal::DatasetPtr result(GDALDataset::FromHandle(made));
-    failure = !result || (takesSystem && result->SetSpatialRef(target.GetSpatialRef()) != CE_None);
+    failure = !result || (takesSystem && result->SetSpatialRef(TxRasterPlace::systemOf(target)) != CE_None);
     return result;
 }
 
@@ -90,8 +89,9 @@ public:
         const std::array<double, 6> to = TxRasterPlace::of(target).transform;
         if (source.GetGeoTransform(from.data()) != CE_None || from[2] != 0 || from[4] != 0 || to[2] != 0 || to[4] != 0)
             return std::nullopt;
-        const OGRSpatialReference *fromSystem = source.GetSpatialRef(), *toSystem = target.GetSpatialRef();
-        if (fromSystem && toSystem && !fromSystem->IsEmpty() && !toSystem->IsEmpty() && !fromSystem->IsSame(toSystem))
+        const OGRSpatialReference *fromSystem = TxRasterPlace::systemOf(source);
+        const OGRSpatialReference *toSystem = TxRasterPlace::systemOf(target);
+        if (fromSystem && toSystem && !fromSystem->IsSame(toSystem))
             return std::nullopt;
         const double column = (from[0] - to[0]) / to[1], row = (from[3] - to[3]) / to[5];
         const double drift = std::max(std::abs(from[1] / to[1] - 1) * source.GetRasterXSize(),

@@ -91,10 +91,10 @@ bool TxRasterWarper::connect(GDALDataset &target)
         return false;
     TxRasterPlace place = TxRasterPlace::of(target);
     m_frame->SetGeoTransform(place.transform.data());
-    const OGRSpatialReference *own = target.GetSpatialRef();
+    const OGRSpatialReference *own = TxRasterPlace::systemOf(target);
     const OGRSpatialReference *other =
         m_source.GetSpatialRef() ? m_source.GetSpatialRef() : m_source.GetGCPSpatialRef();
-    m_frame->SetSpatialRef(own && !own->IsEmpty() ? own : other);
+    m_frame->SetSpatialRef(own ? own : other);
     m_transformer.reset(GDALCreateGenImgProjTransformer2(GDALDataset::ToHandle(&m_source),
                                                          GDALDataset::ToHandle(m_frame.get()), nullptr));
     return m_transformer != nullptr;

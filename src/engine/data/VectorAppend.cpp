@@ -153,7 +153,7 @@ bool VectorAppend::prepareProjection()
     CTxPJCoordSys from;
     CTxPJCoordSys to;
     m_source.dataset->GetProjection(from);
-    m_target.q->GetProjection(to);
+    m_target.dataSource().ownProjection(*m_target.q, to); // without one of its own it takes coordinates as they are
     bool failed = false;
     m_reprojector = TxReprojector::make(from, to, failed);
     return !failed || fail(QStringLiteral("no way is known from the coordinate system “%1” to “%2”")

@@ -1,4 +1,5 @@
 #include "engine/data/RasterAppendFixture.h"
+#include "engine/geometry/GeoPoint.h"
 #include "engine/projection/TxPJCoordSys.h"
 
 namespace {
@@ -102,5 +103,31 @@ TEST_P(RasterTemplate, BecomesADatasetThatHoldsItsCells)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RasterTemplate, testing::ValuesIn(templateRows));
+
+/// Such a dataset passes for one in the system that its neighbours have; its copy elsewhere must not.
+TEST_F(RasterAppendFixture, WhatHasNoCoordinateSystemIsCopiedWithoutOne)
+{
+    CTxDataSource *from = sources.Create(path("from.tdb"), "from", CTxDataSourceStorage::Native);
+    ASSERT_TRUE(from && from->CreateDataset(definition("First", Info::Point, {}, "EPSG:4326"))) << lastError();
+    ASSERT_TRUE(from->CreateDataset(rasterDefinition("Plan", {500, 0, 503, 1}))) << lastError();
+    CDatasetVector *towns = makeVector(from, "Towns");
+    const CGeoPoint place(500, 1);
+    ASSERT_TRUE(addRecord(*query(towns), {}, &place)) << lastError();
+    CDatasetRaster *plan = raster(from, "Plan");
+    ASSERT_TRUE(plan->Append(writeGrid("plan.asc", 500, 0, {{7, 8, -1}}), CRect2D())) << lastError();
+
+    CTxDataSource *to = create();
+    CTxPJCoordSys coordSys;
+    for (CTxDataset *source : QList<CTxDataset *>{plan, towns}) {
+        const CTxDataset *copy = to->CreateDatasetFrom(source->GetName(), source, CElemDataEnc::NONE);
+        ASSERT_TRUE(copy) << lastError();
+        copy->GetProjection(coordSys);
+        EXPECT_EQ(coordSys.GetType(), CTxPJCoordSys::None) << copy->GetName().toStdString();
+    }
+    EXPECT_TRUE(raster(to, "Plan")->Append(plan)) << lastError();
+    EXPECT_EQ(rowText(*raster(to, "Plan"), 0), "7 8 -");
+    ASSERT_TRUE(vector(to, "Towns")->Append(query(towns).get())) << lastError();
+    EXPECT_EQ(vector(to, "Towns")->GetBounds(), CRect2D(500, 1, 500, 1));
+}
 
 } // namespace
