@@ -4,17 +4,14 @@
 #include "CopyDatasetDialog.h"
 #include "DatasetJobs.h"
 #include "DesktopFixture.h"
-#include "DocumentArea.h"
 #include "MapWindow.h"
 #include "OutputPane.h"
 #include "ParallelLineDialog.h"
 #include "RecordTableModel.h"
-#include "WorkspacePane.h"
 #include "engine/data/TxQueryDef.h"
 #include "engine/data/TxRecordset.h"
 #include "engine/geometry/GeoLine.h"
 #include "engine/map/TxMapWnd.h"
-#include "workspace/WorkspaceBarTree.h"
 
 #include <QAction>
 #include <QApplication>
@@ -54,14 +51,6 @@ protected:
                             .arg(i + 0.5)
                             .toUtf8();
         return write(u"rivers.geojson"_s, R"({"type":"FeatureCollection","features":[)" + features.join(',') + "]}");
-    }
-
-    void select(const QString &alias, const QString &name) const
-    {
-        CWorkspaceBarTree *tree = window->workspacePane().tree();
-        QTreeWidgetItem *item = tree->FindHTreeItem(name, alias, CTdOleDataNode::ItemDataset, 0);
-        ASSERT_TRUE(item) << name.toStdString();
-        tree->setCurrentItem(item, 0, QItemSelectionModel::ClearAndSelect);
     }
 
     QAction *action(Actions::Id id) const { return window->actions()[id]; }
@@ -150,13 +139,13 @@ TEST_F(Commands, AreEnabledByTheSelection)
     };
     for (const Case &c :
          {Case{"archive", "rivers", true, true, true, true}, Case{"towns", "towns", true, false, false, false}}) {
-        select(QLatin1String(c.alias), QLatin1String(c.name));
+        select(QLatin1String(c.name), QLatin1String(c.alias));
         EXPECT_EQ(action(Actions::CopyDataset)->isEnabled(), c.copy) << c.alias;
         EXPECT_EQ(action(Actions::Append)->isEnabled(), c.append) << c.alias;
         EXPECT_EQ(action(Actions::SmoothLines)->isEnabled(), c.smooth) << c.alias;
         EXPECT_EQ(action(Actions::ParallelLine)->isEnabled(), c.parallel) << c.alias;
     }
-    window->workspacePane().tree()->clearSelection();
+    tree()->clearSelection();
     for (const Actions::Id id : {Actions::CopyDataset, Actions::Append, Actions::SmoothLines, Actions::ParallelLine})
         EXPECT_FALSE(action(id)->isEnabled()) << id;
 }
@@ -164,7 +153,7 @@ TEST_F(Commands, AreEnabledByTheSelection)
 TEST_F(Commands, CopyByTheKeyboardAlone)
 {
     select(u"rivers"_s, u"rivers"_s);
-    window->workspacePane().tree()->setFocus();
+    tree()->setFocus();
     const auto pressKeys = [this] {
         QTest::keyClick(window->windowHandle(), Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     };
@@ -185,7 +174,7 @@ TEST_F(Commands, CopyByTheKeyboardAlone)
     EXPECT_EQ(made->GetRecordCount(), 300);
     EXPECT_GE(made->FindField(u"name"_s), 0);
     EXPECT_FALSE(source->IsOpen()) << "what was closed before is closed again";
-    const QTreeWidgetItem *item = window->workspacePane().tree()->currentItem();
+    const QTreeWidgetItem *item = tree()->currentItem();
     ASSERT_TRUE(item);
     EXPECT_EQ(item->text(0), u"streams"_s) << "the copy is shown and selected";
     EXPECT_TRUE(window->outputPane().text().contains(u"300"_s));
@@ -218,10 +207,10 @@ TEST_F(Commands, ACopyIntoANewFolderOfShapefilesHasTheRecords)
 TEST_F(Commands, AppendShowsInTheTableThatIsOpen)
 {
     CDatasetVector *target = copied();
-    AttributeTable *table = window->documentArea().showTable(target);
+    AttributeTable *table = area().showTable(target);
     ASSERT_TRUE(table->setFilter(u"name IN ('r1', 'r2')"_s));
     table->model()->sort(table->model()->columnCount() - 1, Qt::DescendingOrder);
-    select(u"archive"_s, u"rivers"_s);
+    select(u"rivers"_s, u"archive"_s);
     inDialog<AppendDialog>([&] { action(Actions::Append)->trigger(); },
                            [&](AppendDialog &dialog) {
                                EXPECT_EQ(dialog.target(), target);
@@ -246,11 +235,11 @@ TEST_F(Commands, AppendShowsInTheTableThatIsOpen)
 TEST_F(Commands, AppendTakesOnlyWhatTheMapShowsWhenAsked)
 {
     CDatasetVector *target = copied();
-    ASSERT_TRUE(window->documentArea().addToMap(target));
-    CTxMapWnd *canvas = window->documentArea().currentMap()->canvas();
+    ASSERT_TRUE(area().addToMap(target));
+    CTxMapWnd *canvas = area().currentMap()->canvas();
     canvas->SetViewBounds(CRect2D(0, 9.8, 5, 12.2));
     const CRect2D shown = canvas->GetViewBounds();
-    select(u"archive"_s, u"rivers"_s);
+    select(u"rivers"_s, u"archive"_s);
     inDialog<AppendDialog>([&] { action(Actions::Append)->trigger(); },
                            [&](AppendDialog &dialog) {
                                const auto *only = dialog.findChild<QCheckBox *>();
@@ -268,7 +257,7 @@ TEST_F(Commands, AppendTakesOnlyWhatTheMapShowsWhenAsked)
 TEST_F(Commands, SmoothingIsAskedForDoneWholeOrNotAtAll)
 {
     CDatasetVector *target = copied();
-    select(u"archive"_s, u"rivers"_s);
+    select(u"rivers"_s, u"archive"_s);
     action(Actions::SmoothLines)->trigger();
     EXPECT_EQ(prompts.questions.size(), 1);
     EXPECT_EQ(points(lines(target).front()), 3) << "refused";
@@ -278,7 +267,7 @@ TEST_F(Commands, SmoothingIsAskedForDoneWholeOrNotAtAll)
     EXPECT_EQ(stopped.state, DatasetJobs::Result::Stopped);
     EXPECT_EQ(points(lines(target).front()), 3) << "the first batch is taken back";
 
-    ASSERT_TRUE(window->documentArea().addToMap(target));
+    ASSERT_TRUE(area().addToMap(target));
     prompts.confirmAnswer = true;
     action(Actions::SmoothLines)->trigger();
     for (const auto &line : lines(target))

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "DocumentArea.h"
 #include "MainWindow.h"
 #include "Prompts.h"
 #include "WorkspaceDocument.h"
+#include "WorkspacePane.h"
+#include "basic/TdOleDataNode.h"
 #include "basic/TdProfileFile.h"
 #include "engine/data/DatasetVector.h"
 #include "engine/data/TxDataSource.h"
+#include "workspace/WorkspaceBarTree.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -110,6 +114,15 @@ protected:
         return write(u"numbers.csv"_s, text);
     }
 
+    /// A new native database called @p alias, and its file likewise.
+    CTxDataSource *createNative(CTxWorkspace &workspace, const QString &alias) const
+    {
+        CTxDataSource *made =
+            workspace.GetDataSources().Create(folder.filePath(alias + u".tdb"_s), alias, CTxDataSourceStorage::Native);
+        EXPECT_NE(made, nullptr);
+        return made;
+    }
+
     /// The first dataset of the datasource called @p alias, as a vector dataset.
     static CDatasetVector *vector(CTxWorkspace &workspace, const QString &alias)
     {
@@ -136,6 +149,20 @@ protected:
     }
 
     CTxWorkspace &workspace() const { return window->document().workspace(); }
+    DocumentArea &area() const { return window->documentArea(); }
+    CWorkspaceBarTree *tree() const { return window->workspacePane().tree(); }
+    QTreeWidgetItem *item(const QString &name, const QString &alias,
+                          CTdOleDataNode::ItemType kind = CTdOleDataNode::ItemDataset) const
+    {
+        return tree()->FindHTreeItem(name, alias, kind, 0);
+    }
+    /// Makes the dataset the tree's only selected and its current item.
+    void select(const QString &name, const QString &alias) const
+    {
+        QTreeWidgetItem *dataset = item(name, alias);
+        ASSERT_TRUE(dataset) << qPrintable(name);
+        tree()->setCurrentItem(dataset, 0, QItemSelectionModel::ClearAndSelect);
+    }
 
     std::unique_ptr<MainWindow> window;
 };

@@ -1,17 +1,13 @@
 #include "Actions.h"
 #include "AttributeTable.h"
 #include "DesktopFixture.h"
-#include "DocumentArea.h"
 #include "MapWindow.h"
 #include "OutputPane.h"
-#include "WorkspacePane.h"
-#include "basic/TdOleDataNode.h"
 #include "common/TdCommMethods.h"
 #include "common/TdModule.h"
 #include "engine/data/TxQueryDef.h"
 #include "engine/data/TxRecordset.h"
 #include "engine/map/TxMapWnd.h"
-#include "workspace/WorkspaceBarTree.h"
 
 #include <QAction>
 #include <QApplication>
@@ -35,8 +31,7 @@ protected:
     /// wells.
     void showOwn()
     {
-        own =
-            workspace().GetDataSources().Create(folder.filePath(u"own.tdb"_s), u"own"_s, CTxDataSourceStorage::Native);
+        own = createNative(workspace(), u"own"_s);
         ASSERT_NE(own, nullptr);
         wells = make(u"wells"_s, CElemDatasetInfo::Point);
         springs = make(u"springs"_s, CElemDatasetInfo::Point);
@@ -57,16 +52,6 @@ protected:
         return made;
     }
 
-    DocumentArea &area() const { return window->documentArea(); }
-    QTreeWidgetItem *item(const QString &name, const QString &alias) const
-    {
-        return window->workspacePane().tree()->FindHTreeItem(name, alias, CTdOleDataNode::ItemDataset, 0);
-    }
-    void select(const QString &name, const QString &alias) const
-    {
-        window->workspacePane().tree()->clearSelection();
-        item(name, alias)->setSelected(true);
-    }
     void trigger(Actions::Id id) const
     {
         ASSERT_TRUE(window->actions()[id]->isEnabled());
@@ -120,8 +105,8 @@ TEST_F(Host, ClosesTheDatasetsOfASelectionAlone)
     showOwn();
     area().showTable(dataset);
     select(u"wells"_s, u"own"_s);
-    const CWorkspaceBarTree *tree = window->workspacePane().tree(); // the datasource is called like its dataset
-    tree->FindHTreeItem(u"towns"_s, QString(), CTdOleDataNode::ItemDataSource, 0)->setSelected(true);
+    // The datasource is called like its dataset.
+    tree()->FindHTreeItem(u"towns"_s, QString(), CTdOleDataNode::ItemDataSource, 0)->setSelected(true);
     trigger(Actions::CloseDataset);
     EXPECT_FALSE(wells->IsOpen());
     EXPECT_TRUE(dataset->IsOpen());
@@ -209,7 +194,7 @@ TEST_F(Host, RenamingAsksWhetherWindowsShallLetGo)
 
 TEST_F(Host, ADoubleClickOnATileShowsIt)
 {
-    own = workspace().GetDataSources().Create(folder.filePath(u"own.tdb"_s), u"own"_s, CTxDataSourceStorage::Native);
+    own = createNative(workspace(), u"own"_s);
     CTxDatasetDef def;
     def.name = u"Sheets"_s;
     def.type = CElemDatasetInfo::Region;
@@ -226,13 +211,12 @@ TEST_F(Host, ADoubleClickOnATileShowsIt)
     window->workspacePane().refill();
     select(u"Sheets"_s, u"own"_s);
     trigger(Actions::ListTiles);
-    CWorkspaceBarTree *tree = window->workspacePane().tree();
     QTreeWidgetItem *sheets = item(u"Sheets"_s, u"own"_s);
     ASSERT_EQ(sheets->childCount(), 2);
-    Q_EMIT tree->itemActivated(sheets->child(0), 0);
+    Q_EMIT tree()->itemActivated(sheets->child(0), 0);
     EXPECT_EQ(area().currentMap(), nullptr);
     EXPECT_TRUE(window->outputPane().text().contains(u"The tile “Gone” is not there."_s));
-    Q_EMIT tree->itemActivated(sheets->child(1), 0);
+    Q_EMIT tree()->itemActivated(sheets->child(1), 0);
     ASSERT_NE(area().currentMap(), nullptr);
     EXPECT_EQ(area().currentMap()->map()->GetLayers().GetLayerAt(0)->GetDataset(), tile);
 }

@@ -1,15 +1,11 @@
 #include "AttributeTable.h"
 #include "DesktopFixture.h"
-#include "DocumentArea.h"
 #include "LayerPane.h"
 #include "MapWindow.h"
 #include "MissingDialog.h"
 #include "OutputPane.h"
 #include "PropertiesDialog.h"
-#include "WorkspacePane.h"
-#include "basic/TdOleDataNode.h"
 #include "engine/map/TxMapWnd.h"
-#include "workspace/WorkspaceBarTree.h"
 
 #include <QDropEvent>
 #include <QListWidget>
@@ -24,15 +20,6 @@ namespace {
 class Window : public WindowFixture
 {
 protected:
-    CWorkspaceBarTree *tree() const { return window->workspacePane().tree(); }
-
-    QTreeWidgetItem *item(const QString &name, const QString &alias, CTdOleDataNode::ItemType kind) const
-    {
-        QTreeWidgetItem *found = tree()->FindHTreeItem(name, alias, kind, 0);
-        EXPECT_NE(found, nullptr) << name.toStdString();
-        return found;
-    }
-
     void doubleClick(QTreeWidgetItem *item) const
     {
         tree()->scrollToItem(item);
@@ -77,15 +64,15 @@ protected:
 TEST_F(Window, ADoubleClickedDatasetIsDrawnInAMap)
 {
     ASSERT_EQ(window->openFiles({districts(), towns()}), 2);
-    doubleClick(item(u"districts"_s, u"districts"_s, CTdOleDataNode::ItemDataset));
-    MapWindow *view = window->documentArea().currentMap();
+    doubleClick(item(u"districts"_s, u"districts"_s));
+    MapWindow *view = area().currentMap();
     ASSERT_NE(view, nullptr);
     const int region = inkOf(view);
     EXPECT_GT(region, 5000);
     EXPECT_NE(tree()->FindFirstItem(CTdOleDataNode::ItemMap), nullptr) << "the new map is in the tree";
 
-    doubleClick(item(u"towns"_s, u"towns"_s, CTdOleDataNode::ItemDataset));
-    EXPECT_EQ(window->documentArea().maps().size(), 1) << "it is added to the map that is there";
+    doubleClick(item(u"towns"_s, u"towns"_s));
+    EXPECT_EQ(area().maps().size(), 1) << "it is added to the map that is there";
     EXPECT_EQ(view->map()->GetLayers().GetCount(), 2);
     EXPECT_EQ(view->map()->GetLayers().GetLayerAt(0)->GetDatasetName(), "towns") << "points above regions";
     EXPECT_EQ(window->layerPane().list()->count(), 2);
@@ -94,9 +81,9 @@ TEST_F(Window, ADoubleClickedDatasetIsDrawnInAMap)
 TEST_F(Window, RegionsGoBelowThePointsThatAreThere)
 {
     ASSERT_EQ(window->openFiles({districts(), towns()}), 2);
-    window->documentArea().addToMap(vector(workspace(), u"towns"_s));
-    window->documentArea().addToMap(vector(workspace(), u"districts"_s));
-    const CTxLayers &layers = window->documentArea().currentMap()->map()->GetLayers();
+    area().addToMap(vector(workspace(), u"towns"_s));
+    area().addToMap(vector(workspace(), u"districts"_s));
+    const CTxLayers &layers = area().currentMap()->map()->GetLayers();
     EXPECT_EQ(layers.GetLayerAt(0)->GetDatasetName(), "towns");
     EXPECT_EQ(layers.GetLayerAt(1)->GetDatasetName(), "districts");
 }
@@ -104,26 +91,26 @@ TEST_F(Window, RegionsGoBelowThePointsThatAreThere)
 TEST_F(Window, ATableIsOpenedWhereThereIsNothingToDraw)
 {
     ASSERT_EQ(window->openFiles({numbers(5)}), 1);
-    doubleClick(item(u"numbers"_s, u"numbers"_s, CTdOleDataNode::ItemDataset));
-    EXPECT_NE(window->documentArea().currentTable(), nullptr);
-    EXPECT_TRUE(window->documentArea().maps().isEmpty());
+    doubleClick(item(u"numbers"_s, u"numbers"_s));
+    EXPECT_NE(area().currentTable(), nullptr);
+    EXPECT_TRUE(area().maps().isEmpty());
 }
 
 TEST_F(Window, ADoubleClickedMapOpensItsWindow)
 {
     window->document().addMap(u"Empty"_s);
     doubleClick(item(u"Empty"_s, QString(), CTdOleDataNode::ItemMap));
-    ASSERT_EQ(window->documentArea().maps().size(), 1);
+    ASSERT_EQ(area().maps().size(), 1);
     doubleClick(item(u"Empty"_s, QString(), CTdOleDataNode::ItemMap));
-    EXPECT_EQ(window->documentArea().maps().size(), 1) << "not twice";
+    EXPECT_EQ(area().maps().size(), 1) << "not twice";
 }
 
 TEST_F(Window, ADatasetDraggedFromTheTreeIsAddedToTheMap)
 {
     openTowns();
     window->document().addMap(u"Target"_s);
-    MapWindow *view = window->documentArea().showMap(u"Target"_s);
-    QTreeWidgetItem *dragged = item(u"towns"_s, u"towns"_s, CTdOleDataNode::ItemDataset);
+    MapWindow *view = area().showMap(u"Target"_s);
+    QTreeWidgetItem *dragged = item(u"towns"_s, u"towns"_s);
     const std::unique_ptr<QMimeData> mime(tree()->mimeData({dragged}));
     ASSERT_NE(mime, nullptr);
     EXPECT_TRUE(drop(view, *mime));
@@ -148,13 +135,13 @@ TEST_F(Window, AClosedDatasourceIsLetGoByMapAndTable)
 {
     openTowns();
     CDatasetVector *dataset = vector(workspace(), u"towns"_s);
-    window->documentArea().addToMap(dataset);
-    ASSERT_NE(window->documentArea().showTable(dataset), nullptr);
-    EXPECT_EQ(window->documentArea().windowsOf(dataset).size(), 2);
+    area().addToMap(dataset);
+    ASSERT_NE(area().showTable(dataset), nullptr);
+    EXPECT_EQ(area().windowsOf(dataset).size(), 2);
     EXPECT_TRUE(window->document().closeDataSource(u"towns"_s));
-    EXPECT_TRUE(window->documentArea().tables().isEmpty());
+    EXPECT_TRUE(area().tables().isEmpty());
     EXPECT_EQ(tree()->FindFirstItem(CTdOleDataNode::ItemDataSource), nullptr);
-    MapWindow *view = window->documentArea().currentMap();
+    MapWindow *view = area().currentMap();
     ASSERT_NE(view, nullptr);
     view->canvas()->Zoom(2);
     EXPECT_EQ(inkOf(view), 0) << "nothing of it is drawn any more";
@@ -168,11 +155,11 @@ TEST_F(Window, ANewWorkspaceClosesEveryWindow)
 {
     openTowns();
     CDatasetVector *dataset = vector(workspace(), u"towns"_s);
-    window->documentArea().addToMap(dataset);
-    window->documentArea().showTable(dataset);
+    area().addToMap(dataset);
+    area().showTable(dataset);
     prompts.unsavedAnswer = Prompts::Unsaved::Discard;
     EXPECT_TRUE(window->document().newWorkspace());
-    EXPECT_EQ(window->documentArea().current(), nullptr);
+    EXPECT_EQ(area().current(), nullptr);
     EXPECT_EQ(window->layerPane().list()->count(), 0);
     EXPECT_EQ(tree()->FindFirstItem(CTdOleDataNode::ItemMap), nullptr);
     QCoreApplication::processEvents();
@@ -181,17 +168,17 @@ TEST_F(Window, ANewWorkspaceClosesEveryWindow)
 TEST_F(Window, RefreshKeepsTheTableOfADatasetThatIsStillThere)
 {
     openTowns();
-    window->documentArea().showTable(vector(workspace(), u"towns"_s));
+    area().showTable(vector(workspace(), u"towns"_s));
     EXPECT_TRUE(window->document().refreshDataSource(u"towns"_s));
-    ASSERT_EQ(window->documentArea().tables().size(), 1);
-    EXPECT_EQ(window->documentArea().tables().first()->dataset(), vector(workspace(), u"towns"_s));
+    ASSERT_EQ(area().tables().size(), 1);
+    EXPECT_EQ(area().tables().first()->dataset(), vector(workspace(), u"towns"_s));
 }
 
 TEST_F(Window, LayersAreHiddenAndRemovedInTheLayerPane)
 {
     openTowns();
-    window->documentArea().addToMap(vector(workspace(), u"towns"_s));
-    MapWindow *view = window->documentArea().currentMap();
+    area().addToMap(vector(workspace(), u"towns"_s));
+    MapWindow *view = area().currentMap();
     ASSERT_GT(inkOf(view), 20);
     QListWidget *list = window->layerPane().list();
     ASSERT_EQ(list->count(), 1);
@@ -211,12 +198,12 @@ TEST_F(Window, AMapThatIsOpenedBringsItsLayersAlong)
     CTxMap *map = window->document().addMap(u"Stored"_s);
     map->GetLayers().Add(std::make_unique<CTxLayer>(&workspace().GetDataSources(), u"towns"_s, u"towns"_s));
     EXPECT_EQ(window->layerPane().list()->count(), 0);
-    window->documentArea().showMap(u"Stored"_s);
+    area().showMap(u"Stored"_s);
     EXPECT_EQ(window->layerPane().list()->count(), 1);
     EXPECT_NE(vector(workspace(), u"towns"_s), nullptr);
-    window->documentArea().currentMap()->canvas()->FinishDrawing();
+    area().currentMap()->canvas()->FinishDrawing();
     EXPECT_TRUE(vector(workspace(), u"towns"_s)->IsOpen()) << "drawing opens what it draws";
-    QTreeWidgetItem *dataset = item(u"towns"_s, u"towns"_s, CTdOleDataNode::ItemDataset);
+    QTreeWidgetItem *dataset = item(u"towns"_s, u"towns"_s);
     const CTdWkspImageList &images = tree()->GetWkspImageList();
     EXPECT_EQ(CWorkspaceBarTree::GetItemImage(dataset), images.GetImageIndex(CElemDatasetInfo::Point, 1));
 }
@@ -228,13 +215,13 @@ TEST_F(Window, ADoubleClickedLayerFillsTheWindowAlsoInAnotherCoordinateSystem)
 "crs":{"type":"name","properties":{"name":"urn:ogc:def:crs:EPSG::3857"}},"features":[{"type":"Feature","properties":{},
 "geometry":{"type":"Polygon","coordinates":[[[1113194.9,0],[1224514.4,0],[1224514.4,111325.1],[1113194.9,111325.1],[1113194.9,0]]]}}]})");
     ASSERT_EQ(window->openFiles({districts(), metres}), 2);
-    window->documentArea().addToMap(vector(workspace(), u"districts"_s));
-    window->documentArea().addToMap(vector(workspace(), u"metres"_s));
+    area().addToMap(vector(workspace(), u"districts"_s));
+    area().addToMap(vector(workspace(), u"metres"_s));
     QListWidget *list = window->layerPane().list();
     const QPoint place = list->visualItemRect(list->item(0)).center();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
-    const CRect2D shown = window->documentArea().currentMap()->canvas()->GetViewBounds();
+    const CRect2D shown = area().currentMap()->canvas()->GetViewBounds();
     EXPECT_NEAR(shown.CenterPoint().x, 10.5, 0.01);
     EXPECT_NEAR(shown.CenterPoint().y, 0.5, 0.01);
     EXPECT_NEAR(shown.Height(), 1.1, 0.05);

@@ -1,5 +1,4 @@
 #include "DesktopFixture.h"
-#include "WorkspacePane.h"
 
 #include <QAction>
 #include <QMenu>

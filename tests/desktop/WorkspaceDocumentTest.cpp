@@ -91,8 +91,7 @@ TEST_F(Document, LayersFollowARenamedDatasource)
 
 TEST_F(Document, AsksBeforeATransactionIsTakenBack)
 {
-    CTxDataSource *source = document.workspace().GetDataSources().Create(folder.filePath(u"own.tdb"_s), u"own"_s,
-                                                                         CTxDataSourceStorage::Native);
+    CTxDataSource *source = createNative(document.workspace(), u"own"_s);
     ASSERT_NE(source, nullptr);
     ASSERT_TRUE(source->BeginTrans());
     EXPECT_FALSE(document.closeDataSource(u"own"_s));
