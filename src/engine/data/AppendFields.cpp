@@ -1,5 +1,6 @@
 #include "engine/data/AppendFields.h"
 
+#include "engine/data/NativeSchema.h"
 #include "engine/data/TxFieldDefinition.h"
 #include "engine/data/TxFieldTypes.h"
 #include "engine/data/TxFieldValue.h"
@@ -157,9 +158,18 @@ AppendFields::AppendFields(const TxRecordsetPrivate &source, TxVectorPrivate &ta
     if (encoding && qstricmp(encoding, CPL_ENC_UTF8) != 0)
         m_encoding = encoding;
     const std::vector<TxVectorField> &fields = target.fields();
+    const auto isKey = [](const TxVectorField &field) { return NativeSchema::isKeyField(field.info.GetName()); };
+    const bool hasKeys = std::any_of(fields.begin(), fields.end(), isKey);
+    const bool keepsKeys = hasKeys && layer->GetFeatureCount(TRUE) == 0; // among others they would tie the wrong ones
+    const auto isCopied = [keepsKeys](const CTxFieldInfo &info) {
+        return !info.IsSystemField() || (keepsKeys && NativeSchema::isKeyField(info.GetName()));
+    };
     std::vector<bool> isTaken(fields.size(), false);
-    for (size_t i = 0; i < fields.size(); ++i)
-        isTaken[i] = fields[i].ogrIndex < 0 || fields[i].ogrIndex == tagIndex || !fields[i].info.CanUpdate();
+    for (size_t i = 0; i < fields.size(); ++i) {
+        const TxVectorField &field = fields[i];
+        const bool isWritable = field.info.CanUpdate() || (field.info.IsSystemField() && isCopied(field.info));
+        isTaken[i] = field.ogrIndex < 0 || field.ogrIndex == tagIndex || !isWritable;
+    }
     const auto pairUp = [&](size_t from, size_t to) {
         isTaken[to] = true;
         add(static_cast<int>(from), source.fields[from].info, fields[to],
@@ -168,7 +178,7 @@ AppendFields::AppendFields(const TxRecordsetPrivate &source, TxVectorPrivate &ta
     std::vector<size_t> without;
     for (size_t from = 0; from < source.visibleCount; ++from) {
         const CTxFieldInfo &info = source.fields[from].info;
-        if (info.IsSystemField())
+        if (!isCopied(info))
             continue;
         const int to = target.findField(info.GetName());
         if (to >= 0 && !isTaken[static_cast<size_t>(to)])

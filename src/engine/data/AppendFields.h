@@ -9,7 +9,8 @@
 /// converted. A private header.
 ///
 /// Names are compared without letter case. Where a shapefile is on either side a name that it cut to its ten characters
-/// is found too, if just one field has it. System fields, and fields that the other side lacks, are left out.
+/// is found too, if just one field has it. Fields that the other side lacks are left out, and so are system fields, but
+/// for the keys that tie the edges of a network to its nodes: an empty dataset, which a copy begins as, takes those.
 ///
 /// Values are converted to the target's type as CTxRecordset::SetFieldValue() does: nothing is cut, rounded to a whole
 /// number or wrapped around. What does not fit is refused.

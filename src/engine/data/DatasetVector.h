@@ -68,8 +68,8 @@ public:
 
     /// Appends the records of @p source, from its first to its last, which may belong to any vector dataset of any
     /// datasource. Values go to the fields of the same name (letter case ignored) and are converted to their types;
-    /// geometries are converted to the kind and the coordinate system of this dataset. System fields and fields that
-    /// this dataset lacks are left out.
+    /// geometries are converted to the kind and the coordinate system of this dataset. Fields that this dataset lacks
+    /// are left out, and system fields, but that an empty one takes the keys of edges, nodes, routes and tiles.
     ///
     /// All or nothing: when a record does not fit, the storage fails or the progress function stops it, the dataset is
     /// as it was before, and the error text says what failed at which record, and how far it came. The dataset must be

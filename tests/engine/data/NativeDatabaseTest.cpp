@@ -130,6 +130,20 @@ INSTANTIATE_TEST_SUITE_P(Kinds, NativeKind,
                                          KindRow{Info::PointGL3D, "TxID TxUserID"}, KindRow{Info::TIN, "TxID TxUserID"},
                                          KindRow{Info::CAD, "TxID TxUserID TxText TxTextAngle TxTextHeight"}));
 
+TEST_F(NativeDatabase, ACopyOfANetworkIsTiedAsItWas)
+{
+    CTxDataSource *source = create();
+    ASSERT_TRUE(source->CreateDataset(definition("Ferries", Info::Network))) << lastError();
+    CDatasetVector *ferries = vector(source, "Ferries");
+    ASSERT_TRUE(addRecord(*query(ferries), {{"TxEdgeID", 5}, {"TxFNode", 36}, {"TxTNode", 34}})) << lastError();
+    ASSERT_TRUE(source->CreateDatasetFrom("Copy", ferries, CElemDataEnc::NONE)) << lastError();
+    CDatasetVector *copy = vector(source, "Copy");
+    ASSERT_TRUE(copy->Append(query(ferries).get())) << lastError();
+    EXPECT_EQ(column(*query(copy), "TxEdgeID") + column(*query(copy), "TxTNode"), "534");
+    ASSERT_TRUE(copy->Append(query(ferries).get())) << lastError();
+    EXPECT_EQ(column(*query(copy), "TxFNode"), "36 ") << "other edges may have the number already";
+}
+
 TEST_F(NativeDatabase, NetworkHasNodesThatOthersMayReplace)
 {
     CTxDataSource *source = create();
