@@ -129,8 +129,8 @@ DatasetPtr open(const QByteArray &name, unsigned flags, const QStringList &openO
         driverList.AddString(driver.toUtf8().constData());
     DatasetPtr dataset(GDALDataset::Open(name.constData(), flags | GDAL_OF_VERBOSE_ERROR,
                                          drivers.isEmpty() ? nullptr : driverList.List(), optionList.List()));
-    // How long a file that another program has locked is waited for: the driver's five seconds would freeze a window.
-    constexpr int patience = 1000; // milliseconds
+    // The driver's own five seconds would freeze a window.
+    const int patience = QByteArray(CPLGetConfigOption("SQLITE_BUSY_TIMEOUT", "1000")).toInt(); // milliseconds
     const QByteArray driver = dataset && dataset->GetDriver() ? dataset->GetDriverName() : "";
     if (driver == "GPKG" || driver == "SQLite") // others answer with handles of their own, whatever is asked for
         sqlite3_busy_timeout(static_cast<sqlite3 *>(dataset->GetInternalHandle("SQLITE_HANDLE")), patience);

@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <cpl_conv.h>
+
 #include <ostream>
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -208,6 +210,7 @@ INSTANTIATE_TEST_SUITE_P(Files, BadDataSource, testing::ValuesIn(badRows));
 
 TEST(LockedDataSource, IsRefusedWhileTheLockLasts)
 {
+    const CPLConfigOptionSetter shortWait("SQLITE_BUSY_TIMEOUT", "50", false);
     const QTemporaryDir folder;
     const QString path = folder.filePath("locked.gpkg");
     ASSERT_TRUE(makePoints(path, "GPKG"));
