@@ -3,6 +3,7 @@
 #include "common/LineDesc.h"
 #include "common/SuggestiveTextFormat.h"
 #include "common/TdCommonExport.h"
+#include "engine/base/TxColorRef.h"
 #include "engine/data/DatasetRaster.h"
 #include "engine/data/ElemDataEnc.h"
 #include "engine/data/TxFieldInfo.h"
@@ -190,6 +191,19 @@ public:
     /// the recordset stands at its end. @return false for null or a dead recordset, a dataset neither of lines nor CAD,
     /// and when memory or writing fails: all is then taken back where the storage knows transactions.
     static bool LineMakeSmooth(CTxRecordset *recordset);
+
+    /// @}
+    /// @name Default colours
+    ///
+    /// The 120 colours that users are offered first.
+    /// @{
+
+    /// Makes @p palette the table of default colours, opaque. @param[out] count how many there are @return true
+    static bool CreateDefaultColorTable(QList<QRgb> &palette, int &count);
+    /// The default colour at 0-based @p index; black when out of range.
+    static COLORREF GetDefaultColor(int index);
+    /// Its name, such as "RGB(255 , 190 ,189)".
+    static QString GetDefaultColorName(int index);
 
     /// @}
     /// @name Messages to user and log

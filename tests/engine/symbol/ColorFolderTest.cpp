@@ -1,0 +1,88 @@
+#include "engine/symbol/TxColorFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+CTxColorFolder folderOf(const QList<COLORREF> &colors)
+{
+    CTxColorFolder folder;
+    for (const COLORREF color : colors)
+        folder.Add(color);
+    return folder;
+}
+
+TEST(ColorFolder, GradientsHaveExactEndsAndAreMonotoneBetween)
+{
+    struct Row
+    {
+        QList<COLORREF> through;
+        qint32 count;
+    };
+    const Row rows[] = {
+        {{0x0000FF, 0xFF0000}, 2},    {{0x0000FF, 0xFF0000}, 3},
+        {{0x010203, 0x030201}, 255},  {{0x000000, 0xFFFFFF, 0x102030}, 7},
+        {{0xFF, 0x00, 0xFF}, 100001}, {{0x123456}, 5},
+        {{1, 2, 3, 4, 5, 6}, 3},
+    };
+    for (const Row &row : rows) {
+        CTxColorFolder ramp;
+        ASSERT_EQ(ramp.MakeGradient(row.count, folderOf(row.through)), row.count);
+        ASSERT_EQ(ramp.GetCount(), row.count);
+        EXPECT_EQ(ramp.GetAt(0), row.through.first());
+        EXPECT_EQ(ramp.GetAt(row.count - 1), row.through.last());
+        const auto pieces = row.through.size() - 1;
+        for (const auto part : {TxColorRef::red, TxColorRef::green, TxColorRef::blue}) {
+            for (qint32 i = 1; i < row.count; ++i) {
+                const qint64 piece =
+                    std::min<qint64>(qint64(i) * pieces / (row.count - 1), std::max<qint64>(pieces - 1, 0));
+                if (qint64(i - 1) * pieces / (row.count - 1) != piece || pieces == 0)
+                    continue; // not both of one piece
+                const int step = part(ramp.GetAt(i)) - part(ramp.GetAt(i - 1));
+                const int whole = part(row.through[piece + 1]) - part(row.through[piece]);
+                EXPECT_GE(step * whole, 0) << i;
+            }
+        }
+    }
+}
+
+TEST(ColorFolder, GradientsRoundToTheNearest)
+{
+    CTxColorFolder ramp;
+    ramp.MakeGradient(5, 0x000000, 0x0A0203);
+    EXPECT_EQ(ramp.GetColors(), (QList<COLORREF>{0x000000, 0x030101, 0x050102, 0x080202, 0x0A0203}));
+    ramp.MakeGradient(1, 0x112233, 0xFFFFFF);
+    EXPECT_EQ(ramp.GetColors(), QList<COLORREF>{0x112233});
+    EXPECT_EQ(ramp.MakeGradient(3, ramp), 3) << "through its own colours";
+    EXPECT_EQ(ramp.GetColors(), QList<COLORREF>(3, 0x112233));
+}
+
+TEST(ColorFolder, GradientsOfNothingAreEmpty)
+{
+    for (const qint32 count : {-2147483647 - 1, -1, 0, CTxColorFolder::maxGradientCount + 1, 2147483647}) {
+        CTxColorFolder ramp = folderOf({1, 2});
+        EXPECT_EQ(ramp.MakeGradient(count, 1, 2), 0);
+        EXPECT_EQ(ramp.GetCount(), 0);
+    }
+    CTxColorFolder ramp = folderOf({1, 2});
+    EXPECT_EQ(ramp.MakeGradient(5, CTxColorFolder()), 0);
+    EXPECT_EQ(ramp.GetCount(), 0);
+}
+
+TEST(ColorFolder, IndicesOutOfRangeAreRefused)
+{
+    CTxColorFolder folder = folderOf({1, 2, 3});
+    for (const qint32 index : {-1, 3}) {
+        EXPECT_EQ(folder.GetAt(index), 0U);
+        EXPECT_FALSE(folder.SetAt(index, 9));
+        EXPECT_FALSE(folder.RemoveAt(index));
+    }
+    folder.InsertAt(-5, 0);
+    folder.InsertAt(99, 4);
+    EXPECT_TRUE(folder.SetAt(1, 7) && folder.RemoveAt(2));
+    EXPECT_EQ(folder.GetColors(), (QList<COLORREF>{0, 7, 3, 4}));
+}
+
+} // namespace
