@@ -1,6 +1,7 @@
 #include "engine/data/AppendFields.h"
 
 #include "engine/data/NativeSchema.h"
+#include "engine/data/ShapefileFields.h"
 #include "engine/data/TxFieldDefinition.h"
 #include "engine/data/TxFieldTypes.h"
 #include "engine/data/TxFieldValue.h"
@@ -24,7 +25,23 @@ bool isShapefile(const TxVectorPrivate &vector)
 /// @p name as a shapefile keeps it, ready to be compared.
 QByteArray cutName(const QString &name)
 {
-    return name.toUtf8().left(AppendFields::shapefileName).toLower();
+    return name.toUtf8().left(ShapefileFields::nameBytes).toLower();
+}
+
+/// What a shapefile calls each user field of @p dataset, by its name.
+QHash<QString, QString> namesInShapefile(TxVectorPrivate &dataset)
+{
+    QStringList names;
+    for (const TxVectorField &field : dataset.fields()) {
+        const QString &name = field.info.GetName();
+        if (!field.info.IsSystemField() && name.compare(QLatin1String(NativeSchema::userId), Qt::CaseInsensitive) != 0)
+            names << name;
+    }
+    const QStringList cut = ShapefileFields::cutNames(names);
+    QHash<QString, QString> found;
+    for (qsizetype i = 0; i < names.size(); ++i)
+        found.insert(names[i], cut[i]);
+    return found;
 }
 
 /// Numbers between the two are written to the field without a closer look.
@@ -188,11 +205,24 @@ AppendFields::AppendFields(const TxRecordsetPrivate &source, TxVectorPrivate &ta
     }
     if (!m_toShapefile && !isShapefile(source.vector()))
         return;
+    const QHash<QString, QString> sourceNames = namesInShapefile(source.vector());
+    const QHash<QString, QString> targetNames = namesInShapefile(target);
+    QHash<QString, int> byCutName;
+    for (size_t to = 0; to < fields.size(); ++to)
+        byCutName.insert(targetNames.value(fields[to].info.GetName()).toCaseFolded(), static_cast<int>(to));
     for (const size_t from : without) {
+        const QString &whole = source.fields[from].info.GetName();
+        int same = target.findField(sourceNames.value(whole));
+        if (same < 0)
+            same = byCutName.value(whole.toCaseFolded(), -1);
+        if (same >= 0 && !isTaken[static_cast<size_t>(same)]) {
+            pairUp(from, static_cast<size_t>(same));
+            continue;
+        }
         const QByteArray name = cutName(source.fields[from].info.GetName());
         std::vector<size_t> alike;
         for (size_t to = 0; to < fields.size(); ++to) {
-            if (!isTaken[to] && name.size() == shapefileName && cutName(fields[to].info.GetName()) == name)
+            if (!isTaken[to] && name.size() == ShapefileFields::nameBytes && cutName(fields[to].info.GetName()) == name)
                 alike.push_back(to);
         }
         if (alike.size() == 1)
@@ -222,7 +252,7 @@ int AppendFields::findTag(TxVectorPrivate &target, const QString &name)
 {
     int index = target.findField(name);
     if (index < 0 && isShapefile(target))
-        index = target.findField(QString::fromUtf8(name.toUtf8().left(shapefileName)));
+        index = target.findField(QString::fromUtf8(name.toUtf8().left(ShapefileFields::nameBytes)));
     return index < 0 ? -1 : target.fields()[static_cast<size_t>(index)].ogrIndex;
 }
 

@@ -8,17 +8,16 @@
 /// Which field of a recordset goes to which field of a dataset that records are appended to, and how its values are
 /// converted. A private header.
 ///
-/// Names are compared without letter case. Where a shapefile is on either side a name that it cut to its ten characters
-/// is found too, if just one field has it. Fields that the other side lacks are left out, and so are system fields, but
-/// for the keys that tie the edges of a network to its nodes: an empty dataset, which a copy begins as, takes those.
+/// Names are compared without letter case. Where a shapefile is on either side a name that it cut is found too: the one
+/// that ShapefileFields::cutNames() gives among the other side's, or else what begins with the same ten bytes, if just
+/// one field does. Fields that the other side lacks are left out, and so are system fields, but for the keys that tie
+/// the edges of a network to its nodes: an empty dataset, which a copy begins as, takes those.
 ///
 /// Values are converted to the target's type as CTxRecordset::SetFieldValue() does: nothing is cut, rounded to a whole
 /// number or wrapped around. What does not fit is refused.
 class AppendFields
 {
 public:
-    static constexpr qsizetype shapefileName = 10; ///< bytes that a shapefile keeps of a field's name
-
     /// Pairs the fields. @p tagIndex is a field of the target's layer that is filled otherwise; -1 for none.
     AppendFields(const TxRecordsetPrivate &source, TxVectorPrivate &target, int tagIndex);
 

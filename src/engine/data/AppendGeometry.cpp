@@ -60,14 +60,15 @@ void forEachPart(OGRGeometry &geometry, OnCurve onCurve, OnPoint onPoint)
 
 } // namespace
 
-AppendGeometry::AppendGeometry(OGRwkbGeometryType layerType, bool takesParts, const TxReprojector *reprojector,
+AppendGeometry::AppendGeometry(const OGRFeatureDefn &layer, bool takesParts, const TxReprojector *reprojector,
                                const CRect2D &bounds)
-    : m_type(layerType), m_takesParts(takesParts), m_reprojector(reprojector), m_bounds(bounds)
+    : m_layer(layer), m_takesParts(takesParts), m_reprojector(reprojector), m_bounds(bounds)
 {
 }
 
 AppendGeometry::Result AppendGeometry::fit(std::unique_ptr<OGRGeometry> &geometry)
 {
+    m_type = m_layer.GetGeomType();
     if (m_type == wkbNone)
         geometry.reset();
     if (!geometry)

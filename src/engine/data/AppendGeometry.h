@@ -2,7 +2,7 @@
 
 #include "engine/geometry/Rect2D.h"
 
-#include <ogr_geometry.h>
+#include <ogr_feature.h>
 
 #include <QString>
 
@@ -18,11 +18,11 @@ class TxReprojector;
 class AppendGeometry
 {
 public:
-    /// @param layerType    what the target's layer holds
+    /// @param layer        the target's; what it holds is asked of it for each geometry
     /// @param takesParts   the layer takes several parts where its type says one, as shapefiles do
     /// @param reprojector  null to leave coordinates as they are
     /// @param bounds       void to cut nothing
-    AppendGeometry(OGRwkbGeometryType layerType, bool takesParts, const TxReprojector *reprojector,
+    AppendGeometry(const OGRFeatureDefn &layer, bool takesParts, const TxReprojector *reprojector,
                    const CRect2D &bounds);
 
     enum class Result { Fits, Outside, Refused };
@@ -37,7 +37,8 @@ private:
     bool clip(std::unique_ptr<OGRGeometry> &geometry);
     bool adapt(std::unique_ptr<OGRGeometry> &geometry);
 
-    const OGRwkbGeometryType m_type;
+    const OGRFeatureDefn &m_layer;
+    OGRwkbGeometryType m_type = wkbUnknown; // of the layer
     const bool m_takesParts;
     const TxReprojector *const m_reprojector;
     const CRect2D m_bounds;

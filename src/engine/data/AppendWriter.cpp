@@ -48,8 +48,9 @@ double areaOf(const OGRGeometry &geometry)
 
 AppendWriter::AppendWriter(const TxRecordsetPrivate &source, TxVectorPrivate &target, int tagIndex,
                            const TxReprojector *reprojector, const CRect2D &bounds)
-    : m_source(source), m_layer(target.layer()), m_targetName(target.q->GetName()), m_fields(source, target, tagIndex),
-      m_geometry(m_layer->GetGeomType(), target.dataSource().driver == "ESRI Shapefile", reprojector, bounds),
+    : m_source(source), m_target(target), m_layer(target.layer()), m_targetName(target.q->GetName()),
+      m_fields(source, target, tagIndex),
+      m_geometry(*m_layer->GetLayerDefn(), target.dataSource().driver == "ESRI Shapefile", reprojector, bounds),
       m_feature(OGRFeature::CreateFeature(m_layer->GetLayerDefn()))
 {
     m_feature->FillUnsetWithDefault(FALSE, nullptr);
@@ -66,6 +67,8 @@ AppendWriter::Result AppendWriter::write(TxCursor &cursor, AppendChange &change)
     m_text.isThere = false;
     if (geometry && wkbFlatten(geometry->getGeometryType()) == wkbPoint && !takeText(cursor, *geometry))
         return Result::Refused;
+    if (geometry && m_target.awaitsShape())
+        m_target.settleMeasures(*geometry);
     switch (m_geometry.fit(geometry)) {
     case AppendGeometry::Result::Fits:
         break;

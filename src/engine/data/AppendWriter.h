@@ -44,6 +44,7 @@ private:
     };
 
     const TxRecordsetPrivate &m_source;
+    TxVectorPrivate &m_target;
     OGRLayer *const m_layer;
     const QString m_targetName;
     AppendFields m_fields;

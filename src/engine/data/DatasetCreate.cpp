@@ -1,6 +1,7 @@
 #include "engine/data/DatasetRaster.h"
 #include "engine/data/DatasetVector.h"
 #include "engine/data/NativeSchema.h"
+#include "engine/data/ShapefileFields.h"
 #include "engine/data/TxDatasetKind.h"
 #include "engine/data/TxDatasetMaker.h"
 #include "engine/projection/TxPJCoordSys.h"
@@ -54,6 +55,17 @@ QString refusal(const TxDataSourcePrivate &dataSource, const CTxDatasetDef &def)
     return parentRefusal(dataSource, def);
 }
 
+/// Calls the fields @p infos what a shapefile calls them.
+void cutNames(CTxFieldInfos &infos)
+{
+    QStringList names;
+    for (const CTxFieldInfo &info : infos)
+        names << info.GetName();
+    const QStringList cut = ShapefileFields::cutNames(names);
+    for (qsizetype i = 0; i < infos.size(); ++i)
+        infos[i].SetName(cut[i]);
+}
+
 } // namespace
 
 CTxDataset *CTxDataSource::CreateDataset(const CTxDatasetDef &def)
@@ -86,6 +98,8 @@ CTxDataset *CTxDataSource::CreateDatasetFrom(const QString &name, const CTxDatas
             if (isUsers)
                 def.fields.append(info);
         }
+        if (d->engineType == CTxDataSourceStorage::Shapefile)
+            cutNames(def.fields);
     } else {
         const bool isNative = d->engineType == CTxDataSourceStorage::Native;
         const QString reason =

@@ -201,6 +201,10 @@ bool CTxRecordset::SetGeometry(const CElemGeometry *geometry)
         return TxGdal::fail(QStringLiteral("“%1” keeps no texts").arg(name));
     if (std::any_of(leaves.begin(), leaves.end(), isOutOfPlace))
         return TxGdal::fail(QStringLiteral("“%1” keeps no coordinates that are infinite or no number").arg(name));
+    if (geometry && d->vector().awaitsShape()) {
+        if (const std::unique_ptr<OGRGeometry> asItIs = OgrGeometry::toOgr(*geometry, wkbUnknown))
+            d->vector().settleMeasures(*asItIs);
+    }
     std::unique_ptr<OGRGeometry> made = geometry ? OgrGeometry::toOgr(*geometry, layer->GetGeomType()) : nullptr;
     if (geometry && !made && OgrGeometry::isNestedTooDeep(*geometry))
         return TxGdal::fail(QStringLiteral("“%1” keeps compounds nested up to %2 levels deep, not more")

@@ -20,10 +20,20 @@ OGRLayer *TxVectorPrivate::layer()
     if (m_generation != owner.generation) {
         m_generation = owner.generation;
         m_layer = owner.layer(source);
+        m_awaitsShape = m_layer && owner.driver == "ESRI Shapefile" && wkbHasZ(m_layer->GetGeomType()) &&
+                        m_layer->GetFeatureCount(FALSE) == 0;
         walker = nullptr;
         forgetPause(); // whoever opens the storage anew takes its transaction back before
     }
     return m_layer;
+}
+
+void TxVectorPrivate::settleMeasures(const OGRGeometry &first)
+{
+    m_awaitsShape = false;
+    OGRFeatureDefn &definition = *m_layer->GetLayerDefn();
+    const OGRwkbGeometryType withHeights = OGR_GT_SetZ(wkbFlatten(definition.GetGeomType()));
+    definition.SetGeomType(first.IsMeasured() ? OGR_GT_SetM(withHeights) : withHeights);
 }
 
 OGRLayer *TxVectorPrivate::idleLayer()

@@ -30,6 +30,11 @@ public:
     OGRLayer *layer();
     /// The same without filters, free to be walked; a walk that is under way finds its place again when it moves.
     OGRLayer *idleLayer();
+    /// True for an empty shapefile with heights, which has room for measures too. Its driver gives them to every shape
+    /// or to none: the first one, to be told by settleMeasures() before it is made fit, decides, as it does when the
+    /// file is read again.
+    bool awaitsShape() const { return m_awaitsShape; }
+    void settleMeasures(const OGRGeometry &first);
     /// True when reading or writing a record by identifier leaves the reading position alone. Most drivers move it,
     /// whatever their OLCRandomRead says, and some find only what lies behind it: those need idleLayer() before.
     bool keepsPlace();
@@ -76,7 +81,8 @@ public:
 
 private:
     OGRLayer *m_layer = nullptr;
-    int m_generation = -1; // of the datasource, when m_layer was looked up
+    int m_generation = -1;      // of the datasource, when m_layer was looked up
+    bool m_awaitsShape = false; // see awaitsShape()
     std::vector<TxVectorField> m_fields;
     QHash<QString, int> m_byName; // case-folded
     std::unique_ptr<class TxSpatialIndex> m_pausedIndex;

@@ -7,6 +7,7 @@
 #include "engine/data/AppendWriter.h"
 #include "engine/data/NativeAppend.h"
 #include "engine/data/NativeCatalogue.h"
+#include "engine/data/ShapefileFields.h"
 #include "engine/data/SpooledCursor.h"
 #include "engine/data/TxFieldDefinition.h"
 #include "engine/data/TxFieldValue.h"
@@ -172,7 +173,7 @@ bool VectorAppend::prepareTag()
     if (driver == "SQLite" || driver == "PostgreSQL") // which make no other names
         m_tag = m_tag.toLower();
     if (driver == "ESRI Shapefile")
-        m_tag = QString::fromUtf8(m_tag.toUtf8().left(AppendFields::shapefileName));
+        m_tag = QString::fromUtf8(m_tag.toUtf8().left(ShapefileFields::nameBytes));
     if (!m_target.q->IsAvailableFieldName(m_tag))
         return fail(QStringLiteral("“%1” cannot be the name of a field").arg(m_tag.left(80)));
     if (m_target.dataSource().transaction)

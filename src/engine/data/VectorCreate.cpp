@@ -202,11 +202,9 @@ CTxDataset *TxDatasetMaker::makeVector(TxDataSourcePrivate &dataSource, const CT
     if (!maker.makeAll())
         return nullptr;
     // The server's driver would gather the first records of a table that it made itself, and tell no identifiers. That
-    // of shapefiles puts off the heads of the files that it made, which an append cannot keep then; but only while it
-    // has them open it knows that the shapes of an empty file with heights have measures too.
-    const bool isPlaneShapefile =
-        dataSource.engineType == CTxDataSourceStorage::Shapefile && !wkbHasZ(TxDatasetKind::geometryOf(def.type));
-    const bool isPutOff = dataSource.engineType == CTxDataSourceStorage::PostgreSQL || isPlaneShapefile;
+    // of shapefiles puts off the heads of the files that it made, which an append cannot keep then.
+    const bool isPutOff = dataSource.engineType == CTxDataSourceStorage::PostgreSQL ||
+                          dataSource.engineType == CTxDataSourceStorage::Shapefile;
     if (isPutOff && !dataSource.reopen())
         return nullptr;
     return maker.enterAll();

@@ -295,6 +295,59 @@ TEST_F(VectorAppendKinds, PlacesAreThoseOfTheTargetsCoordinateSystem)
     EXPECT_EQ(metres->GetRecordCount(), 1);
 }
 
+TEST_F(VectorAppendKinds, NewShapefilesTakeHeightsAndMeasures)
+{
+    CTxDataSource *folder = sources.Create(path("shapes"), "shapes", CTxDataSourceStorage::Shapefile);
+    const std::array<double, 2> zs = {5, 6}, ms = {7, 8};
+    for (const bool isMeasured : {false, true}) {
+        const QString name = isMeasured ? "Measured" : "Plain";
+        auto *made = dynamic_cast<CDatasetVector *>(folder->CreateDataset(definition(name, Info::Line3D)));
+        ASSERT_TRUE(made && made->Open()) << lastError();
+        const auto there = line({{0, 0}, {10, 0}}, zs.data(), isMeasured ? ms.data() : nullptr);
+        ASSERT_TRUE(addRecord(*query(made), {}, there.get()));
+        auto *copy = dynamic_cast<CDatasetVector *>(folder->CreateDatasetFrom(name + "2", made, CElemDataEnc::NONE));
+        ASSERT_TRUE(copy && copy->Open() && made->Open() && copy->Append(query(made).get())) << lastError();
+        const auto kept = geometryOf(*query(copy));
+        const auto &got = dynamic_cast<const CGeoLine &>(*kept);
+        ASSERT_TRUE(got.GetZs());
+        EXPECT_EQ(got.GetZs()[1], 6);
+        ASSERT_EQ(got.GetMs() != nullptr, isMeasured);
+        EXPECT_TRUE(!isMeasured || got.GetMs()[1] == 8);
+    }
+}
+
+TEST_F(VectorAppendKinds, ShapefilesMadeAlikeTakeEveryField)
+{
+    const QString letters = QString::fromUtf8("\u4e2d\u6587\u4e2d\u6587"); // twelve bytes
+    CDatasetVector *native = make("Native", Info::Point,
+                                  {Field("Population2010", Field::Long), Field("Population2020", Field::Double),
+                                   Field("Populati_1", Field::Text, 9), Field(letters, Field::Currency),
+                                   Field("POPULATION", Field::Short), Field("Ratio", Field::Single)});
+    const CGeoPoint place(1, 2);
+    ASSERT_TRUE(addRecord(*query(native),
+                          {{"Population2010", 2147483647},
+                           {"Population2020", -123456789012.5},
+                           {"Populati_1", QStringLiteral("x")},
+                           {letters.toUtf8().constData(), 900000000000.25},
+                           {"POPULATION", 7},
+                           {"Ratio", 1e9}},
+                          &place));
+    CTxDataSource *folder = sources.Create(path("shapes"), "shapes", CTxDataSourceStorage::Shapefile);
+    auto *copy = dynamic_cast<CDatasetVector *>(folder->CreateDatasetFrom("copy", native, CElemDataEnc::NONE));
+    ASSERT_TRUE(copy && copy->Open() && copy->Append(query(native).get())) << lastError();
+    const std::pair<const char *, const char *> kept[] = {
+        {"Populati_2", "2147483647"}, {"Populati_3", "-123456789012.5"},
+        {"Populati_1", "x"},          {"\u4e2d\u6587\u4e2d", "900000000000.25"},
+        {"POPULATION", "7"},          {"Ratio", "1e+09"}};
+    for (const auto &[name, value] : kept)
+        EXPECT_EQ(textOf(*query(copy), name), value) << name;
+    ASSERT_TRUE(native->Append(query(copy).get())) << lastError();
+    for (const char *name : {"Population2010", "Population2020", "Populati_1", "POPULATION", "Ratio"}) {
+        const std::string both = column(*query(native), name);
+        EXPECT_EQ(both.substr(0, both.find(' ')), both.substr(both.find(' ') + 1)) << name;
+    }
+}
+
 TEST_F(VectorAppendKinds, ShapefilesMatchCutNamesAndWidenTexts)
 {
     CDatasetVector *native =
