@@ -18,15 +18,37 @@ QString tr(const char *text)
     return QCoreApplication::translate("DatasetJobs", text);
 }
 
-/// The user fields of @p source that @p copy lacks: storages cut names, or know no such field.
-QStringList lostFields(const CDatasetVector &source, const CDatasetVector &copy)
+QStringList userFields(const CDatasetVector &dataset)
 {
-    QStringList lost;
+    QStringList names;
     CTxFieldInfo info;
-    for (int i = 0; i < source.GetFieldCount(); ++i)
-        if (source.GetFieldInfo(i, info) && !isKeptBySystem(info) && copy.FindField(info.GetName()) < 0)
-            lost << info.GetName();
-    return lost;
+    for (int i = 0; i < dataset.GetFieldCount(); ++i)
+        if (dataset.GetFieldInfo(i, info) && !isKeptBySystem(info))
+            names << info.GetName();
+    return names;
+}
+
+/// What the user should know of the fields of @p copy, which was made like @p source: those that had to be called
+/// otherwise, and those that it lacks.
+QStringList fieldNotes(const CDatasetVector &source, const CDatasetVector &copy)
+{
+    const QStringList from = userFields(source), to = userFields(copy);
+    QStringList renamed, lost;
+    for (qsizetype i = 0; i < from.size(); ++i) {
+        if (copy.FindField(from[i]) >= 0)
+            continue;
+        if (from.size() == to.size())
+            renamed << tr("%1 is %2").arg(from[i], to[i]);
+        else
+            lost << from[i];
+    }
+    const QString separator = QStringLiteral(", ");
+    QStringList notes;
+    if (!renamed.isEmpty())
+        notes << tr("The names of these fields were cut in the copy: %1.").arg(renamed.join(separator));
+    if (!lost.isEmpty())
+        notes << tr("The copy has no place for these fields: %1.").arg(lost.join(separator));
+    return notes;
 }
 
 /// Appends everything of @p source, or what lies in @p bounds, to @p target.
@@ -71,9 +93,7 @@ DatasetJobs::Result fill(CTxDataset &source, CTxDataset &copy, Stoppable &work)
     auto &from = static_cast<CDatasetVector &>(source);
     auto &to = static_cast<CDatasetVector &>(copy);
     DatasetJobs::Result result = appendRecords(from, to, QString(), CRect2D(), work);
-    const QStringList lost = lostFields(from, to);
-    if (!lost.isEmpty())
-        result.notes << tr("The copy has no place for these fields: %1.").arg(lost.join(QStringLiteral(", ")));
+    result.notes << fieldNotes(from, to);
     CTxDataset *child = source.GetChildDataset();
     if (result.state != DatasetJobs::Result::Done || !child || !child->IsVector())
         return result;

@@ -122,8 +122,7 @@ void WorkspacePane::fillDataSource(const QString &alias)
         return;
     if (item->childCount() <= expandedDatasets)
         item->setExpanded(true);
-    m_tree->setCurrentItem(item);
-    m_tree->scrollToItem(item);
+    select(item);
 }
 
 void WorkspacePane::removeDataSource(const QString &alias)
@@ -152,10 +151,14 @@ void WorkspacePane::updateDataset(const CTxDataset *dataset)
 void WorkspacePane::addDataset(const QString &alias, const QString &name)
 {
     m_tree->FillTreeItem(CWorkspaceBarTree::FillTypeDataset, alias, name);
-    if (QTreeWidgetItem *item = m_tree->FindHTreeItem(name, alias, CTdOleDataNode::ItemDataset, 0)) {
-        m_tree->setCurrentItem(item, 0, QItemSelectionModel::ClearAndSelect); // also while Ctrl is held
-        m_tree->scrollToItem(item);
-    }
+    if (QTreeWidgetItem *item = m_tree->FindHTreeItem(name, alias, CTdOleDataNode::ItemDataset, 0))
+        select(item);
+}
+
+void WorkspacePane::select(QTreeWidgetItem *item)
+{
+    m_tree->setCurrentItem(item, 0, QItemSelectionModel::ClearAndSelect); // also while Ctrl is held
+    m_tree->scrollToItem(item);
 }
 
 void WorkspacePane::removeDataset(const QString &alias, const QString &name)

@@ -57,6 +57,7 @@ private:
     void removeDataSource(const QString &alias);
     void onDataSourceChanged(const QString &alias, const QString &oldAlias);
     void expandGroups();
+    void select(QTreeWidgetItem *item);
 
     WorkspaceDocument &m_document;
     CWorkspaceBarTree *m_tree;

@@ -196,12 +196,16 @@ TEST_F(Commands, ACopyThatIsStoppedOrFailsLeavesNothing)
 
 TEST_F(Commands, ACopyIntoANewFolderOfShapefilesHasTheRecords)
 {
+    CDatasetVector *from = copied();
+    ASSERT_TRUE(from->CreateField(CTxFieldInfo(u"length_of_river"_s, CTxFieldInfo::Double)));
     CTxDataSource *files =
         workspace().GetDataSources().Create(path("shapes"), u"shapes"_s, CTxDataSourceStorage::Shapefile);
     ASSERT_TRUE(files);
-    const auto result = DatasetJobs::copy(*source, {files, u"rivers"_s, CElemDataEnc::NONE}, {});
+    const auto result = DatasetJobs::copy(*from, {files, u"rivers"_s, CElemDataEnc::NONE}, {});
     EXPECT_EQ(result.state, DatasetJobs::Result::Done) << result.why.toStdString();
     EXPECT_EQ(lines(static_cast<CDatasetVector *>(files->GetDataset(u"rivers"_s))).size(), 300U);
+    EXPECT_TRUE(result.notes.join(u' ').contains(u"length_of_river is length_of_"_s))
+        << result.notes.join(u' ').toStdString();
 }
 
 TEST_F(Commands, AppendShowsInTheTableThatIsOpen)
