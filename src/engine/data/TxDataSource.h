@@ -94,6 +94,10 @@ public:
     CTxDataset *CreateDataset(const CTxDatasetDef &def);
     /// Makes a new, empty dataset with the kind, the user fields and the coordinate system (for rasters also size,
     /// place and pixel format) of @p source, in the encoding @p encoding.
+    ///
+    /// Shapefiles keep 10 bytes of a field's name: longer ones are cut there, with "_1", "_2" … at the end where two
+    /// would be the same, and CDatasetVector::Append finds them again. The user fields stand in the order of the source,
+    /// so that the n-th of the one is the n-th of the other. Fields of a type that the storage lacks are refused.
     CTxDataset *CreateDatasetFrom(const QString &name, const CTxDataset *source, CElemDataEnc::encType encoding);
     /// Deletes the dataset called @p name with its children and tiles; its pointer is dead afterwards.
     bool DeleteDataset(const QString &name);
