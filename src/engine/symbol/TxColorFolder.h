@@ -4,6 +4,7 @@
 #include "engine/base/TxExport.h"
 
 #include <QList>
+#include <QString>
 
 /// An ordered list of colours, and the generators of colour ramps. A value type.
 class TX_EXPORT CTxColorFolder
@@ -37,6 +38,15 @@ public:
     /// exact; between two neighbours every channel is monotone.
     /// @return how many colours were made: 0, and an empty list, also when @p colors has none
     qint32 MakeGradient(qint32 count, const CTxColorFolder &colors);
+    /// Makes this the stock ramp @p style (0 to GetStockGradientCount() - 1) in @p count colours, low to high, or high
+    /// to low when @p reverse is set.
+    /// @return how many colours were made: 0, and an empty list, also for a style that does not exist
+    qint32 MakeStockGradient(qint32 count, qint32 style, bool reverse = false);
+
+    /// How many stock ramps there are.
+    static qint32 GetStockGradientCount();
+    /// The name of a stock ramp, in the current language; empty when out of range.
+    static QString GetStockGradientName(qint32 style);
 
 private:
     QList<COLORREF> m_colors;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "common/TdDialog.h"
+#include "engine/base/TxColorRef.h"
+
+#include <QList>
+
+#include <memory>
+
+/// The colour ribbon editor: a modal dialog in which the user edits a ramp, as colour stops over a range of numbers. It
+/// hands back a fixed number of colours sampled from the ramp. The last ramp stays in the temporary folder and comes
+/// back the next time.
+class TDCOMMON_API CTdDlgRibbon : public CTdDialog
+{
+    Q_OBJECT
+
+public:
+    /// One colour stop of the ramp.
+    struct CStopInfo
+    {
+        qint32 position = 0; ///< x on the ribbon, in pixels of its window
+        COLORREF color = 0;
+        double value = 0.0; ///< in the units of the range
+
+        bool operator==(const CStopInfo &other) const = default;
+    };
+
+    explicit CTdDlgRibbon(QWidget *parent = nullptr);
+    ~CTdDlgRibbon() override;
+
+    /// Sets the upper end of the range, and the last stop's value with it.
+    void SetMaxValue(double value);
+    /// Sets the lower end of the range, and the first stop's value with it.
+    void SetMinValue(double value);
+    /// Sets how many colours to sample on OK; 0 for none.
+    void SetStopCount(int count);
+    /// The sampled colours, from the lower end of the range to the upper, after the dialog was closed with OK.
+    void GetColor(QList<COLORREF> &colors) const;
+};
