@@ -1,7 +1,7 @@
 #pragma once
 
+#include "colour/RibbonStop.h"
 #include "common/TdDialog.h"
-#include "engine/base/TxColorRef.h"
 
 #include <QList>
 
@@ -16,14 +16,7 @@ class TDCOMMON_API CTdDlgRibbon : public CTdDialog
 
 public:
     /// One colour stop of the ramp.
-    struct CStopInfo
-    {
-        qint32 position = 0; ///< x on the ribbon, in pixels of its window
-        COLORREF color = 0;
-        double value = 0.0; ///< in the units of the range
-
-        bool operator==(const CStopInfo &other) const = default;
-    };
+    using CStopInfo = RibbonStop;
 
     explicit CTdDlgRibbon(QWidget *parent = nullptr);
     ~CTdDlgRibbon() override;
