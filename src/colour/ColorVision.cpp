@@ -171,6 +171,11 @@ double power7(double x)
     return cube * cube * x;
 }
 
+double lengthOf(double a, double b)
+{
+    return std::sqrt(a * a + b * b);
+}
+
 double hueOf(double a, double b)
 {
     const double hue = a == 0.0 && b == 0.0 ? 0.0 : std::atan2(b, a) / degree;
@@ -211,12 +216,12 @@ double ColorVision::lightness(COLORREF color)
 double ColorVision::difference(const Lab &first, const Lab &second)
 {
     constexpr double power7of25 = 6103515625.0;
-    const double c7 = power7((std::hypot(first.a, first.b) + std::hypot(second.a, second.b)) / 2.0);
+    const double c7 = power7((lengthOf(first.a, first.b) + lengthOf(second.a, second.b)) / 2.0);
     const double stretch = 1.0 + 0.5 * (1.0 - std::sqrt(c7 / (c7 + power7of25)));
     const double a1 = first.a * stretch;
     const double a2 = second.a * stretch;
-    const double c1 = std::hypot(a1, first.b);
-    const double c2 = std::hypot(a2, second.b);
+    const double c1 = lengthOf(a1, first.b);
+    const double c2 = lengthOf(a2, second.b);
     const double h1 = hueOf(a1, first.b);
     const double h2 = hueOf(a2, second.b);
 
