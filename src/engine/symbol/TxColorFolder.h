@@ -38,8 +38,9 @@ public:
     /// exact; between two neighbours every channel is monotone.
     /// @return how many colours were made: 0, and an empty list, also when @p colors has none
     qint32 MakeGradient(qint32 count, const CTxColorFolder &colors);
-    /// Makes this the stock ramp @p style (0 to GetStockGradientCount() - 1) in @p count colours, low to high, or high
-    /// to low when @p reverse is set.
+    /// Makes this the stock ramp @p style (a TxStockGradient, 0 to GetStockGradientCount() - 1) in @p count colours,
+    /// low to high, or exactly the same colours high to low when @p reverse is set. The ends are exact; a single colour
+    /// is the low end. Of a ramp with sea level the first count / 2 colours are water and the others land.
     /// @return how many colours were made: 0, and an empty list, also for a style that does not exist
     qint32 MakeStockGradient(qint32 count, qint32 style, bool reverse = false);
 
