@@ -151,7 +151,7 @@ private:
     void aboutToEdit();
     bool hasSelection() const { return m_state.selected >= 0; }
     bool isInterior(qint32 index) const { return index > 0 && index < count() - 1; }
-    void showState();
+    bool showState();
 
     RibbonHistory::State m_state;
     RibbonHistory m_history;

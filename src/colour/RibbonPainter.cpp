@@ -1,0 +1,149 @@
+#include "colour/RibbonPainter.h"
+
+#include "colour/ChannelSlider.h"
+#include "colour/RibbonColumns.h"
+#include "colour/RibbonGeometry.h"
+
+#include <QImage>
+#include <QPainter>
+
+namespace {
+
+/// Puts a painter's state back at the end of a block.
+class Restored
+{
+public:
+    explicit Restored(QPainter &painter) : m_painter(painter) { m_painter.save(); }
+    ~Restored() { m_painter.restore(); }
+    Q_DISABLE_COPY_MOVE(Restored)
+
+private:
+    QPainter &m_painter;
+};
+
+/// An image of one line over @p pixels, which must outlive it.
+QImage line(const std::vector<QRgb> &pixels)
+{
+    const auto width = static_cast<int>(pixels.size());
+    return {reinterpret_cast<const uchar *>(pixels.data()), width, 1, width * int(sizeof(QRgb)), QImage::Format_RGB32};
+}
+
+} // namespace
+
+QRgb RibbonPainter::shown(COLORREF color) const
+{
+    return TxColorRef::toRgb(m_preview ? m_preview(color) : color);
+}
+
+/// One pixel of line around @p rect, outside of it.
+void RibbonPainter::drawFrame(const QRect &rect)
+{
+    QColor color = m_palette.color(QPalette::WindowText);
+    color.setAlphaF(0.45F);
+    m_painter.setPen(color);
+    m_painter.setBrush(Qt::NoBrush);
+    m_painter.drawRect(rect.adjusted(-1, -1, 0, 0));
+}
+
+void RibbonPainter::drawFocus(const QRect &rect)
+{
+    m_painter.setPen(QPen(m_palette.color(QPalette::WindowText), 1, Qt::DotLine));
+    m_painter.setBrush(Qt::NoBrush);
+    m_painter.drawRect(rect.adjusted(0, 0, -1, -1));
+}
+
+void RibbonPainter::drawBand(const RibbonGeometry &geometry, const RibbonColumns &columns, bool hasFocus)
+{
+    const Restored restored(m_painter);
+    m_painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform, false);
+    const QRect ramp = geometry.ramp();
+    if (ramp.isEmpty())
+        return;
+    std::vector<QRgb> previewed;
+    if (m_preview) {
+        previewed.reserve(columns.pixels().size());
+        for (const QRgb pixel : columns.pixels())
+            previewed.push_back(shown(TxColorRef::fromRgb(pixel)));
+    }
+    m_painter.drawImage(ramp, line(m_preview ? previewed : columns.pixels()));
+    drawFrame(ramp);
+    if (hasFocus)
+        drawFocus(ramp.adjusted(-4, -4, 4, 4));
+}
+
+void RibbonPainter::drawMarker(const RibbonGeometry &geometry, const RibbonStop &stop, bool isSelected)
+{
+    const QRect swatch = geometry.markerSwatch(stop.position);
+    const QPolygonF outline = QPolygonF(geometry.marker(stop.position)).translated(0.5, 0.5);
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(m_palette.brush(isSelected ? QPalette::Highlight : QPalette::Button));
+    m_painter.drawPolygon(outline);
+    m_painter.fillRect(swatch, QColor(shown(stop.color)));
+    m_painter.setBrush(Qt::NoBrush);
+    m_painter.setPen(
+        QPen(m_palette.color(isSelected ? QPalette::Highlight : QPalette::WindowText), isSelected ? 2 : 1));
+    m_painter.drawPolygon(outline);
+    m_painter.drawLine(outline[1], outline[4]);
+}
+
+void RibbonPainter::drawMarkers(const RibbonGeometry &geometry, const RibbonStops &ribbon, bool hasFocus)
+{
+    const Restored restored(m_painter);
+    m_painter.setRenderHint(QPainter::Antialiasing);
+    // Of stops at the same place only the last shows; so there is never more to draw than there are pixels.
+    const QRect &frame = geometry.frame();
+    const RibbonStop *selected = ribbon.selectedStop();
+    std::vector<const RibbonStop *> topmost(static_cast<size_t>(qMax(frame.width(), 0)), nullptr);
+    for (const RibbonStop &stop : ribbon.stops()) {
+        const qint64 column = qint64(stop.position) - frame.left();
+        if (column >= 0 && column < frame.width())
+            topmost[static_cast<size_t>(column)] = &stop;
+    }
+    for (const RibbonStop *stop : topmost) {
+        if (stop && stop != selected)
+            drawMarker(geometry, *stop, false);
+    }
+    if (!selected)
+        return;
+    drawMarker(geometry, *selected, true);
+    if (hasFocus) {
+        m_painter.setRenderHint(QPainter::Antialiasing, false);
+        drawFocus(geometry.marker(selected->position).boundingRect().adjusted(-3, -2, 3, 3));
+    }
+}
+
+void RibbonPainter::drawSlider(const ChannelSlider &slider, RibbonStops::Target channel, qint32 value, bool isDragged,
+                               bool hasFocus)
+{
+    const Restored restored(m_painter);
+    m_painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform, false);
+    const QRect gradient = slider.gradient();
+    if (gradient.isEmpty())
+        return;
+    const int shift = 8 * (3 - static_cast<int>(channel)); // of the channel in a pixel, red highest
+    std::vector<QRgb> pixels(static_cast<size_t>(gradient.width()));
+    for (int i = 0; i < gradient.width(); ++i)
+        pixels[static_cast<size_t>(i)] = qRgb(0, 0, 0) | static_cast<QRgb>(slider.valueAt(gradient.left() + i))
+                                                             << shift;
+    m_painter.drawImage(gradient, line(pixels));
+    drawFrame(gradient);
+    if (value >= 0) {
+        m_painter.setRenderHint(QPainter::Antialiasing);
+        m_painter.setPen(QPen(isDragged ? QColor(Qt::red) : m_palette.color(QPalette::WindowText), 1));
+        m_painter.setBrush(m_palette.brush(QPalette::Button));
+        m_painter.drawPolygon(QPolygonF(slider.marker(value)).translated(0.5, 0.5));
+        m_painter.setRenderHint(QPainter::Antialiasing, false);
+    }
+    if (hasFocus)
+        drawFocus(slider.frame().adjusted(-3, -3, 3, 3));
+}
+
+void RibbonPainter::drawSwatch(const QRect &rect, const COLORREF *color)
+{
+    const Restored restored(m_painter);
+    m_painter.setRenderHint(QPainter::Antialiasing, false);
+    const QRect field = rect.adjusted(1, 1, -1, -1);
+    if (color)
+        m_painter.fillRect(field, QColor(shown(*color)));
+    drawFrame(field);
+}
