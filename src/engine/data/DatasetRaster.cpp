@@ -3,6 +3,7 @@
 #include "engine/data/TxRasterPrivate.h"
 #include "engine/data/TxRasterRender.h"
 #include "engine/projection/TxPJCoordSys.h"
+#include "engine/symbol/TxHeightColors.h"
 
 #include <cmath>
 
@@ -108,4 +109,15 @@ QImage CDatasetRaster::Render(const CRect2D &bounds, const QSize &size, const QL
         return QImage();
     const TxGdal::ErrorCollector errors;
     return TxRasterRender::render(*d, bounds, size, ramp);
+}
+
+QImage CDatasetRaster::Render(const CRect2D &bounds, const QSize &size, const TxHeightColors &colors) const
+{
+    const bool isGrid = GetType() == CElemDatasetInfo::Grid || GetType() == CElemDatasetInfo::DEM;
+    if (!isGrid || colors.isEmpty())
+        return Render(bounds, size);
+    if (!d->gdal || bounds.IsVoid() || size.isEmpty())
+        return QImage();
+    const TxGdal::ErrorCollector errors;
+    return TxRasterRender::render(*d, bounds, size, colors);
 }

@@ -9,6 +9,8 @@
 #include <functional>
 #include <optional>
 
+class TxHeightColors;
+
 /// An image or grid dataset.
 class TX_EXPORT CDatasetRaster : public CTxDataset
 {
@@ -50,6 +52,10 @@ public:
     /// their value range through @p ramp (256 colours, low to high; grey when empty). Overviews are used where the file
     /// has them. The dataset must be open; a null image tells a failure.
     QImage Render(const CRect2D &bounds, const QSize &size, const QList<QRgb> &ramp = {}) const;
+
+    /// The same, but the first band of a grid shows its values through @p colors (as above when there are none),
+    /// whatever range of values it has.
+    QImage Render(const CRect2D &bounds, const QSize &size, const TxHeightColors &colors) const;
 
     /// Mosaics @p source into this dataset: its cells that hold data replace what was there; with @p flag false only
     /// cells without data are filled.

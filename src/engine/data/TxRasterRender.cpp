@@ -1,5 +1,7 @@
 #include "engine/data/TxRasterRender.h"
 
+#include "engine/symbol/TxHeightColors.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -217,11 +219,26 @@ std::vector<QRgb> readColours(TxRasterPrivate &raster, const Window &window, con
     return colours;
 }
 
-} // namespace
-
-QImage render(TxRasterPrivate &raster, const CRect2D &bounds, const QSize &size, const QList<QRgb> &ramp)
+/// The same of a grid whose values have colours of their own.
+std::vector<QRgb> readHeights(GDALDataset &gdal, const Window &window, const TxHeightColors &heights)
 {
-    GDALDataset &gdal = *raster.gdal;
+    std::vector<double> values; // single precision would not do for whole numbers of 32 bits
+    std::vector<quint8> opacity;
+    if (!read(*gdal.GetRasterBand(1), window, GDT_Float64, window.sampling, values) ||
+        !readOpacity(gdal, {1}, window, opacity))
+        return {};
+    std::vector<QRgb> colours(values.size(), 0);
+    for (size_t i = 0; i < colours.size(); ++i) {
+        if (opacity[i] > 0 && !std::isnan(values[i]))
+            colours[i] = heights.at(values[i]) & (quint32(opacity[i]) << 24 | RGB_MASK);
+    }
+    return colours;
+}
+
+/// Paints what @p readColours gives for a window of the raster: the colour of every cell, empty on failure.
+template<class ReadColours>
+QImage paint(GDALDataset &gdal, const CRect2D &bounds, const QSize &size, ReadColours readColours)
+{
     const PixelToCell way(TxRasterPlace::of(gdal), bounds, size);
     if (gdal.GetRasterCount() == 0 || !way.isFinite() || qint64(size.width()) * size.height() > mostPixels)
         return QImage();
@@ -233,7 +250,7 @@ QImage render(TxRasterPrivate &raster, const CRect2D &bounds, const QSize &size,
     const Window window = chooseWindow(gdal, way, size, !hasPalette);
     if (window.cells() == 0)
         return image; // the raster is elsewhere
-    const std::vector<QRgb> colours = readColours(raster, window, ramp);
+    const std::vector<QRgb> colours = readColours(window);
     if (colours.empty())
         return QImage();
 
@@ -255,6 +272,19 @@ QImage render(TxRasterPrivate &raster, const CRect2D &bounds, const QSize &size,
         }
     }
     return image;
+}
+
+} // namespace
+
+QImage render(TxRasterPrivate &raster, const CRect2D &bounds, const QSize &size, const QList<QRgb> &ramp)
+{
+    return paint(*raster.gdal, bounds, size, [&](const Window &window) { return readColours(raster, window, ramp); });
+}
+
+QImage render(TxRasterPrivate &raster, const CRect2D &bounds, const QSize &size, const TxHeightColors &colors)
+{
+    return paint(*raster.gdal, bounds, size,
+                 [&](const Window &window) { return readHeights(*raster.gdal, window, colors); });
 }
 
 } // namespace TxRasterRender

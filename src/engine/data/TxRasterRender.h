@@ -15,5 +15,7 @@ namespace TxRasterRender {
 /// averaged where many fall on one pixel, but for palettes, and but for windows so large that reading them whole would
 /// take long.
 QImage render(TxRasterPrivate &raster, const CRect2D &bounds, const QSize &size, const QList<QRgb> &ramp);
+/// The same with the values of the first band, not stretched, through @p colors. There must be colours.
+QImage render(TxRasterPrivate &raster, const CRect2D &bounds, const QSize &size, const TxHeightColors &colors);
 
 } // namespace TxRasterRender

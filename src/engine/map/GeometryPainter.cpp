@@ -67,7 +67,8 @@ GeometryPainter::GeometryPainter(const MapView &view, const TxLayerStyle &style,
                                  std::shared_ptr<const TxReprojector> reprojector, qreal pixelRatio, const QFont &font)
     : m_path(view, std::move(reprojector), 0.5 / pixelRatio), m_style(style), m_pixelRatio(pixelRatio), m_font(font),
       m_pen(style.line, style.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin),
-      m_symbol(makeSymbol(style, pixelRatio)), m_deviceSize((view.size() * pixelRatio).toSize())
+      m_symbol(makeSymbol(style, pixelRatio)), m_deviceSize((view.size() * pixelRatio).toSize()),
+      m_heights(style.colors, style.stepped)
 {
     // A line of up to one pixel is quick as a whole; where it shines through, overlapping ends would show.
     const double width = style.lineWidth * pixelRatio;
@@ -193,7 +194,8 @@ void GeometryPainter::drawSurface(QPainter &painter, const CGeoRegion &surface)
         const double mean = sum / static_cast<double>(part.size());
         const double level = range > 0 ? (mean - m_surface->first) / range : 0.5;
         const double shade = part.size() >= 3 ? HeightRamp::shade(part.data(), zs + start, range) : 1.0;
-        painter.setBrush(HeightRamp::shaded(HeightRamp::colour(level), shade));
+        const QColor colour = m_heights.isEmpty() ? HeightRamp::colour(level) : QColor::fromRgb(m_heights.at(mean));
+        painter.setBrush(HeightRamp::shaded(colour, shade));
         painter.drawPolygon(ring);
     });
     painter.setRenderHint(QPainter::Antialiasing, true);

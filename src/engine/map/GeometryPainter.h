@@ -2,6 +2,7 @@
 
 #include "engine/map/ScreenPath.h"
 #include "engine/map/TxLayerStyle.h"
+#include "engine/symbol/TxHeightColors.h"
 
 #include <QFont>
 #include <QImage>
@@ -64,4 +65,5 @@ private:
     QSize m_deviceSize;
     std::vector<bool> m_taken; // the device pixels that a point symbol stands on
     std::optional<std::pair<double, double>> m_surface;
+    TxHeightColors m_heights; // of the surface, none for the usual ones
 };

@@ -1,5 +1,7 @@
 #include "engine/map/HeightRamp.h"
 
+#include "engine/map/TxLayerStyle.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -16,6 +18,16 @@ int mix(int a, int b, double t)
 }
 
 } // namespace
+
+CTxColorsetEx usualColors(double floor, double ceiling)
+{
+    CTxColorsetEx colors;
+    colors.SetZFloor(floor);
+    colors.SetZCeiling(ceiling);
+    for (const QRgb stop : stops)
+        colors.AddColor(TxColorRef::fromRgb(stop));
+    return colors;
+}
 
 QColor HeightRamp::colour(double level)
 {

@@ -185,7 +185,8 @@ void MapRenderer::beginTask()
     if (m_dataset->IsVector())
         beginVector(static_cast<CDatasetVector &>(*m_dataset));
     else
-        m_raster.emplace(m_settings.view, m_settings.pixelRatio, m_reprojector, m_dataset->GetBounds());
+        m_raster.emplace(m_settings.view, m_settings.pixelRatio, m_reprojector, m_dataset->GetBounds(),
+                         TxHeightColors(task.style.colors, task.style.stepped));
 }
 
 void MapRenderer::beginVector(CDatasetVector &dataset)

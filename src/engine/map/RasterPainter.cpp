@@ -26,8 +26,8 @@ const QList<QRgb> &rampOf(const CDatasetRaster &dataset)
 } // namespace
 
 RasterPainter::RasterPainter(const MapView &view, qreal pixelRatio, std::shared_ptr<const TxReprojector> reprojector,
-                             const CRect2D &bounds)
-    : m_view(view), m_pixelRatio(pixelRatio), m_reprojector(std::move(reprojector))
+                             const CRect2D &bounds, TxHeightColors heights)
+    : m_view(view), m_pixelRatio(pixelRatio), m_reprojector(std::move(reprojector)), m_heights(std::move(heights))
 {
     CRect2D onMap = m_reprojector ? m_reprojector->transform(bounds) : bounds;
     const CRect2D window = view.bounds();
@@ -67,7 +67,13 @@ bool RasterPainter::drawNext(QPainter &painter, const CDatasetRaster &dataset)
 
 QImage RasterPainter::render(const QRect &tile, const CDatasetRaster &dataset) const
 {
-    return dataset.Render(mapBounds(tile), tile.size(), rampOf(dataset));
+    return read(mapBounds(tile), tile.size(), dataset);
+}
+
+QImage RasterPainter::read(const CRect2D &bounds, const QSize &size, const CDatasetRaster &dataset) const
+{
+    return m_heights.isEmpty() ? dataset.Render(bounds, size, rampOf(dataset))
+                               : dataset.Render(bounds, size, m_heights);
 }
 
 QImage RasterPainter::warp(const QRect &tile, const CDatasetRaster &dataset) const
@@ -94,8 +100,7 @@ QImage RasterPainter::warp(const QRect &tile, const CDatasetRaster &dataset) con
     if (source.IsVoid() || source.Width() <= 0 || source.Height() <= 0)
         return result;
     const QSize size(tile.width() * 3 / 2 + 1, tile.height() * 3 / 2 + 1);
-    const QImage original =
-        dataset.Render(source, size, rampOf(dataset)).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage original = read(source, size, dataset).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (original.isNull())
         return original;
 

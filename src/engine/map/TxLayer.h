@@ -53,7 +53,8 @@ private:
     QString m_alias;
     QString m_datasetName;
     QString m_name;
-    QString m_unknownXml; // what the workspace file held of it that this version does not know
+    QString m_unknownXml;      // what the workspace file held of it that this version does not know
+    QString m_unknownColorset; // likewise, of its colours
     TxLayerStyle m_style;
     bool m_visible = true;
     bool m_selectable = true;

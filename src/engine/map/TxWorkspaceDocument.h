@@ -30,6 +30,7 @@ struct TxLayerRecord
     bool editable = false;
     bool editableLock = false;
     TxLayerStyle style;
+    QString unknownColorset; ///< of the style's colours
     QString unknown;
 };
 

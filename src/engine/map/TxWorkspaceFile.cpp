@@ -101,6 +101,7 @@ TxMapRecord TxWorkspaceFile::toRecord(const CTxMap &map)
         record.layers.append(flagsOf(layer));
         record.layers.back().name = layer.m_name;
         record.layers.back().unknown = layer.m_unknownXml;
+        record.layers.back().unknownColorset = layer.m_unknownColorset;
     }
     return record;
 }
@@ -134,6 +135,7 @@ void TxWorkspaceFile::buildMap(CTxMap &map, const TxMapRecord &record, const CTx
         auto layer = std::make_unique<CTxLayer>(&dataSources, at->alias, at->dataset);
         layer->m_name = at->name;
         layer->m_unknownXml = at->unknown;
+        layer->m_unknownColorset = at->unknownColorset;
         layer->m_style = at->style;
         layer->m_visible = at->visible;
         layer->m_selectable = at->selectable;

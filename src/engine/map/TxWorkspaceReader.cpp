@@ -6,6 +6,7 @@
 #include "engine/map/TxXmlText.h"
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QSet>
 #include <QXmlStreamReader>
 
@@ -163,10 +164,34 @@ TxDataSourceRecord readDataSource(QXmlStreamReader &reader)
     return record;
 }
 
+/// The colours of a layer: "#rrggbb" one after another, with white space between.
+void readColorset(QXmlStreamReader &reader, TxLayerRecord &record)
+{
+    CTxColorsetEx &colors = record.style.colors;
+    const auto take = [&](Attributes &attributes) {
+        constexpr double most = std::numeric_limits<double>::max();
+        colors.SetZFloor(attributes.number(u"floor", 0, -most, most));
+        colors.SetZCeiling(attributes.number(u"ceiling", 0, -most, most));
+        record.style.stepped = attributes.flag(u"stepped", false);
+    };
+    QString content;
+    record.unknownColorset = readElement(reader, take, knowsNone, &content);
+    const auto words = QStringView(content).split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    for (const QStringView word : words) {
+        constexpr qsizetype length = 7;
+        const QColor color = word.size() == length && word[0] == u'#' ? QColor(word) : QColor();
+        if (!color.isValid()) {
+            reader.raiseError(QStringLiteral("\"%1\" in \"colorset\" is no colour").arg(word.left(32)));
+            return;
+        }
+        colors.AddColor(TxColorRef::fromQColor(color));
+    }
+}
+
 TxLayerRecord readLayer(QXmlStreamReader &reader)
 {
     TxLayerRecord record;
-    record.unknown = readElement(reader, [&](Attributes &attributes) {
+    const auto take = [&](Attributes &attributes) {
         record.name = attributes.text(u"name");
         record.alias = attributes.required(u"alias");
         record.dataset = attributes.required(u"dataset");
@@ -182,6 +207,12 @@ TxLayerRecord readLayer(QXmlStreamReader &reader)
         style.symbolSize = attributes.number(u"symbolSize", style.symbolSize, 1, 100);
         style.labelField = attributes.text(u"label");
         style.opacity = attributes.number(u"opacity", style.opacity, 0, 1);
+    };
+    record.unknown = readElement(reader, take, [&](QStringView name) {
+        if (name != u"colorset" || record.style.colors.GetSize() > 0)
+            return false;
+        readColorset(reader, record);
+        return true;
     });
     return record;
 }

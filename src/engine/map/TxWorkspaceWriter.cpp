@@ -103,7 +103,29 @@ private:
         if (!record.style.labelField.isEmpty())
             writeText(u"label", record.style.labelField);
         writeNumber(u"opacity", record.style.opacity);
-        finish(record.unknown);
+        TxUnknownXml::writeAttributes(record.unknown, m_xml);
+        if (record.style.colors.GetSize() > 0)
+            writeColorset(record);
+        TxUnknownXml::writeElements(record.unknown, m_xml);
+        m_xml.writeEndElement();
+    }
+
+    void writeColorset(const TxLayerRecord &record)
+    {
+        const CTxColorsetEx &colors = record.style.colors;
+        m_xml.writeStartElement(QStringLiteral("colorset"));
+        writeNumber(u"floor", colors.GetZFloor());
+        writeNumber(u"ceiling", colors.GetZCeiling());
+        writeFlag(u"stepped", record.style.stepped);
+        TxUnknownXml::writeAttributes(record.unknownColorset, m_xml);
+        QString text;
+        text.reserve(8 * colors.GetSize());
+        for (qint32 i = 0; i < colors.GetSize(); ++i) {
+            if (i > 0)
+                text += u' ';
+            text += TxColorRef::toQColor(colors.GetRGB(i)).name();
+        }
+        writeWithin(text, record.unknownColorset);
     }
 
     void writeContent(QStringView element, const TxContentRecord &record)
@@ -111,10 +133,16 @@ private:
         m_xml.writeStartElement(element.toString());
         writeText(u"name", record.name);
         TxUnknownXml::writeAttributes(record.unknown, m_xml);
-        m_xml.setAutoFormatting(false); // white space would join the content
-        if (!record.content.isEmpty())
-            m_xml.writeCharacters(TxXmlText::encode(record.content));
-        TxUnknownXml::writeElements(record.unknown, m_xml);
+        writeWithin(TxXmlText::encode(record.content), record.unknown);
+    }
+
+    /// Ends an element that has @p text in it.
+    void writeWithin(const QString &text, const QString &unknown)
+    {
+        m_xml.setAutoFormatting(false); // white space would join the text
+        if (!text.isEmpty())
+            m_xml.writeCharacters(text);
+        TxUnknownXml::writeElements(unknown, m_xml);
         m_xml.writeEndElement();
         m_xml.setAutoFormatting(true);
     }

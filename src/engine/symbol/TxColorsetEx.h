@@ -29,11 +29,15 @@ public:
     double GetZCeiling() const { return m_ceiling; }
     void SetZCeiling(double ceiling) { m_ceiling = ceiling; }
 
+    bool operator==(const CTxColorsetEx &other) const = default;
+
 private:
     struct Entry
     {
         COLORREF color;
         double height;
+
+        bool operator==(const Entry &other) const = default;
     };
     std::vector<Entry> m_entries;
     double m_floor = 0.0;

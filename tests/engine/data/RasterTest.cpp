@@ -1,5 +1,6 @@
 #include "engine/data/DataFixture.h"
 #include "engine/projection/TxPJCoordSys.h"
+#include "engine/symbol/TxHeightColors.h"
 
 #include <array>
 #include <functional>
@@ -36,6 +37,16 @@ protected:
         return raster(open(name));
     }
 };
+
+CTxColorsetEx colorset(double floor, double ceiling, std::initializer_list<COLORREF> colors)
+{
+    CTxColorsetEx result;
+    result.SetZFloor(floor);
+    result.SetZCeiling(ceiling);
+    for (const COLORREF color : colors)
+        result.AddColor(color);
+    return result;
+}
 
 void place(GDALDataset &file, std::array<double, 6> transform)
 {
@@ -113,6 +124,50 @@ TEST_F(RasterTest, ShowsGridsThroughTheRampAndPalettesByTheirColours)
     const QImage coloured = palette->Render(palette->GetBounds(), QSize(2, 1));
     EXPECT_EQ(coloured.pixel(0, 0), qRgb(255, 128, 0));
     EXPECT_EQ(coloured.pixel(1, 0), qRgb(1, 2, 3)) << "the format keeps no alpha of a palette";
+}
+
+TEST_F(RasterTest, ShowsGridsThroughColourSetsOfARangeOfTheirOwn)
+{
+    constexpr double none = -9999, infinity = std::numeric_limits<double>::infinity(), large = 1.6e9;
+    const CTxColorsetEx rgb = colorset(0, 90, {0x0000FF, 0x00FF00, 0xFF0000});
+    const CTxColorsetEx grey = colorset(large, large + 100, {0x000000, 0x646464});
+    struct Row
+    {
+        const char *what;
+        CTxColorsetEx colors;
+        bool stepped;
+        std::vector<double> heights;
+        std::vector<QRgb> seen;
+    };
+    const QRgb red = qRgb(255, 0, 0), green = qRgb(0, 255, 0), blue = qRgb(0, 0, 255);
+    const Row rows[] = {
+        {"blended", rgb, false, {0, 45, 90, 22.5}, {red, green, blue, qRgb(128, 128, 0)}},
+        {"stepped", rgb, true, {0, 29.999, 30, 60}, {red, red, green, blue}},
+        {"beyond the range", rgb, false, {-1e30, 1e30, -infinity, infinity}, {red, blue, red, blue}},
+        {"no data", rgb, true, {none, notANumber, 45, 45}, {0, 0, green, green}},
+        {"large numbers",
+         grey,
+         false,
+         {large, large + 1, large + 99, large + 100},
+         {qRgb(0, 0, 0), qRgb(1, 1, 1), qRgb(99, 99, 99), qRgb(100, 100, 100)}},
+        {"one colour", colorset(0, 90, {0x00FF00}), false, {-1, 0, 90, 91}, {green, green, green, green}},
+        {"no extent", colorset(5, 5, {0x0000FF, 0xFF0000}), true, {4, 5, 6, 1e9}, {red, red, blue, blue}},
+        {"the widest range",
+         colorset(-1.7e308, 1.7e308, {0x0000FF, 0xFF0000}),
+         true,
+         {0, 1, 2, 3},
+         {red, red, red, red}},
+    };
+    for (const Row &row : rows) {
+        const CDatasetRaster *grid = make(4, 1, GDT_Float64, row.heights, 1, [](GDALDataset &file) {
+            place(file, {0, 1, 0, 1, 0, -1});
+            file.GetRasterBand(1)->SetNoDataValue(none);
+        });
+        ASSERT_TRUE(grid) << row.what;
+        const QImage shown = grid->Render(grid->GetBounds(), QSize(4, 1), TxHeightColors(row.colors, row.stepped));
+        for (size_t x = 0; x < row.seen.size(); ++x)
+            EXPECT_EQ(shown.pixel(int(x), 0), row.seen[x]) << row.what << ' ' << x;
+    }
 }
 
 TEST_F(RasterTest, SurvivesWindowsOfEverySize)

@@ -27,6 +27,18 @@ protected:
     }
 };
 
+/// Red from 20, green from 40, blue from 60 to 80.
+TxLayerStyle coloured()
+{
+    TxLayerStyle style;
+    style.colors.SetZFloor(20);
+    style.colors.SetZCeiling(80);
+    for (const COLORREF color : {0x0000FFU, 0x00FF00U, 0xFF0000U})
+        style.colors.AddColor(color);
+    style.stepped = true;
+    return style;
+}
+
 TEST_F(MapWndDrawing, RegionsHaveHolesAndOutlines)
 {
     add(data.writeSquare("square"), "square");
@@ -116,14 +128,18 @@ TEST_F(MapWndDrawing, LayersOfAnotherCoordinateSystemLieWhereTheyBelong)
 
 TEST_F(MapWndDrawing, RastersAreDrawnInTheirPlace)
 {
-    add(data.write("grid.asc",
-                   "ncols 2\nnrows 2\nxllcorner 0\nyllcorner 0\ncellsize 5\nNODATA_value -9\n1 -9\n50 100\n"),
-        "grid");
+    CTxLayer *layer =
+        add(data.write("grid.asc",
+                       "ncols 2\nnrows 2\nxllcorner 0\nyllcorner 0\ncellsize 5\nNODATA_value -9\n1 -9\n50 100\n"),
+            "grid");
     draw();
     EXPECT_FALSE(isNear(at(2.5, 2.5), paper));
     EXPECT_FALSE(isNear(at(2.5, 7.5), paper));
     EXPECT_FALSE(isNear(at(2.5, 2.5), at(7.5, 2.5))) << "other heights, other colours";
     expect({{7.5, 7.5, paper, "no data"}, {12, 5, paper}, {-1, 5, paper}});
+    layer->setStyle(coloured());
+    refresh();
+    expect({{2.5, 7.5, red, "below"}, {2.5, 2.5, Qt::green}, {7.5, 2.5, blue}, {7.5, 7.5, paper}});
 }
 
 TEST_F(MapWndDrawing, RastersOfAnotherCoordinateSystemLieWhereTheyBelong)
@@ -188,6 +204,9 @@ TEST_F(MapWndDrawing, KindsThatOnlyTheDatabaseHoldsAreDrawn)
         inked += !isNear(at(x, 11.7), paper, 60);
     EXPECT_GT(inked, 15) << "letters of the map's size";
     expect({{12, 11.7, paper}, {5, -2, blue, "the network's edge"}, {-3, 5, red, "the point in space"}});
+    map->GetLayers().GetLayerAt(map->GetLayers().GetCount() - 1)->setStyle(coloured());
+    refresh();
+    expect({{2, 2, red}, {8, 8, blue}});
 }
 
 TEST_F(MapWndDrawing, WithoutAnythingToShowItSaysSo)

@@ -16,7 +16,11 @@ const QByteArray full = R"(<?xml version="1.0" encoding="UTF-8"?>
     <layer name="Rivers" alias="world" dataset="rivers" visible="false" line="#ff0000ff" lineWidth="2.5" label="name" glow="1">
       <filter>a &lt; b<deep><deeper/></deep> tail</filter>
     </layer>
-    <layer alias="world" dataset="countries" selectable="false" snapable="false" editable="true" locked="true" fill="#80112233" symbolSize="9" opacity="0.5"/>
+    <layer alias="world" dataset="countries" selectable="false" snapable="false" editable="true" locked="true" fill="#80112233" symbolSize="9" opacity="0.5">
+      <colorset floor="-20.5" ceiling="300" stepped="true" space="lab">#010203 #a0b0c0
+        #ffffff<stop at="5"/></colorset>
+      <colorset>and a second one</colorset>
+    </layer>
     <grid step="10"> </grid>
   </map>
   <map name="Empty"/>
@@ -59,6 +63,11 @@ TEST(WorkspaceFormat, ReadsEverything)
     EXPECT_FALSE(map.layers[1].selectable || map.layers[1].snapable);
     EXPECT_EQ(map.layers[1].style.fill, QColor(0x11, 0x22, 0x33, 0x80));
     EXPECT_EQ(map.layers[1].style.opacity, 0.5);
+    const CTxColorsetEx &colors = map.layers[1].style.colors;
+    EXPECT_TRUE(colors.GetZFloor() == -20.5 && colors.GetZCeiling() == 300 && map.layers[1].style.stepped);
+    ASSERT_EQ(colors.GetSize(), 3);
+    EXPECT_EQ(colors.GetRGB(1), 0xC0B0A0U);
+    EXPECT_EQ(map.layers[0].style.colors.GetSize(), 0);
     EXPECT_TRUE(document.maps[1].view.IsVoid());
     EXPECT_FALSE(document.maps[1].background.isValid());
     ASSERT_EQ(document.layouts.size(), 2);
@@ -74,7 +83,9 @@ TEST(WorkspaceFormat, UnknownThingsOfEveryLevelSurvive)
     for (const char *kept :
          {"x:mood=\"calm\"", "xmlns:x=\"http://example.org/x\"", "priority=\"3\"", "<x:cache size=\"5\"",
           "rotation=\"15\"", "glow=\"1\"", "<filter>a &lt; b<deep><deeper/></deep> tail</filter>",
-          "<grid step=\"10\"> </grid>", "paper=\"A4\"", "<preview/>", "<a b=\"c\">text</a>"})
+          "<grid step=\"10\"> </grid>", "paper=\"A4\"",
+          "ceiling=\"300\" stepped=\"true\" space=\"lab\">#010203 #a0b0c0 #ffffff<stop at=\"5\"/>", "and a second one",
+          "<preview/>", "<a b=\"c\">text</a>"})
         EXPECT_TRUE(once.contains(kept)) << kept << " in\n" << once.constData();
 }
 
@@ -143,6 +154,11 @@ QByteArray inRoot(const QByteArray &content)
     return "<terravox-workspace version=\"1\">" + content + "</terravox-workspace>";
 }
 
+QByteArray inLayer(const QByteArray &content)
+{
+    return inRoot("<map name='m'><layer alias='a' dataset='d'>" + content + "</layer></map>");
+}
+
 QByteArray entityBomb()
 {
     QByteArray xml = "<!DOCTYPE z [<!ENTITY a \"aaaaaaaaaa\">";
@@ -192,6 +208,11 @@ INSTANTIATE_TEST_SUITE_P(
         BadRow{"numberIsNotFinite", inRoot("<map name='m' left='nan'/>"), "left"},
         BadRow{"optionsOutOfRange", inRoot("<datasource alias='a' path='p' options='99999999999'/>"), "options"},
         BadRow{"optionsNegative", inRoot("<datasource alias='a' path='p' options='-1'/>"), "options"},
+        BadRow{"floorIsNoNumber", inLayer("<colorset floor='low'>#000000</colorset>"), "\"floor\" of \"colorset\""},
+        BadRow{"ceilingIsNotFinite", inLayer("<colorset ceiling='inf'>#000000</colorset>"), "ceiling"},
+        BadRow{"colorIsTooShort", inLayer("<colorset>#000000 #fff</colorset>"), "\"#fff\" in \"colorset\""},
+        BadRow{"colorHasASign", inLayer("<colorset>#+12345</colorset>"), "colour"},
+        BadRow{"colorIsAName", inLayer("<colorset>scarlet</colorset>"), "colour"},
         BadRow{"textBetween", inRoot("<map name='m'>hello</map>"), "text"},
         BadRow{"sameAttributeTwice", inRoot("<map name='m' name='n'/>"), "line 1"}),
     [](const testing::TestParamInfo<BadRow> &row) { return std::string(row.param.name); });
