@@ -29,4 +29,14 @@ public:
     void SetStopCount(int count);
     /// The sampled colours, from the lower end of the range to the upper, after the dialog was closed with OK.
     void GetColor(QList<COLORREF> &colors) const;
+
+    /// Begins with @p stops (two or more, in order of their values, positions do not count) and with their range, in
+    /// place of the last ramp from the temporary folder. An empty list takes that back.
+    void SetStops(const QList<CStopInfo> &stops);
+    /// The stops as they stand, in order; the first and the last tell the range.
+    QList<CStopInfo> GetStops() const;
+
+Q_SIGNALS:
+    /// The user changed the ramp while the dialog is open; GetStops() tells how.
+    void rampChanged();
 };
