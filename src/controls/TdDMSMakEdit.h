@@ -1,0 +1,64 @@
+#pragma once
+
+#include "common/TdCommonExport.h"
+#include "controls/DegreeMask.h"
+
+#include <QLineEdit>
+
+/// An edit for an angle. Under a mask it shows degrees, minutes and seconds, and what is typed replaces what stands
+/// there; without, it is an ordinary edit that holds decimal degrees.
+///
+/// The mask needs four positions for degrees, a colon, two for minutes, a colon, two for seconds, a full stop and four
+/// for their fraction: "####:##:##.####".
+class TDCOMMON_API CTdDMSMakEdit : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    /// The range that CheckDataValid() checks.
+    enum EditType { Range180 = 1, Range90 = 2 };
+
+    explicit CTdDMSMakEdit(QWidget *parent = nullptr);
+    ~CTdDMSMakEdit() override;
+
+    /// Sets the mask ("#" takes a digit, "?" a sign, all else is literal) and shows it empty.
+    void SetMask(const QString &mask, QChar prompt = u'_');
+    const QString &GetMask() const { return m_mask.mask(); }
+    /// Fills the mask with the characters of @p text, as GetDDMMSS() gives them, and shows it.
+    void SetText(const QString &text);
+    /// The text that the control set last, or that the user typed without a mask.
+    const QString &GetText() const { return m_mask.text(); }
+    /// The 12 characters that show @p degrees under the mask; empty for an angle that is no number.
+    QString GetDDMMSS(double degrees) const;
+    /// Switches between the mask and decimal degrees, and converts the text. Nothing happens when the text is in the
+    /// wanted form already, that is, when it has a colon or none.
+    void EnableMask(int enable);
+    bool IsMaskEnabled() const { return m_maskEnabled; }
+    /// Sets the range to check: Range180, Range90, or anything else for none.
+    void SetEditType(int type) { m_editType = type; }
+
+    /// The angle in decimal degrees; text that is no number is 0. Deliberate: "-0" degrees count as not below 0.
+    double GetDegree() const;
+    /// The number at the beginning of the text.
+    double GetValueDirect() const;
+    qint32 GetDegreeSection() const;
+    qint32 GetMinuteSection() const;
+    float GetSecondSecion() const;
+    /// Checks that the angle is in the range of the edit type.
+    /// @param showMessage not 0: tell the user when it is not
+    /// @return 1 when it is, 0 when not
+    int CheckDataValid(int showMessage);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void followChange();
+    void showMask(int caret);
+
+    DegreeMask m_mask;
+    DegreeMask::Key m_key = DegreeMask::Key::Other;
+    bool m_maskEnabled = true;
+    bool m_showing = false; // the control sets its text itself
+    int m_editType = Range90;
+};

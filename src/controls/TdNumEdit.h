@@ -1,0 +1,57 @@
+#pragma once
+
+#include "common/TdCommonExport.h"
+#include "controls/NumberInput.h"
+
+#include <QLineEdit>
+
+/// An edit that takes only the characters of a number, and may keep its value in a range at every key.
+///
+/// Deliberate: every text on the way must lie in the range, so with a range of 5 to 10 nobody can type 10: hosts set
+/// ranges that hold the numbers' beginnings. Text that is set by the program, or pasted from the context menu, is not
+/// filtered. Numbers have a point, whatever the locale.
+class TDCOMMON_API CTdNumEdit : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit CTdNumEdit(QWidget *parent = nullptr);
+    ~CTdNumEdit() override;
+
+    /// 20 for real numbers (as at first), 10 for whole ones; with any other mode no character can be typed.
+    void SetEditMode(int mode) { m_mode = mode; }
+    /// Sets the range for whole numbers, and keeps the value in the range of the mode from now on. A reversed range
+    /// refuses every key.
+    void SetRange(qint32 minimum, qint32 maximum);
+    /// Sets the range for real numbers; else as above.
+    void SetRange(double minimum, double maximum);
+
+    /// Shows a whole number.
+    void SetValue(qint32 value);
+    /// Shows a real number with six decimals; one that is not finite empties the edit.
+    void SetValue(double value);
+    /// The whole number at the beginning of the text, kept within 32 bits; 0 when there is none.
+    qint32 GetValueL() const;
+    /// The real number at the beginning of the text; 0 when there is none.
+    double GetValueD() const;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+
+private:
+    bool isInRange() const;
+    void keepInRange(const QString &before, int caret);
+
+    template<class Number>
+    struct Range
+    {
+        Number minimum{};
+        Number maximum{};
+    };
+
+    int m_mode = NumberInput::Real;
+    bool m_hasRange = false;
+    Range<double> m_realRange;
+    Range<qint32> m_wholeRange;
+};
