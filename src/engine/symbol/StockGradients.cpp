@@ -10,7 +10,7 @@
 // Where the control colours come from:
 // - "Matplotlib": the colour maps of S. van der Walt, N. Smith and E. Firing, given to the public domain (CC0).
 // - "ColorBrewer": colours by Cynthia A. Brewer, Mark Harrower and The Pennsylvania State University, colorbrewer2.org,
-//   Apache License 2.0.
+//   Apache License 2.0. "Mirrored": the OKLab lightness of both sides is changed to their mean.
 // - "own": chosen here in OKLab for lightness that rises, falls, or mirrors at the middle, and checked by the tests.
 
 namespace {
@@ -43,10 +43,6 @@ constexpr Hex blueRed[] = {0x053061, 0x2166AC, 0x4393C3, 0x92C5DE, 0xD1E5F0, 0xF
                            0xFDDBC7, 0xF4A582, 0xD6604D, 0xB2182B, 0x67001F};
 constexpr Hex brownTeal[] = {0x543005, 0x8C510A, 0xBF812D, 0xDFC27D, 0xF6E8C3, 0xF5F5F5,
                              0xC7EAE5, 0x80CDC1, 0x35978F, 0x01665E, 0x003C30};
-constexpr Hex purpleOrange[] = {0x2D004B, 0x542788, 0x8073AC, 0xB2ABD2, 0xD8DAEB, 0xF7F7F7,
-                                0xFEE0B6, 0xFDB863, 0xE08214, 0xB35806, 0x7F3B08};
-constexpr Hex purpleGreen[] = {0x40004B, 0x762A83, 0x9970AB, 0xC2A5CF, 0xE7D4E8, 0xF7F7F7,
-                               0xD9F0D3, 0xA6DBA0, 0x5AAE61, 0x1B7837, 0x00441B};
 constexpr Hex redYellowGreen[] = {0xA50026, 0xD73027, 0xF46D43, 0xFDAE61, 0xFEE08B, 0xFFFFBF,
                                   0xD9EF8B, 0xA6D96A, 0x66BD63, 0x1A9850, 0x006837};
 constexpr Hex spectral[] = {0x5E4FA2, 0x3288BD, 0x66C2A5, 0xABDDA4, 0xE6F598, 0xFFFFBF,
@@ -54,11 +50,17 @@ constexpr Hex spectral[] = {0x5E4FA2, 0x3288BD, 0x66C2A5, 0xABDDA4, 0xE6F598, 0x
 constexpr Hex temperature[] = {0x313695, 0x4575B4, 0x74ADD1, 0xABD9E9, 0xE0F3F8, 0xFFFFBF,
                                0xFEE090, 0xFDAE61, 0xF46D43, 0xD73027, 0xA50026};
 
+// ColorBrewer, mirrored
+constexpr Hex purpleOrange[] = {0x461F68, 0x6C41A4, 0x8F82BD, 0xBDB6DE, 0xDDDFF0, 0xF7F7F7,
+                                0xF9DBB1, 0xF1AD57, 0xCE7200, 0x973E00, 0x601F00};
+constexpr Hex purpleGreen[] = {0x4A0C55, 0x81358E, 0xA47BB6, 0xCFB1DC, 0xEDDAEE, 0xF7F7F7,
+                               0xD3E9CD, 0x9ACE94, 0x4FA356, 0x076E2D, 0x003B12};
+
 // own
 constexpr Hex blueYellow[] = {0x0B2A66, 0x3F4A6E, 0x6B6C78, 0x968F76, 0xC6B564, 0xF7DF3E};
 constexpr Hex heat[] = {0x180000, 0x7A0A00, 0xC83200, 0xF07A00, 0xFCC040, 0xFFFFF0};
 constexpr Hex blueOrangeEven[] = {0x12457A, 0x5C8FC0, 0xEDEDED, 0xC17F42, 0x6B3500};
-constexpr Hex aspect[] = {0xE8504A, 0xF2D43C, 0x4FB06A, 0x4472C4, 0xE8504A}; // north, east, south, west, north
+constexpr Hex aspect[] = {0xE8504A, 0xF2D43C, 0x1B4A3A, 0x5F9BF5, 0xE8504A}; // north, east, south, west, north
 constexpr Hex phase[] = {0xEDE9E4, 0xE09A5A, 0x7E3B2E, 0x1E1B2E, 0x2C4E86, 0x7FA6CC, 0xEDE9E4};
 constexpr Hex elevation[] = {0x2F7D4A, 0x86B05C, 0xDDD28A, 0xC49A5E, 0x96694A, 0xB9A79C, 0xFFFFFF};
 constexpr Hex sea[] = {0x06204F, 0x0E4A86, 0x2F7FB8, 0x79B7DB, 0xCBE7F4};
@@ -83,7 +85,7 @@ const Row table[] = {
     {Style::GreyReversed, QT_TRANSLATE_NOOP("TdCommon", "Grey, White to Black"), evenOrder, Path::Stored, greyReversed},
     {Style::Viridis, QT_TRANSLATE_NOOP("TdCommon", "Viridis"), evenOrder, Path::Even, viridis},
     {Style::Magma, QT_TRANSLATE_NOOP("TdCommon", "Magma"), plainOrder, Path::Spread, magma},
-    {Style::Plasma, QT_TRANSLATE_NOOP("TdCommon", "Plasma"), evenOrder, Path::Even, plasma},
+    {Style::Plasma, QT_TRANSLATE_NOOP("TdCommon", "Plasma"), plainOrder, Path::Spread, plasma},
     {Style::Inferno, QT_TRANSLATE_NOOP("TdCommon", "Inferno"), plainOrder, Path::Spread, inferno},
     {Style::BlueYellow, QT_TRANSLATE_NOOP("TdCommon", "Blue to Yellow"), evenOrder, Path::Even, blueYellow},
     {Style::Cubehelix,
@@ -134,7 +136,7 @@ const Row table[] = {
     {Style::Elevation, QT_TRANSLATE_NOOP("TdCommon", "Elevation"), {Traits::Relief}, Path::Spread, elevation},
     {Style::Hypsometric,
      QT_TRANSLATE_NOOP("TdCommon", "Hypsometric with Sea"),
-     {Traits::Relief, false, false, true},
+     {Traits::Relief, false, true, true},
      Path::Spread,
      sea,
      land},

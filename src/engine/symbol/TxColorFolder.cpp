@@ -8,55 +8,70 @@
 
 namespace {
 
-/// The colours between two neighbours of a ramp: in doubles, because a division of whole numbers a channel would be
-/// most of the cost, and exact all the same. A channel in units of 1 is k / (2 * steps) with steps below 2^24 when it
-/// is rounded half up, so the next whole number is at least 2^-25 away or is met; the doubles are wrong by far less
-/// than 2^-26, which is added to meet it.
-class Between
+// Ramps are stepped in whole numbers of 2^-46, because a division for every colour would be most of the work. They are
+// exact all the same: rounded half up, a channel is a whole number of 1 / (2 * steps) with steps below 2^24, so it
+// meets the next whole number or is 2^-25 away from it. A run of at most 2^10 colours is off by less than 2^-27 (255
+// times the 2^-46 that a step was cut by, 2^10 times), and the 2^-26 that is added makes good for it.
+constexpr int fractionBits = 46;
+constexpr double fractionOne = 0x1p46;
+constexpr quint32 longestRun = 1 << 10;
+
+struct Channel
 {
-public:
-    Between(COLORREF from, COLORREF to)
-        : m_red(channel(TxColorRef::red(from), TxColorRef::red(to))),
-          m_green(channel(TxColorRef::green(from), TxColorRef::green(to))),
-          m_blue(channel(TxColorRef::blue(from), TxColorRef::blue(to)))
+    Channel(int from, int to, qint64 part, qint64 partStep)
+        : value((static_cast<qint64>(from) << fractionBits) + (1LL << (fractionBits - 1)) +
+                (1LL << (fractionBits - 26)) + (to - from) * part),
+          step((to - from) * partStep)
     {
     }
-
-    /// The colour at @p part of the way, 0 to 1.
-    COLORREF at(double part) const { return m_red.at(part) | m_green.at(part) << 8 | m_blue.at(part) << 16; }
-
-private:
-    struct Channel
+    COLORREF next()
     {
-        double start, change;
-        COLORREF at(double part) const { return static_cast<COLORREF>(static_cast<int>(start + change * part)); }
-    };
-    static Channel channel(int from, int to) { return {from + 0.5 + 0x1p-26, double(to - from)}; }
+        const auto channel = static_cast<COLORREF>(value >> fractionBits);
+        value += step;
+        return channel;
+    }
 
-    Channel m_red, m_green, m_blue;
+    qint64 value, step;
 };
 
+/// Writes @p count colours between two neighbours of a ramp: the first at @p part of the way, and so on by @p partStep.
+void writeRun(COLORREF *out, quint32 count, COLORREF from, COLORREF to, qint64 part, qint64 partStep)
+{
+    Channel red(TxColorRef::red(from), TxColorRef::red(to), part, partStep);
+    Channel green(TxColorRef::green(from), TxColorRef::green(to), part, partStep);
+    Channel blue(TxColorRef::blue(from), TxColorRef::blue(to), part, partStep);
+    for (quint32 i = 0; i < count; ++i)
+        out[i] = red.next() | green.next() << 8 | blue.next() << 16;
+}
+
 /// Writes the ramp of @p count colours through the colours of @p through (one or more) to @p out.
-void writeRamp(COLORREF *out, qint32 count, const QList<COLORREF> &through)
+void writeRamp(COLORREF *out, quint32 count, const QList<COLORREF> &through)
 {
     const qint64 pieces = through.size() - 1;
-    const qint64 steps = std::max(1, count - 1);
+    const quint32 steps = std::max(1U, count - 1);
     // Colour i stands at i * pieces / steps on the list: behind colour `piece` by `rest` of `steps`.
-    const qint64 pieceStep = pieces / steps, restStep = pieces % steps;
-    const double unit = 1.0 / static_cast<double>(steps);
-    qint64 piece = 0, rest = 0;
-    for (const COLORREF *const end = out + count; out != end;) {
-        const Between colors(through[piece], through[std::min(piece + 1, pieces)]);
-        const qint64 here = piece;
-        do {
-            *out++ = colors.at(static_cast<double>(rest) * unit);
-            piece += pieceStep;
-            rest += restStep;
-            if (rest >= steps) {
-                rest -= steps;
-                ++piece;
-            }
-        } while (piece == here && out != end);
+    const qint64 pieceStep = pieces / steps;
+    const auto restStep = static_cast<quint32>(pieces % steps);
+    const double unit = fractionOne / steps;
+    const auto partStep = static_cast<qint64>(restStep * unit);
+    const quint32 whole = restStep > 0 ? steps / restStep : count, over = restStep > 0 ? steps % restStep : 0;
+    qint64 piece = 0;
+    quint32 rest = 0;
+    quint32 left = 0; // colours of this piece that are still to be written
+    for (quint32 written = 0; written < count;) {
+        if (left == 0)
+            left = pieceStep > 0 ? 1 : whole + (rest < over ? 1 : 0);
+        const quint32 run = std::min({left, count - written, longestRun});
+        writeRun(out + written, run, through[piece], through[std::min(piece + 1, pieces)],
+                 static_cast<qint64>(rest * unit), partStep);
+        written += run;
+        left -= run;
+        piece += pieceStep;
+        rest += run * restStep;
+        if (rest >= steps) {
+            rest -= steps;
+            ++piece;
+        }
     }
 }
 
@@ -98,7 +113,7 @@ qint32 CTxColorFolder::MakeGradient(qint32 count, const CTxColorFolder &colors)
     if (count < 1 || count > maxGradientCount || through.isEmpty())
         return 0;
     m_colors.resize(count);
-    writeRamp(m_colors.data(), count, through);
+    writeRamp(m_colors.data(), static_cast<quint32>(count), through);
     return count;
 }
 
@@ -109,14 +124,15 @@ qint32 CTxColorFolder::MakeStockGradient(qint32 count, qint32 style, bool revers
     if (!row || count < 1 || count > maxGradientCount)
         return 0;
     m_colors.resize(count);
-    const qint32 waterCount = row->traits.hasSeaLevel ? std::max(1, count / 2) : count;
-    writeRamp(m_colors.data(), waterCount, StockGradients::knots(*row));
-    if (waterCount < count) {
+    const auto total = static_cast<quint32>(count);
+    const quint32 water = row->traits.hasSeaLevel ? std::max(1U, total / 2) : total;
+    writeRamp(m_colors.data(), water, StockGradients::knots(*row));
+    if (water < total) {
         // Written from the peak down and then turned round, so that the peak is there however few colours there are.
         QList<COLORREF> land = StockGradients::knots(*row, true);
         std::reverse(land.begin(), land.end());
-        writeRamp(m_colors.data() + waterCount, count - waterCount, land);
-        std::reverse(m_colors.begin() + waterCount, m_colors.end());
+        writeRamp(m_colors.data() + water, total - water, land);
+        std::reverse(m_colors.begin() + water, m_colors.end());
     }
     if (reverse)
         std::reverse(m_colors.begin(), m_colors.end());
