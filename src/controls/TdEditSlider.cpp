@@ -1,0 +1,168 @@
+#include "controls/TdEditSlider.h"
+
+#include "basic/TdHostMessage.h"
+#include "common/TdSendMessage.h"
+#include "controls/TdNumEdit.h"
+#include "controls/TdSliderCtrl.h"
+#include "controls/TdSliderFrame.h"
+#include "controls/TdTriangleButton.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int buttonSize = 22;      // pixels, of the button and of the edit's narrow side
+constexpr QSize popUpSize(45, 125); // pixels
+constexpr int usualWidth = 60;      // pixels
+constexpr int usualRange = 100;     // from -usualRange to usualRange
+
+} // namespace
+
+CTdEditSlider::CTdEditSlider(int commandId, QWidget *parent)
+    : QWidget(parent), m_commandId(commandId), m_frame(new CTdSliderFrame(this)), m_button(new CTdTriangleButton(this)),
+      m_edit(new CTdNumEdit(this))
+{
+    m_edit->SetEditMode(NumberInput::Whole);
+    setFocusProxy(m_edit);
+    setTabOrder(m_edit, m_button);
+    connect(m_button, &QAbstractButton::clicked, this, &CTdEditSlider::popUp);
+    connect(m_edit, &QLineEdit::textEdited, this, &CTdEditSlider::followEdit);
+    connect(m_edit, &QLineEdit::returnPressed, this, &CTdEditSlider::tellCommand);
+    connect(m_frame, &CTdSliderFrame::scrolled, this, &CTdEditSlider::followSlider);
+    connect(m_frame, &CTdSliderFrame::chosen, this, &CTdEditSlider::tellCommand);
+    SetRange(-usualRange, usualRange);
+    SetPos(0);
+    EnableWindowX(0);
+}
+
+CTdEditSlider::~CTdEditSlider() = default;
+
+void CTdEditSlider::SetRange(int minimum, int maximum)
+{
+    m_frame->SetRange(minimum, maximum);
+}
+
+void CTdEditSlider::SetPos(int position)
+{
+    m_frame->SetPos(position);
+    m_edit->SetValue(m_frame->GetPos());
+}
+
+int CTdEditSlider::GetPos() const
+{
+    return m_frame->GetPos();
+}
+
+void CTdEditSlider::EnableWindowX(int enable)
+{
+    m_enabled = enable != 0;
+    m_edit->setReadOnly(!m_enabled);
+    m_button->setEnabled(m_enabled);
+    if (!m_enabled)
+        m_frame->ShowWindow(false);
+    // A read-only edit looks like any other: the palette tells that it is off.
+    QPalette look = palette();
+    if (!m_enabled) {
+        for (const QPalette::ColorRole role : {QPalette::Base, QPalette::Text})
+            look.setColor(role, palette().color(QPalette::Disabled, role));
+    }
+    m_edit->setPalette(look);
+}
+
+void CTdEditSlider::SetFontX(const QFont &font)
+{
+    setFont(font);
+    m_edit->setFont(font);
+    m_button->setFont(font);
+}
+
+void CTdEditSlider::GetEditBorder(QRect &border) const
+{
+    border = m_edit->rect();
+}
+
+int CTdEditSlider::narrowSide() const
+{
+    return qMax(buttonSize, m_edit->fontMetrics().height() + 6); // large fonts need more
+}
+
+QSize CTdEditSlider::sizeHint() const
+{
+    return {usualWidth, narrowSide()};
+}
+
+void CTdEditSlider::resizeEvent(QResizeEvent *)
+{
+    const int w = width();
+    const int h = height();
+    const int side = narrowSide();
+    if (w >= h) {
+        m_edit->setGeometry(0, 0, w - buttonSize, side);
+        m_button->setGeometry(w - buttonSize, 0, buttonSize, side);
+    } else {
+        m_edit->setGeometry(0, 0, side, h - buttonSize);
+        m_button->setGeometry(0, h - buttonSize, side, buttonSize);
+    }
+}
+
+void CTdEditSlider::moveEvent(QMoveEvent *)
+{
+    m_frame->ShowWindow(false);
+}
+
+void CTdEditSlider::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_edit)
+        EnableWindowX(m_enabled ? 1 : 0);
+}
+
+void CTdEditSlider::showEvent(QShowEvent *)
+{
+    window()->installEventFilter(this); // an own filter installed again is no second one
+}
+
+void CTdEditSlider::keyPressEvent(QKeyEvent *event)
+{
+    const bool opens =
+        event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier);
+    if (opens && m_enabled)
+        popUp(); // as combo boxes open
+    else
+        QWidget::keyPressEvent(event);
+}
+
+bool CTdEditSlider::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Move && watched == window())
+        m_frame->ShowWindow(false);
+    return QWidget::eventFilter(watched, event);
+}
+
+void CTdEditSlider::popUp()
+{
+    const QPoint corner = mapToGlobal(QPoint(width(), height()));
+    m_frame->ShowWindow(true, QRect(QPoint(corner.x() - popUpSize.width(), corner.y()), popUpSize));
+}
+
+void CTdEditSlider::followEdit()
+{
+    m_frame->SetPos(m_edit->GetValueL()); // the edit keeps what was typed, beyond the range too
+    Q_EMIT positionEdited(GetPos());
+}
+
+void CTdEditSlider::followSlider()
+{
+    m_edit->SetValue(m_frame->GetPos());
+    Q_EMIT positionEdited(GetPos());
+}
+
+void CTdEditSlider::tellCommand() const
+{
+    if (m_commandId == -1)
+        return;
+    CTdHostMessage command(CTdHostMessage::Command, static_cast<qint64>(m_commandId));
+    TdSendMessageToMainWnd(command);
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "common/TdCommonExport.h"
+
+#include <QIcon>
+#include <QList>
+#include <QWidget>
+
+class CTdNumEdit;
+class CTdSliderFrame;
+class CTdTriangleButton;
+
+/// An edit for a whole number with a button that opens an upright slider under it.
+///
+/// At first it is disabled, its range is -100 to 100 and its position 0. Disabled, its text can still be selected and
+/// copied.
+class TDCOMMON_API CTdEditSlider : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @param commandId what the host's main window is told when the user has chosen a value; -1 for nothing
+    explicit CTdEditSlider(int commandId = -1, QWidget *parent = nullptr);
+    ~CTdEditSlider() override;
+
+    int GetCommandId() const { return m_commandId; }
+    void SetCommandId(int commandId) { m_commandId = commandId; }
+    /// Sets the range of the slider; see CTdSliderFrame::SetRange() for ranges that are not symmetric about 0.
+    void SetRange(int minimum, int maximum);
+    /// Moves the slider, as far as its range goes, and shows where it stands. Tells nobody.
+    void SetPos(int position);
+    /// Where the slider stands. The edit may show a number beyond the range, which the user typed.
+    int GetPos() const;
+
+    /// Enables (not 0) or disables the control.
+    void EnableWindowX(int enable);
+    bool IsEnabledX() const { return m_enabled; }
+    /// Sets the font of the control, the edit and the button.
+    void SetFontX(const QFont &font);
+    /// Sets which of the pictures belongs to the control, -1 for none, and the pictures.
+    void SetImage(int index) { m_image = index; }
+    int GetImage() const { return m_image; }
+    void SetImages(const QList<QIcon> *images) { m_images = images; }
+    /// The inside of the edit, in its own coordinates.
+    void GetEditBorder(QRect &border) const;
+
+    CTdNumEdit *GetEdit() const { return m_edit; }
+    CTdTriangleButton *GetButton() const { return m_button; }
+    CTdSliderFrame *GetFrame() const { return m_frame; }
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// The user moved the slider or typed a number: GetPos() has changed.
+    void positionEdited(int position);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    int narrowSide() const;
+    void popUp();
+    void followEdit();
+    void followSlider();
+    void tellCommand() const;
+
+    int m_commandId;
+    CTdSliderFrame *m_frame;
+    CTdTriangleButton *m_button;
+    int m_image = -1;
+    const QList<QIcon> *m_images = nullptr; // not owned
+    CTdNumEdit *m_edit;
+    bool m_enabled = false;
+};

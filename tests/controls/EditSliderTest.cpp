@@ -1,0 +1,198 @@
+#include "controls/TdEditSlider.h"
+
+#include "basic/TdHostMessage.h"
+#include "common/TdModule.h"
+#include "controls/TdEditSliderButton.h"
+#include "controls/TdNumEdit.h"
+#include "controls/TdSliderCtrl.h"
+#include "controls/TdSliderFrame.h"
+#include "controls/TdTriangleButton.h"
+
+#include <QApplication>
+#include <QDataStream>
+#include <QMainWindow>
+#include <QScreen>
+#include <QTest>
+#include <QToolBar>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A main window that notes the commands it is told.
+class Host : public QMainWindow
+{
+public:
+    Host() { CTdModule::SetMainWnd(this); }
+    ~Host() override { CTdModule::SetMainWnd(nullptr); }
+
+    QList<qint64> m_commands;
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (CTdHostMessage *message = CTdHostMessage::from(event);
+            message && message->message() == CTdHostMessage::Command)
+            m_commands.append(message->number());
+        return QMainWindow::event(event);
+    }
+};
+
+class EditSlider : public testing::Test
+{
+protected:
+    EditSlider() : m_control(new CTdEditSlider(7, &m_host))
+    {
+        m_host.setCentralWidget(m_control);
+        m_host.resize(120, 60);
+        m_host.move(200, 200);
+        m_host.show();
+        m_control->EnableWindowX(1);
+    }
+    std::string shown() const { return m_control->GetEdit()->text().toStdString(); }
+    QSlider *open()
+    {
+        QTest::mouseClick(m_control->GetButton(), Qt::LeftButton);
+        EXPECT_TRUE(m_control->GetFrame()->isVisible());
+        return m_control->GetFrame()->GetSlider();
+    }
+
+    Host m_host;
+    CTdEditSlider *m_control;
+};
+
+TEST_F(EditSlider, ReleasingTheMouseFiresTheCommandOnceAndCloses)
+{
+    QSlider *slider = open();
+    QTest::mousePress(slider, Qt::LeftButton, {}, QPoint(slider->width() / 2, 8)); // near the top
+    EXPECT_TRUE(m_host.m_commands.isEmpty());
+    QTest::mouseRelease(slider, Qt::LeftButton, {}, QPoint(slider->width() / 2, 8));
+    EXPECT_EQ(m_host.m_commands, QList<qint64>{7});
+    EXPECT_FALSE(m_control->GetFrame()->isVisible());
+    EXPECT_GT(m_control->GetPos(), 0); // the larger value is at the top
+    EXPECT_EQ(shown(), std::to_string(m_control->GetPos()));
+}
+
+TEST_F(EditSlider, KeysMoveChooseAndGiveUp)
+{
+    QSlider *slider = open();
+    QTest::keyClick(slider, Qt::Key_Up);
+    EXPECT_EQ(m_control->GetPos(), 1);
+    EXPECT_EQ(shown(), "1");
+    QTest::keyClick(slider, Qt::Key_Escape);
+    EXPECT_FALSE(m_control->GetFrame()->isVisible());
+    EXPECT_TRUE(m_host.m_commands.isEmpty());
+    QTest::keyClick(m_control->GetEdit(), Qt::Key_Down, Qt::AltModifier);
+    ASSERT_TRUE(m_control->GetFrame()->isVisible());
+    QTest::keyClick(slider, Qt::Key_Return);
+    EXPECT_FALSE(m_control->GetFrame()->isVisible());
+    EXPECT_EQ(m_host.m_commands, QList<qint64>{7});
+    m_control->EnableWindowX(0);
+    QTest::mouseClick(m_control->GetButton(), Qt::LeftButton);
+    EXPECT_FALSE(m_control->GetFrame()->isVisible());
+    EXPECT_TRUE(m_control->GetEdit()->isReadOnly());
+    EXPECT_TRUE(m_control->GetEdit()->isEnabled());
+}
+
+TEST_F(EditSlider, TheSliderClampsWhatTheEditKeeps)
+{
+    m_control->GetEdit()->selectAll();
+    QTest::keyClicks(m_control->GetEdit(), u"250"_s);
+    EXPECT_EQ(shown(), "250");
+    EXPECT_EQ(m_control->GetPos(), 100);
+    EXPECT_TRUE(m_host.m_commands.isEmpty());
+    m_control->SetPos(-250);
+    EXPECT_EQ(shown(), "-100");
+}
+
+TEST_F(EditSlider, DeliberatelyARangeThatIsNotSymmetricClampsToItsStart)
+{
+    m_control->SetRange(0, 100);
+    m_control->SetPos(40);
+    EXPECT_EQ(m_control->GetPos(), 0);
+    for (const auto &[low, high] : {std::pair{5, -5}, std::pair{INT_MIN, INT_MAX}}) {
+        m_control->SetRange(low, high);
+        m_control->SetPos(INT_MIN);
+        m_control->SetPos(INT_MAX);
+    }
+    EXPECT_EQ(m_control->GetPos(), INT_MAX);
+}
+
+TEST_F(EditSlider, ThePopUpStaysOnTheScreenAndHidesWhenTheWindowMoves)
+{
+    const QRect room = m_host.screen()->availableGeometry();
+    m_host.move(room.right() - m_host.width(), room.bottom() - m_host.height());
+    open();
+    EXPECT_TRUE(room.contains(m_control->GetFrame()->geometry()));
+    m_host.move(10, 10);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(m_control->GetFrame()->isVisible());
+}
+
+TEST(EditSliderButton, CopiesStayInStep)
+{
+    Host host;
+    QToolBar lying;
+    QToolBar upright;
+    upright.setOrientation(Qt::Vertical);
+    CTdEditSliderButton first(40);
+    CTdEditSliderButton second(40);
+    CTdEditSliderButton other(41);
+    EXPECT_EQ(CTdEditSliderButton::GetPos(40), -1);
+    lying.addAction(&first);
+    upright.addAction(&first);
+    lying.addAction(&second);
+    first.SetRange(-10, 10);
+    EXPECT_EQ(second.GetMax(), 10);
+    EXPECT_EQ(other.GetMax(), 100);
+    auto *onLying = qobject_cast<CTdEditSlider *>(lying.widgetForAction(&first));
+    auto *onUpright = qobject_cast<CTdEditSlider *>(upright.widgetForAction(&first));
+    ASSERT_TRUE(onLying && onUpright);
+    EXPECT_GT(onLying->width(), onLying->height());
+    EXPECT_LT(onUpright->width(), onUpright->height());
+    onLying->GetEdit()->selectAll();
+    QTest::keyClicks(onLying->GetEdit(), u"50"_s);
+    EXPECT_EQ(onUpright->GetPos(), 10);
+    EXPECT_EQ(CTdEditSliderButton::GetPos(40), 10);
+    EXPECT_EQ(CTdEditSliderButton::GetPos(99), -1);
+    first.EnableWindow(0);
+    EXPECT_TRUE(onUpright->GetEdit()->isReadOnly());
+    first.EnableWindow(1);
+    host.addToolBar(&lying);
+    first.SetValue(3);
+    EXPECT_TRUE(host.m_commands.isEmpty());
+    first.SetValue(4, true); // heard by the window that holds it; the upright bar is a window of its own
+    EXPECT_EQ(host.m_commands, QList<qint64>{40});
+    host.removeToolBar(&lying);
+    lying.setParent(nullptr);
+}
+
+TEST(EditSliderButton, StreamsComeBackAndGarbageChangesNothing)
+{
+    CTdEditSliderButton button(40, 2, nullptr, 0x4, 90);
+    button.SetRange(-7, 7);
+    button.SetValue(5);
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    button.Serialize(out);
+    ASSERT_EQ(bytes.size(), 28);
+    EXPECT_EQ(bytes.mid(8, 4).toHex().toStdString(), "5a000000"); // the width, low byte first
+    CTdEditSliderButton back;
+    QDataStream in(bytes);
+    ASSERT_TRUE(back.Deserialize(in));
+    EXPECT_EQ(back.GetWidth(), 90);
+    EXPECT_EQ(back.GetStyle(), 0x50000014U);
+    EXPECT_EQ(back.GetMin(), -7);
+    EXPECT_EQ(back.GetValue(), 5);
+    for (const QByteArray &garbage : {bytes.left(27), QByteArray(28, '\xff'), QByteArray()}) {
+        QDataStream broken(garbage);
+        EXPECT_FALSE(back.Deserialize(broken));
+        EXPECT_EQ(back.GetValue(), 5);
+    }
+}
+
+} // namespace
