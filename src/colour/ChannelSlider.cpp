@@ -26,7 +26,7 @@ bool ChannelSlider::hitsMarker(QPoint point, qint32 value) const
 {
     const int below = point.y() - (m_frame.top() + markerTop);
     const qint64 beside = std::abs(qint64(point.x()) - markerX(value));
-    return below >= 0 && below <= 8 && beside * 5 <= std::min(below, 5) * 4 && hitArea().contains(point);
+    return below >= 0 && below <= 8 && beside * 5 <= std::min(below, 5) * 4;
 }
 
 qint32 ChannelSlider::valueAt(qint32 x) const

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "colour/RibbonStop.h"
+#include "common/TdCommonExport.h"
 
 #include <deque>
 #include <vector>
 
 /// What can be undone and redone in a ribbon: whole states, at most 100 of them and at most about 64 MB, the oldest
 /// forgotten first. The last one is kept whatever its size.
-class RibbonHistory
+class TDCOMMON_API RibbonHistory
 {
 public:
     struct State

@@ -21,11 +21,26 @@ private:
     QPainter &m_painter;
 };
 
-/// An image of one line over @p pixels, which must outlive it.
-QImage line(const std::vector<QRgb> &pixels)
+/// Fills @p rect with columns of one logical pixel each.
+void drawColumns(QPainter &painter, const QRect &rect, const std::vector<QRgb> &pixels)
 {
     const auto width = static_cast<int>(pixels.size());
-    return {reinterpret_cast<const uchar *>(pixels.data()), width, 1, width * int(sizeof(QRgb)), QImage::Format_RGB32};
+    const QImage line(reinterpret_cast<const uchar *>(pixels.data()), width, 1, width * int(sizeof(QRgb)),
+                      QImage::Format_RGB32);
+    if (painter.deviceTransform().type() > QTransform::TxTranslate) {
+        painter.drawImage(rect, line);
+        return;
+    }
+    painter.setBrushOrigin(rect.topLeft()); // unscaled, laying the line out is several times as fast as stretching it
+    painter.fillRect(rect, line);
+}
+
+/// @p top on @p bottom, with a part of 0 to 1.
+QColor mixed(const QColor &top, const QColor &bottom, float part)
+{
+    const auto mix = [part](float a, float b) { return b + (a - b) * part; };
+    return QColor::fromRgbF(mix(top.redF(), bottom.redF()), mix(top.greenF(), bottom.greenF()),
+                            mix(top.blueF(), bottom.blueF()));
 }
 
 } // namespace
@@ -38,11 +53,12 @@ QRgb RibbonPainter::shown(COLORREF color) const
 /// One pixel of line around @p rect, outside of it.
 void RibbonPainter::drawFrame(const QRect &rect)
 {
-    QColor color = m_palette.color(QPalette::WindowText);
-    color.setAlphaF(0.45F);
-    m_painter.setPen(color);
-    m_painter.setBrush(Qt::NoBrush);
-    m_painter.drawRect(rect.adjusted(-1, -1, 0, 0));
+    const QColor color = mixed(m_palette.color(QPalette::WindowText), m_palette.color(QPalette::Window), 0.45F);
+    const QRect outer = rect.adjusted(-1, -1, 1, 1);
+    m_painter.fillRect(outer.left(), outer.top(), outer.width(), 1, color);
+    m_painter.fillRect(outer.left(), outer.bottom(), outer.width(), 1, color);
+    m_painter.fillRect(outer.left(), rect.top(), 1, rect.height(), color);
+    m_painter.fillRect(outer.right(), rect.top(), 1, rect.height(), color);
 }
 
 void RibbonPainter::drawFocus(const QRect &rect)
@@ -65,7 +81,7 @@ void RibbonPainter::drawBand(const RibbonGeometry &geometry, const RibbonColumns
         for (const QRgb pixel : columns.pixels())
             previewed.push_back(shown(TxColorRef::fromRgb(pixel)));
     }
-    m_painter.drawImage(ramp, line(m_preview ? previewed : columns.pixels()));
+    drawColumns(m_painter, ramp, m_preview ? previewed : columns.pixels());
     drawFrame(ramp);
     if (hasFocus)
         drawFocus(ramp.adjusted(-4, -4, 4, 4));
@@ -125,7 +141,7 @@ void RibbonPainter::drawSlider(const ChannelSlider &slider, RibbonStops::Target 
     for (int i = 0; i < gradient.width(); ++i)
         pixels[static_cast<size_t>(i)] = qRgb(0, 0, 0) | static_cast<QRgb>(slider.valueAt(gradient.left() + i))
                                                              << shift;
-    m_painter.drawImage(gradient, line(pixels));
+    drawColumns(m_painter, gradient, pixels);
     drawFrame(gradient);
     if (value >= 0) {
         m_painter.setRenderHint(QPainter::Antialiasing);
