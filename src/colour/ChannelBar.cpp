@@ -13,7 +13,8 @@ namespace {
 
 constexpr int most = 255;
 constexpr int coarseStep = 16;
-constexpr double margin = 5.0; // around the bar, for the handle and the focus
+constexpr double sideMargin = 5.0; // beside the bar, for the handle and the focus
+constexpr double endMargin = 8.0;  // above and below it
 constexpr double handleHeight = 8.0;
 constexpr double rounding = 3.0;
 
@@ -41,7 +42,7 @@ void ChannelBar::setEnds(const QColor &bottom, const QColor &top)
 
 QRectF ChannelBar::bar() const
 {
-    return QRectF(rect()).adjusted(margin, margin, -margin, -margin);
+    return QRectF(rect()).adjusted(sideMargin, endMargin, -sideMargin, -endMargin);
 }
 
 double ChannelBar::yOf(int value) const

@@ -4,8 +4,8 @@
 #include <QtMath>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -18,12 +18,32 @@ double degrees(double radians)
     return turned < 360.0 ? turned : 0.0; // the smallest negative angles turn to 360 itself
 }
 
-/// The pure colours of the 360 degrees, as the conversion of picked colours gives them, and the first one again.
-std::array<RGBType, 361> pureColors()
+struct PureColor
 {
-    std::array<RGBType, 361> colors;
-    for (int hue = 0; hue <= 360; ++hue)
-        colors[static_cast<std::size_t>(hue)] = HSVType(hue % 360, 255, 255).toRGB();
+    float red;
+    float green;
+    float blue;
+};
+
+/// How many pure colours to a degree: neighbours differ by about half of what a pixel can tell.
+constexpr int pureColorsADegree = 8;
+
+/// The pure colours once around and the first again, by the conversion that picked colours go through, and linear
+/// between its whole degrees.
+std::vector<PureColor> pureColors()
+{
+    std::vector<PureColor> colors;
+    colors.reserve(360 * pureColorsADegree + 1);
+    for (int place = 0; place <= 360 * pureColorsADegree; ++place) {
+        const int degree = place / pureColorsADegree;
+        const float part = static_cast<float>(place % pureColorsADegree) / pureColorsADegree;
+        const RGBType from = HSVType(degree % 360, 255, 255).toRGB();
+        const RGBType to = HSVType((degree + 1) % 360, 255, 255).toRGB();
+        const auto mixed = [part](int first, int second) {
+            return static_cast<float>(first) + static_cast<float>(second - first) * part;
+        };
+        colors.push_back({mixed(from.red, to.red), mixed(from.green, to.green), mixed(from.blue, to.blue)});
+    }
     return colors;
 }
 
@@ -59,31 +79,31 @@ HSVType HueSaturationDisc::rounded(const HueSaturation &place, int value)
 QImage HueSaturationDisc::picture(int pixels)
 {
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-    const std::array<RGBType, 361> pure = pureColors();
-    const double radius = pixels / 2.0;
+    const std::vector<PureColor> pure = pureColors();
+    const float radius = static_cast<float>(pixels) / 2.0F;
+    constexpr float placesARadian = static_cast<float>(pureColorsADegree * 180.0 / M_PI);
+    const float turn = static_cast<float>(pureColorsADegree * 360);
     for (int y = 0; y < pixels; ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        const double up = radius - (y + 0.5);
+        const float up = radius - (static_cast<float>(y) + 0.5F);
         for (int x = 0; x < pixels; ++x) {
-            const double right = x + 0.5 - radius;
-            const double distance = std::sqrt(right * right + up * up);
-            const double coverage = std::clamp(radius - distance + 0.5, 0.0, 1.0);
-            if (coverage == 0.0) {
+            const float right = static_cast<float>(x) + 0.5F - radius;
+            const float distance = std::sqrt(right * right + up * up);
+            const float coverage = std::min(radius - distance + 0.5F, 1.0F);
+            if (coverage <= 0.0F) {
                 line[x] = 0;
                 continue;
             }
-            const double hue = degrees(std::atan2(up, right));
-            const auto degree = static_cast<std::size_t>(hue);
-            const double part = hue - static_cast<double>(degree);
-            const RGBType &from = pure[degree];
-            const RGBType &to = pure[degree + 1];
-            const double saturation = std::min(distance / radius, 1.0);
-            const auto mixed = [&](int first, int second) {
-                const double full = first + (second - first) * part;
-                return static_cast<int>((fullSaturation + (full - fullSaturation) * saturation) * coverage + 0.5);
+            const float place = std::atan2(up, right) * placesARadian;
+            const PureColor &full = pure[static_cast<std::size_t>((place < 0.0F ? place + turn : place) + 0.5F)];
+            // From white in the centre to the pure colour at the rim.
+            const float saturation = std::min(distance / radius, 1.0F);
+            const float white = 255.0F * (1.0F - saturation);
+            const auto mixed = [&](float part) {
+                return static_cast<int>((white + part * saturation) * coverage + 0.5F);
             };
-            line[x] = qRgba(mixed(from.red, to.red), mixed(from.green, to.green), mixed(from.blue, to.blue),
-                            static_cast<int>(coverage * 255.0 + 0.5));
+            line[x] =
+                qRgba(mixed(full.red), mixed(full.green), mixed(full.blue), static_cast<int>(coverage * 255.0F + 0.5F));
         }
     }
     return image;

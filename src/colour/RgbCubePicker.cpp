@@ -5,22 +5,24 @@
 #include "res/StringId.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
 #include <QSignalBlocker>
 
 #include <algorithm>
 
 namespace {
 
-/// A bar: the part of the colour that it changes, and its name.
+/// A bar: the part of the colour that it changes, its name and the letter below it.
 struct Channel
 {
     qint32 RGBType::*part;
     quint32 name;
+    QChar letter;
 };
-constexpr Channel channels[] = {{&RGBType::red, TdStringId::PickerRed},
-                                {&RGBType::green, TdStringId::PickerGreen},
-                                {&RGBType::blue, TdStringId::PickerBlue}};
+constexpr Channel channels[] = {{&RGBType::red, TdStringId::PickerRed, u'R'},
+                                {&RGBType::green, TdStringId::PickerGreen, u'G'},
+                                {&RGBType::blue, TdStringId::PickerBlue, u'B'}};
 
 QColor withPart(RGBType color, const Channel &channel, int value)
 {
@@ -32,13 +34,18 @@ QColor withPart(RGBType color, const Channel &channel, int value)
 
 RgbCubePicker::RgbCubePicker(QWidget *parent) : QWidget(parent), m_cube(new RgbCubeView(this)), m_bars{}
 {
-    auto *layout = new QHBoxLayout(this);
+    auto *layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_cube, 1);
+    layout->addWidget(m_cube, 0, 0, 2, 1);
+    layout->setColumnStretch(0, 1);
+    layout->setRowStretch(0, 1);
     for (std::size_t i = 0; i < m_bars.size(); ++i) {
         m_bars[i] = new ChannelBar(this);
-        layout->addWidget(m_bars[i]);
+        auto *letter = new QLabel(channels[i].letter, this);
+        const int column = static_cast<int>(i) + 1;
+        layout->addWidget(m_bars[i], 0, column);
+        layout->addWidget(letter, 1, column, Qt::AlignHCenter);
         connect(m_bars[i], &ChannelBar::valueChanged, this, [this, part = channels[i].part](int value) {
             RGBType color = m_color;
             color.*part = value;

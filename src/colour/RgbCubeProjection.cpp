@@ -106,16 +106,20 @@ Position RgbCubeProjection::onPlane(const QPointF &point, int channel, double fi
 
 QImage RgbCubeProjection::outerPicture(int width, int height, double scale) const
 {
-    QImage image(width, height, QImage::Format_RGB32);
+    QImage image(width, height, QImage::Format_ARGB32);
+    const double pixelsInside = halfRoot3 * edge / most * scale; // from the outline for each 1 of the least part
     for (int y = 0; y < height; ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
         for (int x = 0; x < width; ++x) {
             const QPointF point((x + 0.5) / scale, (y + 0.5) / scale);
             Position position = anyAt((point - centre) * (most / edge));
             moveToOutside(position);
+            const double least = std::min(std::min(position[0], position[1]), position[2]);
+            const double coverage = std::clamp(least * pixelsInside + 0.5, 0.0, 1.0);
             keepInside(position);
-            const RGBType color = rounded(position);
-            line[x] = qRgb(color.red, color.green, color.blue);
+            // All parts are positive here.
+            const auto whole = [](double part) { return static_cast<int>(part + 0.5); };
+            line[x] = qRgba(whole(position[0]), whole(position[1]), whole(position[2]), whole(coverage * 255.0));
         }
     }
     return image;
@@ -124,17 +128,19 @@ QImage RgbCubeProjection::outerPicture(int width, int height, double scale) cons
 void RgbCubeProjection::cutPicture(const QImage &outer, const RGBType &color, QImage &picture)
 {
     if (picture.size() != outer.size())
-        picture = QImage(outer.size(), QImage::Format_RGB32);
-    picture.setDevicePixelRatio(1.0);
+        picture = QImage(outer.size(), QImage::Format_ARGB32_Premultiplied);
     const int width = outer.width();
     for (int y = 0; y < outer.height(); ++y) {
         const auto *from = reinterpret_cast<const QRgb *>(outer.constScanLine(y));
         auto *to = reinterpret_cast<QRgb *>(picture.scanLine(y));
         for (int x = 0; x < width; ++x) {
             const QRgb pixel = from[x];
-            const int depth =
-                std::min({qRed(pixel) - color.red, qGreen(pixel) - color.green, qBlue(pixel) - color.blue});
-            to[x] = pixel - static_cast<QRgb>(std::max(depth, 0)) * 0x010101U;
+            const int red = qRed(pixel) - color.red;
+            const int green = qGreen(pixel) - color.green;
+            const int blue = qBlue(pixel) - color.blue;
+            const int depth = std::max(std::min(std::min(red, green), blue), 0);
+            const QRgb cut = pixel - static_cast<QRgb>(depth) * 0x010101U;
+            to[x] = pixel >= 0xFF000000U ? cut : qPremultiply(cut);
         }
     }
 }

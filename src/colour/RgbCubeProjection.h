@@ -43,8 +43,9 @@ struct TDCOMMON_API RgbCubeProjection
     /// The place at @p point on the plane where @p channel is @p fixed; the other two are kept within 0 to 255.
     Position onPlane(const QPointF &point, int channel, double fixed) const;
 
-    /// The uncut cube in device pixels, @p width x @p height, each @p scale to a pixel; goes on beyond its outline.
+    /// The uncut cube in device pixels, @p width x @p height, each of them 1 / @p scale; clear beside it, with a smooth
+    /// outline.
     QImage outerPicture(int width, int height, double scale) const;
-    /// Makes @p picture, of the same size as @p outer, that of the cube cut at @p color.
+    /// Makes @p picture that of the cube cut at @p color, premultiplied, from the picture of the uncut one.
     static void cutPicture(const QImage &outer, const RGBType &color, QImage &picture);
 };
