@@ -5,12 +5,23 @@
 #include "engine/base/TxErrorMsg.h"
 #include "engine/data/TxDataset.h"
 #include "engine/map/TxWorkspace.h"
+#include "engine/symbol/TxColorFolder.h"
+#include "engine/symbol/TxStockGradient.h"
 
 #include <QFile>
 
 namespace {
 
 constexpr const char *database = "Terravox";
+
+/// A stock ramp over a range of heights.
+struct HeightSample
+{
+    TxStockGradient ramp;
+    double floor;
+    double ceiling;
+    double opacity; ///< of the layer
+};
 
 /// A layer of a sample map; colours are 0xAARRGGBB.
 struct LayerSample
@@ -23,6 +34,7 @@ struct LayerSample
     double symbolSize;
     const char *labelField; ///< null for none
     bool selectable;
+    const HeightSample *heights = nullptr; ///< null for none
 };
 
 struct MapSample
@@ -41,8 +53,12 @@ constexpr LayerSample worldLayers[] = {
     {database, "LargeCities", 0xff7c1f1a, 0xffc0392b, 1.0, 7, "Name", true},
 };
 
+constexpr HeightSample seaAndLand = {TxStockGradient::Hypsometric, -2400, 2400, 1.0}; // the sea level is in the middle
+constexpr HeightSample hills = {TxStockGradient::Elevation, 200, 1100, 0.65};         // the shading shines through
+
 constexpr LayerSample salishLayers[] = {
     {"ReliefPicture", nullptr, 0xff404040, 0x00000000, 1.0, 6, nullptr, false},
+    {"ReliefGrid", nullptr, 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &seaAndLand},
     {database, "SheetIndex", 0x60405060, 0x00000000, 0.6, 6, nullptr, false},
     {database, "Coast", 0xff4a5d6e, 0x00000000, 0.7, 6, nullptr, true},
     {database, "Ferries", 0xff8e2c63, 0x00000000, 1.6, 6, nullptr, true},
@@ -51,9 +67,18 @@ constexpr LayerSample salishLayers[] = {
     {database, "Labels", 0xff22303c, 0x00000000, 1.0, 6, nullptr, true},
 };
 
+constexpr LayerSample jacksboroLayers[] = {
+    {database, "TerrainShade", 0xff404040, 0x00000000, 1.0, 6, nullptr, false},
+    {database, "Terrain", 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &hills},
+    {database, "Contours3D", 0x808a5a33, 0x00000000, 0.6, 6, nullptr, true},
+    {database, "Summits3D", 0xffffffff, 0xff5b2c1f, 1.0, 6, nullptr, true},
+    {database, "SummitLabels3D", 0xff22303c, 0x00000000, 1.0, 6, nullptr, true},
+};
+
 constexpr MapSample maps[] = {
     {"World", 0xffdcebf5, {-180, -90, 180, 90}, worldLayers},
     {"Salish Sea", 0xffffffff, {276000, 5315000, 576000, 5543000}, salishLayers},
+    {"Jacksboro Fault", 0xffffffff, {732000, 4037640, 761040, 4067160}, jacksboroLayers},
 };
 
 TxLayerStyle styleOf(const LayerSample &sample)
@@ -64,6 +89,16 @@ TxLayerStyle styleOf(const LayerSample &sample)
     style.lineWidth = sample.lineWidth;
     style.symbolSize = sample.symbolSize;
     style.labelField = QString::fromUtf8(sample.labelField);
+    if (const HeightSample *heights = sample.heights) {
+        constexpr qint32 colorCount = 64;
+        CTxColorFolder ramp;
+        ramp.MakeStockGradient(colorCount, static_cast<qint32>(heights->ramp));
+        for (const COLORREF color : ramp.GetColors())
+            style.colors.AddColor(color);
+        style.colors.SetZFloor(heights->floor);
+        style.colors.SetZCeiling(heights->ceiling);
+        style.opacity = heights->opacity;
+    }
     return style;
 }
 
