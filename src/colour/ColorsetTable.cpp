@@ -1,13 +1,15 @@
 #include "colour/ColorsetTable.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QtEndian>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
-#include <exception>
+#include <new>
 
 namespace {
 
@@ -64,17 +66,26 @@ bool ColorsetTable::read(QIODevice &device)
     Head head;
     if (!device.seek(0) || device.read(head.data(), recordsAt) != recordsAt || !isTitle(head.data(), titleSize))
         return false;
-    const qint64 rest = device.size() - recordsAt;
-    if (rest < 0) // a device that does not know its size
+    qint64 rest = device.size() - recordsAt;
+    if (rest < 0 || rest > maximumEntries * recordSize) // below 0: a device that does not know its size
         return false;
+    // In pieces that stay in the processor's cache: room for all at once would first be filled with zeros.
     std::vector<Entry> records;
     try {
-        records.resize(static_cast<size_t>((rest + recordSize - 1) / recordSize));
-    } catch (const std::exception &) {
+        records.reserve(static_cast<size_t>((rest + recordSize - 1) / recordSize));
+    } catch (const std::bad_alloc &) {
         return false;
     }
-    if (device.read(reinterpret_cast<char *>(records.data()), rest) != rest)
-        return false;
+    std::array<Entry, 2048> piece;
+    while (rest > 0) {
+        const qint64 size = std::min<qint64>(rest, sizeof piece);
+        const auto last = piece.begin() + (size + recordSize - 1) / recordSize;
+        *(last - 1) = {}; // may be cut
+        if (device.read(reinterpret_cast<char *>(piece.data()), size) != size)
+            return false;
+        records.insert(records.end(), piece.begin(), last);
+        rest -= size;
+    }
     swapIfBig(records);
     step = qFromLittleEndian<double>(head.data() + stepAt);
     count = qFromLittleEndian<qint32>(head.data() + countAt);
@@ -86,6 +97,8 @@ bool ColorsetTable::read(QIODevice &device)
 
 bool ColorsetTable::load(const QString &path)
 {
+    if (!QFileInfo(path).isFile()) // a pipe would keep us waiting
+        return false;
     QFile file(path);
     return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) && read(file);
 }
@@ -113,6 +126,9 @@ bool ColorsetTable::write(QIODevice &device) const
 
 bool ColorsetTable::save(const QString &path) const
 {
+    const QFileInfo old(path);
+    if (old.exists() && !old.isFile()) // not to put a file in the place of a device
+        return false;
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && write(file) && file.commit();
 }

@@ -24,6 +24,9 @@ public:
         bool operator==(const Entry &other) const { return value == other.value && color == other.color; }
     };
 
+    /// Files of more entries are not read: there are no more colours.
+    static constexpr qint64 maximumEntries = 1 << 24;
+
     double step = 0.0;    ///< (maximum - minimum) / count, as the writer reckoned it
     qint32 count = 0;     ///< how many entries the writer says there are; may differ from how many there are
     double minimum = 0.0; ///< of the range; nothing keeps the file from holding NaN or a reversed range
@@ -37,9 +40,9 @@ public:
     /// NUL; letter case, and white space around it, do not count.
     static bool hasHeader(QIODevice &device);
     /// Reads a table from an open device with a known size. Missing bytes of a last record that is cut are 0.
-    /// @return false, with this left as it was, when it is none or ends before its records begin
+    /// @return false, with this left as it was, when it is none, ends before its records begin, or holds too many
     bool read(QIODevice &device);
-    /// Reads a table from the file @p path. @return false also when it cannot be opened
+    /// Reads a table from the file @p path. @return false also when it cannot be opened, or is no plain file
     bool load(const QString &path);
     /// Writes the table. @return false when the device does not take it
     bool write(QIODevice &device) const;

@@ -1,12 +1,18 @@
 #include "colour/ColorsetTable.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <random>
+
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -137,6 +143,46 @@ TEST(ColorsetTable, FileIsReplacedWholeOrKept)
     EXPECT_FALSE(back.load(folder.filePath(u"missing.sct"_s)));
     EXPECT_FALSE(back.load(folder.path()));
     EXPECT_EQ(back.entries.size(), 2U);
+}
+
+TEST(ColorsetTable, IsNotTakenFromWhatEndsNowhere)
+{
+    QTemporaryDir folder;
+    const QString pipe = folder.filePath(u"pipe"_s);
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    ColorsetTable table;
+    for (const QString &path : {pipe, u"/dev/zero"_s})
+        EXPECT_FALSE(table.load(path)) << path.toStdString();
+    EXPECT_FALSE(table.save(pipe)); // nor is a file put in its place
+    EXPECT_FALSE(QFileInfo(pipe).isFile());
+
+    const QString huge = folder.filePath(u"huge.sct"_s);
+    ASSERT_TRUE(threeColours().save(huge));
+    ASSERT_TRUE(QFile::resize(huge, 1LL << 40)); // a hole that takes no room on the disk
+    EXPECT_FALSE(table.load(huge));
+    ASSERT_TRUE(QFile::resize(huge, 283 + 5000 * 16 - 3)); // several pieces, the last of them cut
+    ASSERT_TRUE(table.load(huge));
+    EXPECT_EQ(table.entries.size(), 5000U);
+    EXPECT_EQ(table.entries[2], threeColours().entries[2]);
+    EXPECT_EQ(table.entries[4999], (ColorsetTable::Entry{0, 0}));
+}
+
+TEST(ColorsetTable, OldFileStaysWhenTheDiskIsFull)
+{
+    QTemporaryDir folder;
+    const QByteArray disk = folder.path().toUtf8();
+    if (geteuid() != 0 || mount("none", disk.constData(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "needs leave to mount a small disk";
+    const auto unmount = qScopeGuard([&disk] { umount(disk.constData()); });
+    const QString path = folder.filePath(u"ramp.sct"_s);
+    ASSERT_TRUE(threeColours().save(path));
+    ColorsetTable large = threeColours();
+    large.entries.resize(5000);
+    EXPECT_FALSE(large.save(path));
+    ColorsetTable back;
+    ASSERT_TRUE(back.load(path));
+    EXPECT_EQ(back.entries, threeColours().entries);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1); // no half file lies beside it
 }
 
 } // namespace
