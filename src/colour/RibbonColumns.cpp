@@ -2,8 +2,6 @@
 
 #include "colour/RibbonGeometry.h"
 
-#include <QtEndian>
-
 #include <algorithm>
 #include <array>
 #include <exception>
@@ -39,14 +37,14 @@ private:
 
 /// The colour @p k pixels behind the stop @p from, of @p distance to the stop @p to. Doubles are exact here: a quotient
 /// that is no whole number is farther from one than rounding reaches.
-QRgb between(COLORREF from, COLORREF to, double k, double distance)
+COLORREF between(COLORREF from, COLORREF to, double k, double distance)
 {
     const auto channel = [k, distance](int left, int right) {
         return static_cast<int>(left + k * (right - left) / distance);
     };
-    return qRgb(channel(TxColorRef::red(from), TxColorRef::red(to)),
-                channel(TxColorRef::green(from), TxColorRef::green(to)),
-                channel(TxColorRef::blue(from), TxColorRef::blue(to)));
+    return TxColorRef::make(channel(TxColorRef::red(from), TxColorRef::red(to)),
+                            channel(TxColorRef::green(from), TxColorRef::green(to)),
+                            channel(TxColorRef::blue(from), TxColorRef::blue(to)));
 }
 
 } // namespace
@@ -55,7 +53,7 @@ RibbonColumns::RibbonColumns(const std::vector<RibbonStop> &stops, const RibbonG
     : m_left(geometry.usableLeft())
 {
     const qint64 count = std::max<qint64>(geometry.usableWidth(), 0) + 1;
-    m_pixels.assign(static_cast<size_t>(count), stops.empty() ? qRgb(0, 0, 0) : TxColorRef::toRgb(stops.back().color));
+    m_colors.assign(static_cast<size_t>(count), stops.empty() ? 0 : stops.back().color);
     if (stops.empty())
         return;
     FreeColumns columns(count);
@@ -70,20 +68,20 @@ RibbonColumns::RibbonColumns(const std::vector<RibbonStop> &stops, const RibbonG
         const double distance = double(to.position) - from.position;
         size_t column = columns.from(static_cast<size_t>(std::max<qint64>(begin, 0)));
         while (column < static_cast<size_t>(end)) {
-            m_pixels[column] = between(from.color, to.color, double(qint64(column) - begin), distance);
+            m_colors[column] = between(from.color, to.color, double(qint64(column) - begin), distance);
             columns.take(column);
             column = columns.from(column + 1);
         }
     }
     const qint64 firstStop = std::clamp<qint64>(qint64(stops.front().position) - m_left, 0, count);
     for (size_t column = columns.from(0); column < static_cast<size_t>(firstStop); column = columns.from(column + 1))
-        m_pixels[column] = TxColorRef::toRgb(stops.front().color);
+        m_colors[column] = stops.front().color;
 }
 
 COLORREF RibbonColumns::colorAt(qint32 x) const
 {
-    const qint64 last = static_cast<qint64>(m_pixels.size()) - 1;
-    return TxColorRef::fromRgb(m_pixels[static_cast<size_t>(std::clamp<qint64>(qint64(x) - m_left, 0, last))]);
+    const qint64 last = static_cast<qint64>(m_colors.size()) - 1;
+    return m_colors[static_cast<size_t>(std::clamp<qint64>(qint64(x) - m_left, 0, last))];
 }
 
 QList<COLORREF> RibbonColumns::MakeOutColor(qint32 count) const
@@ -98,19 +96,18 @@ QList<COLORREF> RibbonColumns::MakeOutColor(qint32 count) const
     }
     // F.left + 21 and as many pixels as the usable band has, which begins at F.left + 20.
     const double left = double(m_left) + 1;
-    const qint32 width = static_cast<qint32>(m_pixels.size()) - 1;
+    const qint32 width = static_cast<qint32>(m_colors.size()) - 1;
     const double step = double(width) / count;
     // Places first, colours after: so the processor reckons several places at once.
-    std::array<qint32, 512> places;
+    std::array<qint32, 512> columns;
     COLORREF *to = colors.data();
     for (qint32 done = 0; done < count;) {
-        const qint32 some = std::min(count - done, static_cast<qint32>(places.size()));
+        const qint32 some = std::min(count - done, static_cast<qint32>(columns.size()));
         for (qint32 i = 0; i < some; ++i)
-            places[static_cast<size_t>(i)] = static_cast<qint32>(left + (done + i) * step);
-        for (qint32 i = 0; i < some; ++i) {
-            const qint32 column = std::clamp(places[static_cast<size_t>(i)] - m_left, 0, width);
-            to[done + i] = qbswap(m_pixels[static_cast<size_t>(column)]) >> 8; // 0xFFRRGGBB to 0x00BBGGRR
-        }
+            columns[static_cast<size_t>(i)] =
+                std::clamp(static_cast<qint32>(left + (done + i) * step) - m_left, 0, width);
+        for (qint32 i = 0; i < some; ++i)
+            to[done + i] = m_colors[static_cast<size_t>(columns[static_cast<size_t>(i)])];
         done += some;
     }
     return colors;

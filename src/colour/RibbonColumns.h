@@ -24,8 +24,8 @@ public:
     /// The columns of the usable band and one more, where the last stop of the range stands.
     RibbonColumns(const std::vector<RibbonStop> &stops, const RibbonGeometry &geometry);
 
-    /// The colours in order, opaque, as pixels; the first stands at left(). At least one.
-    const std::vector<QRgb> &pixels() const { return m_pixels; }
+    /// The colours in order; the first stands at left(). At least one.
+    const std::vector<COLORREF> &pixels() const { return m_colors; }
     qint32 left() const { return m_left; }
     /// The colour at pixel @p x, outside the columns that of the nearest.
     COLORREF colorAt(qint32 x) const;
@@ -38,5 +38,5 @@ public:
 
 private:
     qint32 m_left;
-    std::vector<QRgb> m_pixels;
+    std::vector<COLORREF> m_colors;
 };
