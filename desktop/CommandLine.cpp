@@ -18,8 +18,16 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         tr("Draw every window and dialog into PNG files in <folder> and exit. Needs no display."), tr("folder"));
     const QCommandLineOption tree(QStringLiteral("print-tree"),
                                   tr("Print the workspace tree as text and exit. Needs no display."));
+    const QCommandLineOption automation(QStringLiteral("automation"),
+                                        tr("Serve other programs on the session bus, without a window, and exit when "
+                                           "they are done. Needs no display."));
+    const QCommandLineOption linger(QStringLiteral("linger"),
+                                    tr("With --automation: stay for <seconds> (10) while nobody holds an object."),
+                                    tr("seconds"));
     parser.addOption(gallery);
     parser.addOption(tree);
+    parser.addOption(automation);
+    parser.addOption(linger);
     parser.addPositionalArgument(
         QStringLiteral("files"),
         tr("A workspace (.txw), and files, folders or connection strings (PG:…) to open as datasources."),
@@ -50,6 +58,17 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         }
     } else if (parser.isSet(tree)) {
         result.action = Action::PrintTree;
+    } else if (parser.isSet(automation)) {
+        result.action = Action::Automation;
+        if (parser.isSet(linger)) {
+            bool ok = false;
+            const int seconds = parser.value(linger).toInt(&ok);
+            if (!ok || seconds < 0 || seconds > 24 * 60 * 60) {
+                result.action = Action::Fail;
+                result.message = tr("--linger needs a number of seconds, at most a day.");
+            }
+            result.linger = std::chrono::seconds(seconds);
+        }
     }
     return result;
 }

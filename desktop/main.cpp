@@ -4,6 +4,7 @@
 #include "Prompts.h"
 #include "TreeText.h"
 #include "basic/TdProfileFile.h"
+#include "colour/ColorsServer.h"
 #include "engine/base/TxErrorMsg.h"
 #include "engine/map/TxWorkspace.h"
 
@@ -35,7 +36,7 @@ QStringList argumentList(int argc, char **argv)
     return list;
 }
 
-/// True when only text or picture files come out, so that no display is needed.
+/// True when no window shows, so that no display is needed.
 bool needsNoDisplay(const CommandLine &line)
 {
     return line.action != CommandLine::Action::Run;
@@ -97,6 +98,19 @@ int printTree(const CommandLine &line)
     return failed > 0 ? 1 : 0;
 }
 
+/// Serves other programs until they are done. @return 1 when that is not possible
+int serveAutomation(const CommandLine &line)
+{
+    ColorsServer server;
+    if (!server.start()) {
+        print(stderr, QStringLiteral("There is no session bus, or another program serves %1 already.")
+                          .arg(QLatin1String(ColorsServer::serviceName)));
+        return 1;
+    }
+    server.linger(line.linger);
+    return QApplication::exec();
+}
+
 int runDesktop(const CommandLine &line)
 {
     DialogPrompts prompts;
@@ -110,6 +124,9 @@ int runDesktop(const CommandLine &line)
         QMetaObject::invokeMethod(
             &window, [&window, &line] { window.openFiles(line.files, false); }, Qt::QueuedConnection);
     }
+    // Whoever drives this desktop by scripts; there may be no bus, or another process that serves them.
+    ColorsServer server;
+    QMetaObject::invokeMethod(&server, &ColorsServer::start, Qt::QueuedConnection);
     return QApplication::exec();
 }
 
@@ -135,7 +152,7 @@ int main(int argc, char **argv)
     case CommandLine::Action::Run:
         if (hasDisplay())
             break;
-        print(stderr, QStringLiteral("There is no display. --print-tree and --gallery need none."));
+        print(stderr, QStringLiteral("There is no display. --print-tree, --gallery and --automation need none."));
         return 2;
     default:
         break;
@@ -151,6 +168,8 @@ int main(int argc, char **argv)
         return drawGallery(line, argumentList(argc, argv));
     case CommandLine::Action::PrintTree:
         return printTree(line);
+    case CommandLine::Action::Automation:
+        return serveAutomation(line);
     default:
         return runDesktop(line);
     }

@@ -11,7 +11,8 @@ enum class HResult : quint32 {
     DISP_E_UNKNOWNNAME = 0x80020006,    ///< no member of that name
     DISP_E_BADPARAMCOUNT = 0x8002000E,  ///< too few or too many arguments
     E_UNEXPECTED = 0x8000FFFF,          ///< the object that it is about is gone
-    E_OUTOFMEMORY = 0x8007000E,
+    E_ACCESSDENIED = 0x80070005,        ///< the object belongs to somebody else
+    E_OUTOFMEMORY = 0x8007000E,         ///< no memory, or more than is allowed
     E_INVALIDARG = 0x80070057,
     CTL_E_SETNOTSUPPORTED = 0x800A017F ///< the property cannot be written
 };

@@ -93,6 +93,14 @@ int CTdColors::MakeGradientColorsetEx(int count, QObject *colors)
     return made;
 }
 
+int CTdColors::MakeStockGradientColorset(int count, int style, bool reverse)
+{
+    CTxColorFolder ramp;
+    const int made = ramp.MakeStockGradient(count, style, reverse);
+    FromColorFolder(ramp);
+    return made;
+}
+
 int CTdColors::MakeRandomColorset(int count)
 {
     m_colors.clear();

@@ -58,7 +58,7 @@ public:
     /// @return how many colours were made; 0, with the list as it was, when @p colors is none
     Q_INVOKABLE int MakeGradientColorsetEx(int count, QObject *colors);
     /// Replaces the list by the engine's stock ramp @p style. @return how many colours were made
-    int MakeStockGradientColorset(int count, int style, bool reverse);
+    Q_INVOKABLE int MakeStockGradientColorset(int count, int style, bool reverse);
     /// Replaces the list by random colours, the same ones for all calls within a second. @return the new Count: 0 for a
     /// count below 1 or above CTxColorFolder::maxGradientCount
     Q_INVOKABLE int MakeRandomColorset(int count);

@@ -103,9 +103,27 @@ INSTANTIATE_TEST_SUITE_P(
         Operation{"GradientThroughItself", {0, 4}, [](C &c) { return c.MakeGradientColorsetEx(3, &c); }, 3, {0, 2, 4}},
         Operation{"GradientThroughNothing", {5}, [](C &c) { return c.MakeGradientColorsetEx(3, nullptr); }, 0, {5}},
         Operation{"GradientThroughAnother", {5}, [](C &c) { return c.MakeGradientColorsetEx(3, qApp); }, 0, {5}},
+        Operation{"StockStyleThatIsNone", {5}, [](C &c) { return c.MakeStockGradientColorset(3, -1, false); }, 0, {}},
         Operation{"RandomNone", {5}, [](C &c) { return c.MakeRandomColorset(least); }, 0, {}},
         Operation{"RandomTooMany", {5}, [](C &c) { return c.MakeRandomColorset(most); }, 0, {}}),
     [](const auto &row) { return std::string(row.param.name); });
+
+TEST(TdColors, KeepsWhatTheEngineMakes)
+{
+    CTxColorFolder folder;
+    ASSERT_EQ(folder.MakeStockGradient(7, 1, true), 7);
+    CTdColors colors;
+    EXPECT_EQ(colors.MakeStockGradientColorset(7, 1, true), 7);
+    CTxColorFolder back;
+    back.Add(1);
+    EXPECT_TRUE(colors.ToColorFolder(back));
+    EXPECT_EQ(back.GetColors(), folder.GetColors());
+    EXPECT_TRUE(colors.FromColorFolder(back));
+    EXPECT_EQ(colors.GetCount(), 7);
+    EXPECT_FALSE(colors.FromColorFolder({}));
+    EXPECT_FALSE(colors.ToColorFolder(back));
+    EXPECT_EQ(back.GetCount(), 0);
+}
 
 TEST(TdColors, CountIsReadOnlyAndTheClassCanBeMadeByName)
 {
