@@ -74,3 +74,13 @@ QVariant ColorListModel::data(const QModelIndex &index, int role) const
         return {};
     }
 }
+
+QModelIndexList ColorListModel::match(const QModelIndex &start, int role, const QVariant &value, int hits,
+                                      Qt::MatchFlags flags) const
+{
+    if (role != Qt::DisplayRole)
+        return QAbstractListModel::match(start, role, value, hits, flags);
+    bool isNumber = false;
+    const qint32 row = mirrored(value.toString().toInt(&isNumber));
+    return isNumber && row >= 0 ? QModelIndexList{index(row)} : QModelIndexList{};
+}

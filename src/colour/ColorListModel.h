@@ -24,6 +24,9 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     /// DisplayRole is the index of the colour, BackgroundRole a QColor; tool tip and accessible text tell both.
     QVariant data(const QModelIndex &index, int role) const override;
+    /// A text searched for is an index, which is typed to go to it: found at once among a million.
+    QModelIndexList match(const QModelIndex &start, int role, const QVariant &value, int hits,
+                          Qt::MatchFlags flags) const override;
 
 private:
     CTxColorFolder m_colors;

@@ -1,7 +1,9 @@
 #include "colour/TdColorListBox.h"
 
 #include "colour/ColorListModel.h"
+#include "common/TdModule.h"
 #include "engine/base/TxNumberText.h"
+#include "res/StringId.h"
 
 #include <QItemSelectionModel>
 #include <QPainter>
@@ -15,6 +17,7 @@ namespace {
 constexpr int swatchLeft = 18; // where the swatch begins, at least
 constexpr int labelLeft = 4;
 constexpr int labelGap = 3; // between the label and the swatch
+constexpr double disabledOpacity = 0.35;
 
 /// Draws the rows: the index at the left, the colour in the rest.
 class ColorRowDelegate : public QStyledItemDelegate
@@ -40,7 +43,9 @@ public:
         const QRect strip(item.left(), item.top(), left - 2, item.height());
         if (selected)
             painter->fillRect(strip, option.palette.brush(QPalette::Highlight));
+        painter->setOpacity(option.state & QStyle::State_Enabled ? 1.0 : disabledOpacity);
         painter->fillRect(item.adjusted(left, 1, 0, -1), index.data(Qt::BackgroundRole).value<QColor>());
+        painter->setOpacity(1.0);
         painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
         painter->drawText(strip.adjusted(labelLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                           index.data().toString());
@@ -62,6 +67,7 @@ CTdColorListBox::CTdColorListBox(QWidget *parent) : QListView(parent), m_model(n
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setModel(m_model);
+    setAccessibleName(CTdModule::LoadString(TdStringId::ColorListAccessibleName));
 }
 
 CTdColorListBox::~CTdColorListBox() = default;

@@ -67,6 +67,8 @@ TEST(ColorListBox, CopesWithAMillionColours)
     ASSERT_EQ(colors.MakeGradient(1'000'000, red, blue), 1'000'000);
     list.SetColors(colors);
     list.show();
+    list.keyboardSearch(QStringLiteral("123456"));
+    EXPECT_EQ(list.GetSelIndex(), 123456);
     list.SelectIndex(0);
     list.InsertColor(500'000, green);
     list.RemoveColor(0);
