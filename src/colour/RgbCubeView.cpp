@@ -228,6 +228,8 @@ void RgbCubeView::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange)
         setTexts();
+    else if (event->type() == QEvent::FontChange)
+        m_outer = {}; // the letters leave the cube another place
 }
 
 void RgbCubeView::setTexts()
