@@ -130,5 +130,6 @@ bool ColorsetTable::save(const QString &path) const
     if (old.exists() && !old.isFile()) // not to put a file in the place of a device
         return false;
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && write(file) && file.commit();
+    // Flushed first: committing does not tell that the last bytes found no room on the disk.
+    return file.open(QIODevice::WriteOnly) && write(file) && file.flush() && file.commit();
 }

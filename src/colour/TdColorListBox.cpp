@@ -130,6 +130,14 @@ const CTxColorFolder &CTdColorListBox::GetColors() const
     return m_model->colors();
 }
 
+void CTdColorListBox::focusInEvent(QFocusEvent *event)
+{
+    QListView::focusInEvent(event);
+    // Qt makes the first row the current one without selecting it, and the key that leads there would not do it either.
+    if (GetSelIndex() < 0)
+        selectionModel()->clearCurrentIndex();
+}
+
 void CTdColorListBox::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
     QListView::selectionChanged(selected, deselected);

@@ -48,6 +48,7 @@ Q_SIGNALS:
     void selectionMoved();
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
 
 private:
