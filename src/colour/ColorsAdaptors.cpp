@@ -177,11 +177,14 @@ QVariant ColorsAdaptor::call(qint32 number, quint32 kinds, QVariantList argument
         }
     }
     QVariant result;
+    const int before = count();
     const HResult code = ColorsDispatch::invoke(m_colors, number, kinds, arguments, result, ColorsObjects::maxColors);
     if (!succeeded(code)) {
         m_objects.refuse(message, code);
         return {};
     }
+    if (count() != before)
+        m_objects.tellChange(message.path(), QStringLiteral("Terravox.TdColors"), QStringLiteral("Count"), count());
     if (result.metaType() == QMetaType::fromType<std::shared_ptr<TdColorsEnum>>())
         return QVariant::fromValue(addEnum(result.value<std::shared_ptr<TdColorsEnum>>(), m_objects, message));
     return result;

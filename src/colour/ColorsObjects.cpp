@@ -95,6 +95,15 @@ void ColorsObjects::touch(const QString &path)
         m_idleTimer.start(sharedIdleTime);
 }
 
+void ColorsObjects::tellChange(const QString &path, const QString &interface, const QString &property,
+                               const QVariant &value) const
+{
+    QDBusMessage signal = QDBusMessage::createSignal(path, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                     QStringLiteral("PropertiesChanged"));
+    signal << interface << QVariantMap{{property, value}} << QStringList();
+    m_connection.send(signal);
+}
+
 void ColorsObjects::refuse(const QDBusMessage &call, HResult code) const
 {
     call.setDelayedReply(true); // what the called function returns is no answer

@@ -52,6 +52,9 @@ public:
     /// Notes that the object at @p path is in use.
     void touch(const QString &path);
 
+    /// Tells clients, of which some keep what they have read, that a property changed.
+    void tellChange(const QString &path, const QString &interface, const QString &property,
+                    const QVariant &value) const;
     /// Answers a call with the error that stands for @p code.
     void refuse(const QDBusMessage &call, HResult code) const;
 

@@ -167,6 +167,20 @@ class Automation(unittest.TestCase):
         self.refuses("Terravox.Error.UnknownName", path, COLORS, "GetIDsOfNames", "as", ["Count", "Colour"])
         self.assertEqual(self.client.list(path), [1])
 
+    def test_changes_of_count_are_told(self):
+        path = self.client.create()
+        command = ["gdbus", "monitor", "--session", "--dest", NAME, "--object-path", path]
+        with subprocess.Popen(command, stdout=subprocess.PIPE, text=True) as monitor:
+            while "is owned by" not in monitor.stdout.readline():
+                pass
+            self.client.call(path, COLORS, "MakeRandomColorset", "i", 3)
+            self.client.call(path, COLORS, "SetItem", "ii", 1, 1)
+            self.client.call(path, COLORS, "RemoveAll")
+            told = [monitor.stdout.readline() for _ in range(2)]
+            monitor.kill()
+        for count, line in zip((3, 0), told):
+            self.assertIn(f"PropertiesChanged ('{COLORS}', {{'Count': <{count}>}}", line)
+
     def test_limits(self):
         path = self.client.create()
         self.assertEqual(self.client.call(path, COLORS, "MakeRandomColorset", "i", 65536), 65536)
