@@ -76,23 +76,25 @@ void RibbonWidget::repaintMarkers()
     const RibbonGeometry geometry = ribbonGeometry();
     const std::vector<RibbonStop> &stops = m_ribbon->stops();
     const size_t common = std::min(stops.size(), m_shownStops.size());
-    const auto repaint = [&](const RibbonStop &stop) {
-        update(geometry.marker(stop.position).boundingRect().adjusted(-3, -3, 3, 3));
+    QRect changed; // one rectangle: a region of a million markers takes longer than painting them
+    const auto add = [&](const std::vector<RibbonStop> &from, size_t i) {
+        if (i < from.size())
+            changed |= geometry.marker(from[i].position).boundingRect();
     };
     for (size_t i = 0; i < std::max(stops.size(), m_shownStops.size()); ++i) {
         const auto index = static_cast<qint32>(i);
         if (i < common && stops[i] == m_shownStops[i] && (index == m_shownSelection) == (index == m_ribbon->selected()))
             continue;
-        if (i < stops.size())
-            repaint(stops[i]);
-        if (i < m_shownStops.size())
-            repaint(m_shownStops[i]);
+        add(stops, i);
+        add(m_shownStops, i);
     }
+    update(changed.adjusted(-3, -3, 3, 3) & geometry.markerStrip().adjusted(-3, -3, 3, 3));
     const bool isOtherSelection = m_shownSelection != m_ribbon->selected();
     const bool areOther = m_shownStops != stops;
     if (isOtherSelection && hasFocus())
         update(); // the focus mark goes round the band or the marker
-    m_shownStops = stops;
+    if (areOther)
+        m_shownStops = stops;
     m_shownSelection = m_ribbon->selected();
     if (isOtherSelection || areOther)
         RibbonAccessible::announce(*this, isOtherSelection);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 // What the ribbon editor shows in its controls, and what the user types there.
 
@@ -68,8 +69,8 @@ void TdDlgRibbonPrivate::show(const QLineEdit *typed)
 void TdDlgRibbonPrivate::focusChanged(QObject *control, bool hasFocus)
 {
     if (std::ranges::find(edits, control) != edits.end()) {
-        // What is typed in one edit is one undo step.
-        hasFocus ? ribbon.beginEdit() : ribbon.endEdit();
+        if (std::exchange(isTyping, hasFocus) != hasFocus)
+            hasFocus ? ribbon.beginEdit() : ribbon.endEdit();
         refused.clear();
         showMessage();
         return;
@@ -83,6 +84,14 @@ void TdDlgRibbonPrivate::focusChanged(QObject *control, bool hasFocus)
         return;
     const auto channel = std::ranges::find(channels, control, &Channel::slider);
     ribbon.setDragTarget(channel == channels.end() ? RibbonStops::Target::Stop : channel->target);
+}
+
+void TdDlgRibbonPrivate::beginStep()
+{
+    if (isTyping) {
+        ribbon.endEdit();
+        ribbon.beginEdit();
+    }
 }
 
 bool TdDlgRibbonPrivate::isChannelEdit(const QLineEdit *edit) const

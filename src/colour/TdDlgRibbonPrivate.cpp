@@ -70,6 +70,7 @@ void TdDlgRibbonPrivate::connectCommands()
     }
     const auto command = [this](QAbstractButton *button, auto action, const QKeySequence &keys = {}) {
         const auto run = [this, action] {
+            beginStep();
             if (action())
                 changed();
         };
@@ -107,6 +108,8 @@ void TdDlgRibbonPrivate::fitToRibbon()
 
 void TdDlgRibbonPrivate::changed(const QLineEdit *typed)
 {
+    if (!typed)
+        beginStep(); // what the user types next is not part of this change
     show(typed);
     Q_EMIT q->rampChanged();
 }
@@ -156,6 +159,7 @@ void TdDlgRibbonPrivate::addStop()
     }
     if (ribbon.count() < 2 || widthBehind(segment) < 2)
         return; // no pixel between the two
+    beginStep();
     const auto x = static_cast<qint32>(stops[static_cast<size_t>(segment)].position + widthBehind(segment) / 2);
     ribbon.select(ribbon.insertStop(x, ui.ribbon->columns().colorAt(x)));
     changed();

@@ -50,6 +50,8 @@ private:
         QLineEdit *edit;
     };
 
+    /// What follows is an undo step of its own, also while an edit has the focus.
+    void beginStep();
     void connectEdits();
     void connectCommands();
     void showPreview(bool isShown);
@@ -69,5 +71,6 @@ private:
     QString refused;         ///< why what the user types is not taken; empty when it is
     QString warning;         ///< what readers of the ramp may not see; empty when all is well
     QTimer warnLater;        ///< a drag asks for many checks, and needs one
+    bool isTyping = false;   ///< an edit has the focus: what is typed there is one undo step
     bool isStepping = false; ///< an arrow key is held: one undo step
 };

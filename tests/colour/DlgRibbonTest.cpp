@@ -290,6 +290,10 @@ TEST_F(DlgRibbon, EditsCountOnlyWhileTheUserTypes)
     EXPECT_EQ(colors()[1], 0x4D00FFU);
     type(39121, u"300"_s);
     EXPECT_EQ(colors()[1], 0x1E00FFU) << "30 on the way; 300 is none";
+    button(u"reverseButton"_s)->click();
+    EXPECT_EQ(m_dialog->focusWidget(), edit(39121));
+    button(u"undoButton"_s)->click();
+    EXPECT_EQ(colors()[1], 0x1E00FFU) << "a command is a step of its own while an edit has the focus";
     button(u"undoButton"_s)->click();
     EXPECT_EQ(colors()[1], red) << "what was typed in one edit is one step";
 
