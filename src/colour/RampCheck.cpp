@@ -1,7 +1,7 @@
 #include "colour/RampCheck.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace {
 
@@ -13,30 +13,29 @@ using RampCheck::Kind;
 constexpr Deficiency deficiencies[] = {Deficiency::Protanopia, Deficiency::Deuteranopia, Deficiency::Tritanopia,
                                        Deficiency::Achromatopsia};
 
-/// One stop as people with full colour vision see it, and as those with each deficiency do.
-struct Seen
+/// True when CIEDE2000 cannot reach the bound. It is at most sqrt(2) times the distance with a* stretched by half: no
+/// weight in it is below 1, and its turning term at most doubles.
+bool areNear(const Lab &first, const Lab &second)
 {
-    Lab full;
-    std::array<Lab, std::size(deficiencies)> deficient;
-
-    explicit Seen(COLORREF color) : full(ColorVision::toLab(color))
-    {
-        for (size_t i = 0; i < deficient.size(); ++i)
-            deficient[i] = ColorVision::toLab(ColorVision::simulate(color, deficiencies[i]));
-    }
-};
+    constexpr double reach = RampCheck::distinctFrom * RampCheck::distinctFrom / 2.0;
+    const double l = second.l - first.l;
+    const double a = 1.5 * (second.a - first.a);
+    const double b = second.b - first.b;
+    return l * l + a * a + b * b < reach;
+}
 
 void findAlike(std::span<const COLORREF> stops, std::vector<Finding> &findings)
 {
-    Seen last(stops[0]);
+    using ColorVision::difference;
+    using ColorVision::simulate;
+    Lab last = ColorVision::toLab(stops[0]);
     for (size_t i = 1; i < stops.size(); ++i) {
-        if (stops[i] == stops[i - 1])
-            continue;
-        const Seen next(stops[i]);
-        if (ColorVision::difference(last.full, next.full) >= RampCheck::distinctFrom) {
-            for (size_t k = 0; k < std::size(deficiencies); ++k) {
-                if (ColorVision::difference(last.deficient[k], next.deficient[k]) < RampCheck::alikeBelow)
-                    findings.push_back({Kind::NeighboursAlike, deficiencies[k], static_cast<qsizetype>(i - 1)});
+        const Lab next = ColorVision::toLab(stops[i]);
+        if (!areNear(last, next) && difference(last, next) >= RampCheck::distinctFrom) {
+            for (const Deficiency deficiency : deficiencies) {
+                if (difference(simulate(stops[i - 1], deficiency), simulate(stops[i], deficiency)) <
+                    RampCheck::alikeBelow)
+                    findings.push_back({Kind::NeighboursAlike, deficiency, static_cast<qsizetype>(i - 1)});
             }
         }
         last = next;
@@ -81,28 +80,35 @@ private:
     int m_way = 0; ///< 1 lighter, -1 darker, 0 not known yet
 };
 
+/// True when the blend of two colours may turn between them: some of its parts grow and some shrink.
+bool mayTurn(COLORREF from, COLORREF to)
+{
+    const int steps[] = {TxColorRef::red(to) - TxColorRef::red(from), TxColorRef::green(to) - TxColorRef::green(from),
+                         TxColorRef::blue(to) - TxColorRef::blue(from)};
+    const auto [least, most] = std::minmax_element(std::begin(steps), std::end(steps));
+    return *least < 0 && *most > 0;
+}
+
 void findTurns(std::span<const COLORREF> stops, std::vector<Finding> &findings)
 {
-    // Between two stops, too, the lightness may turn: from red to green through a dark olive. A blend has at most one
-    // turn, and quarters see all that are worth telling.
-    constexpr int quarters = 4;
     TurnFinder finder;
     const auto take = [&](COLORREF color, size_t stop) {
         const qsizetype turn = finder.take(ColorVision::lightness(color), static_cast<qsizetype>(stop));
         if (turn >= 0)
             findings.push_back({Kind::LightnessNotMonotone, Deficiency::None, turn});
     };
-    for (size_t i = 0; i + 1 < stops.size(); ++i) {
-        if (i > 0 && stops[i] == stops[i - 1])
+    for (size_t i = 0; i < stops.size(); ++i) {
+        take(stops[i], i);
+        if (i + 1 == stops.size() || !mayTurn(stops[i], stops[i + 1]))
             continue;
-        for (int k = 0; k < quarters; ++k) {
+        // From red to green through a dark olive: a blend has at most one turn, and quarters see all worth telling.
+        for (int k = 1; k < 4; ++k) {
             const auto blend = [&](int (*part)(COLORREF)) {
-                return (part(stops[i]) * (quarters - k) + part(stops[i + 1]) * k) / quarters;
+                return (part(stops[i]) * (4 - k) + part(stops[i + 1]) * k) / 4;
             };
             take(TxColorRef::make(blend(TxColorRef::red), blend(TxColorRef::green), blend(TxColorRef::blue)), i);
         }
     }
-    take(stops.back(), stops.size() - 1);
 }
 
 } // namespace
@@ -110,7 +116,7 @@ void findTurns(std::span<const COLORREF> stops, std::vector<Finding> &findings)
 std::vector<Finding> RampCheck::check(std::span<const COLORREF> stops)
 {
     std::vector<Finding> findings;
-    if (stops.size() < 2)
+    if (stops.size() < 2 || stops.size() > maximumStops)
         return findings;
     findAlike(stops, findings);
     findTurns(stops, findings);

@@ -30,8 +30,12 @@ inline constexpr double distinctFrom = 10.0;
 /// Lightness (CIE L*) may go back by this much: less is not seen.
 inline constexpr double lightnessSlack = 1.0;
 
+/// Ramps of more stops are not checked: no screen shows their stops one by one, and the editor checks while it drags.
+inline constexpr size_t maximumStops = 10000;
+
 /// Checks a ramp that blends from each of its stops' colours to the next, in red, green and blue. The findings come by
-/// kind, then by stop, then by deficiency in the order of ColorVision::Deficiency. None for fewer than two stops.
+/// kind, then by stop, then by deficiency in the order of ColorVision::Deficiency. None for fewer than two stops
+/// or more than maximumStops.
 TDCOMMON_API std::vector<Finding> check(std::span<const COLORREF> stops);
 
 } // namespace RampCheck
