@@ -8,6 +8,8 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -388,6 +390,29 @@ TEST_F(DlgRibbon, ImportAndExportBothAskForAFileToOpen)
         button(u"undoButton"_s)->click();
     EXPECT_FALSE(button(u"undoButton"_s)->isEnabled());
     EXPECT_EQ(values(), (QList<double>{0, 300, 600, 1000}));
+}
+
+TEST_F(DlgRibbon, TellsWhatReadersMayNotSeeAndWhyANumberIsNotTaken)
+{
+    open({{0, 0x1E1EC8, 0}, {0, 0x1E8C3C, 300}, {0, 0xF0F0F0, 600}, {0, 0x643200, 1000}});
+    const auto *message = m_dialog->findChild<QLabel *>(u"messageLabel"_s);
+    const auto comes = [message](const QString &text) {
+        return QTest::qWaitFor([&] { return message->text().contains(text); }, 2000);
+    };
+    auto *vision = m_dialog->findChild<QComboBox *>();
+    auto *preview = m_dialog->findChild<QWidget *>(u"preview"_s);
+    EXPECT_TRUE(comes(u"Stops 1 and 2 look alike"_s));
+    EXPECT_TRUE(comes(u"lightness turns"_s));
+    EXPECT_FALSE(preview->isVisible());
+    vision->setCurrentIndex(2); // deuteranopia
+    EXPECT_TRUE(comes(u"Stops 1 and 2 look alike"_s));
+    EXPECT_TRUE(preview->isVisible());
+    const QImage seen = preview->grab().toImage();
+    const QColor first = seen.pixelColor(25, seen.height() / 2);
+    EXPECT_LT(first.red() - first.green(), 100) << "red is olive to those without green cones";
+    click(marker(1));
+    type(39103, u"700"_s);
+    EXPECT_TRUE(comes(u"between 0.00 and 600.00"_s));
 }
 
 TEST_F(DlgRibbon, StopsAreItemsOfAListToReadersOfTheScreen)
