@@ -166,13 +166,3 @@ void RibbonPainter::drawSlider(const ChannelSlider &slider, RibbonStops::Target 
     if (hasFocus)
         drawFocus(slider.frame().adjusted(-3, -3, 3, 3));
 }
-
-void RibbonPainter::drawSwatch(const QRect &rect, const COLORREF *color)
-{
-    const Restored restored(m_painter);
-    m_painter.setRenderHint(QPainter::Antialiasing, false);
-    const QRect field = rect.adjusted(1, 1, -1, -1);
-    if (color)
-        m_painter.fillRect(field, QColor(shown(*color)));
-    drawFrame(field);
-}

@@ -36,8 +36,6 @@ public:
     /// pen while it is dragged. @p value -1 draws no triangle: no stop is selected.
     void drawSlider(const ChannelSlider &slider, RibbonStops::Target channel, qint32 value, bool isDragged,
                     bool hasFocus = false);
-    /// A field of one colour with a frame: the selected stop's. Without a colour (null) an empty field.
-    void drawSwatch(const QRect &rect, const COLORREF *color);
 
 private:
     QRgb shown(COLORREF color) const;
