@@ -102,6 +102,10 @@ TdIDEDlgColorSetPrivate::TdIDEDlgColorSetPrivate(CTdIDEDlgColorSet *dialog, COLO
     connectList();
     connectRange();
     connectPanel();
+    // Wide enough for the automatic filling, so that opening it makes the window higher alone.
+    const QMargins margins = q->layout()->contentsMargins();
+    const int width = ui.panel->sizeHint().width() + margins.left() + margins.right();
+    q->resize(q->sizeHint().expandedTo({width, 0}));
 }
 
 void TdIDEDlgColorSetPrivate::connectPicker()
