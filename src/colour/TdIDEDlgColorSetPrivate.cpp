@@ -168,8 +168,11 @@ void TdIDEDlgColorSetPrivate::showList()
 
 void TdIDEDlgColorSetPrivate::showRange()
 {
-    ui.maximum->setText(TxNumberText::shortest(model.maximum)); // reads back as it was
-    ui.minimum->setText(TxNumberText::shortest(model.minimum));
+    const std::pair<QLineEdit *, double> ends[] = {{ui.maximum, model.maximum}, {ui.minimum, model.minimum}};
+    for (const auto &[edit, value] : ends) {
+        edit->setText(TxNumberText::shortest(value)); // reads back as it was
+        edit->home(false);                            // a long number shows its begin
+    }
 }
 
 void TdIDEDlgColorSetPrivate::showEnd()
