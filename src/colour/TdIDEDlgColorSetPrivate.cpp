@@ -49,8 +49,8 @@ TdIDEDlgColorSetPrivate::TdIDEDlgColorSetPrivate(CTdIDEDlgColorSet *dialog, COLO
     connectList();
     connectRange();
     connectPanel();
-    QObject::connect(ui.buttons, &QDialogButtonBox::accepted, q, &CTdIDEDlgColorSet::accept);
-    QObject::connect(ui.buttons, &QDialogButtonBox::rejected, q, &CTdIDEDlgColorSet::reject);
+    connect(ui.buttons, &QDialogButtonBox::accepted, q, &CTdIDEDlgColorSet::accept);
+    connect(ui.buttons, &QDialogButtonBox::rejected, q, &CTdIDEDlgColorSet::reject);
     // Wide enough for the automatic filling, so that opening it makes the window higher alone.
     const QMargins margins = q->layout()->contentsMargins();
     const int width = ui.panel->sizeHint().width() + margins.left() + margins.right();
@@ -81,22 +81,22 @@ void TdIDEDlgColorSetPrivate::connectPicker()
     for (int i = 0; i < CurrentColor::partCount; ++i) {
         const auto part = static_cast<CurrentColor::Part>(i);
         NumberSpinBox *const field = m_parts[part];
-        QObject::connect(field, &NumberSpinBox::valueEdited, q, [this, part](int value) {
+        connect(field, &NumberSpinBox::valueEdited, this, [this, part](int value) {
             color.setPart(part, value);
             showColor();
         });
-        QObject::connect(field, &NumberSpinBox::editingFinished, q,
-                         [this, part, field] { field->setValue(color.part(part)); });
+        connect(field, &NumberSpinBox::editingFinished, this,
+                [this, part, field] { field->setValue(color.part(part)); });
     }
-    QObject::connect(ui.hsbPicker, &HsbPicker::colorPicked, q, [this](const HSVType &hsv) {
+    connect(ui.hsbPicker, &HsbPicker::colorPicked, this, [this](const HSVType &hsv) {
         color.setHsv(hsv);
         showColor();
     });
-    QObject::connect(ui.rgbPicker, &RgbCubePicker::colorPicked, q, [this](const RGBType &rgb) {
+    connect(ui.rgbPicker, &RgbCubePicker::colorPicked, this, [this](const RGBType &rgb) {
         color.setRgb(rgb);
         showColor();
     });
-    QObject::connect(ui.oldSwatch, &QAbstractButton::clicked, q, [this] {
+    connect(ui.oldSwatch, &QAbstractButton::clicked, this, [this] {
         color.setRgb(RGBType(m_old));
         showColor();
     });
@@ -111,22 +111,22 @@ void TdIDEDlgColorSetPrivate::connectList()
         {ui.save, &TdIDEDlgColorSetPrivate::save},
     };
     for (const auto &[button, command] : commands)
-        QObject::connect(button, &QPushButton::clicked, q, [this, command = command] { (this->*command)(); });
+        connect(button, &QPushButton::clicked, this, [this, command = command] { (this->*command)(); });
 
     // The list's own keys push the buttons, so that both are there or not at the same times.
     const std::pair<Qt::Key, QPushButton *> keys[] = {{Qt::Key_Insert, ui.insert}, {Qt::Key_Delete, ui.remove}};
     for (const auto &[key, button] : keys) {
         const auto *shortcut = new QShortcut(key, ui.colors, nullptr, nullptr, Qt::WidgetShortcut);
-        QObject::connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+        connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
     }
     auto *take = new QAction(CTdModule::LoadString(TdStringId::ColorsetTakeColor), ui.colors);
     take->setShortcut(Qt::CTRL | Qt::Key_P);
     take->setShortcutContext(Qt::WidgetShortcut);
     ui.colors->addAction(take);
     ui.colors->setContextMenuPolicy(Qt::ActionsContextMenu);
-    QObject::connect(take, &QAction::triggered, q, [this] { takeFromList(); });
-    QObject::connect(ui.colors, &QListView::doubleClicked, q, [this] { takeFromList(); });
-    QObject::connect(ui.colors, &CTdColorListBox::selectionMoved, q, [this] { updateButtons(); });
+    connect(take, &QAction::triggered, this, [this] { takeFromList(); });
+    connect(ui.colors, &QListView::doubleClicked, this, [this] { takeFromList(); });
+    connect(ui.colors, &CTdColorListBox::selectionMoved, this, [this] { updateButtons(); });
 }
 
 void TdIDEDlgColorSetPrivate::connectRange()
@@ -134,16 +134,16 @@ void TdIDEDlgColorSetPrivate::connectRange()
     const std::pair<QPushButton *, std::pair<QLineEdit *, QLatin1String>> globals[] = {
         {ui.globalMaximum, {ui.maximum, globalMaximum}}, {ui.globalMinimum, {ui.minimum, globalMinimum}}};
     for (const auto &[button, change] : globals)
-        QObject::connect(button, &QPushButton::clicked, q,
-                         [edit = change.first, text = change.second] { edit->setText(text); });
+        connect(button, &QPushButton::clicked, this,
+                [edit = change.first, text = change.second] { edit->setText(text); });
 }
 
 void TdIDEDlgColorSetPrivate::connectPanel()
 {
-    QObject::connect(ui.autoPanelButton, &QPushButton::clicked, q, [this] { setPanelOpen(!m_panelOpen); });
-    QObject::connect(ui.createRandom, &QPushButton::clicked, q, [this] { fill(&ColorSetModel::fillRandom); });
-    QObject::connect(ui.createSpecific, &QPushButton::clicked, q, [this] { fill(&ColorSetModel::fillBetween); });
-    QObject::connect(ui.stock, &QComboBox::activated, q, [this](int item) { fillStock(item); });
+    connect(ui.autoPanelButton, &QPushButton::clicked, this, [this] { setPanelOpen(!m_panelOpen); });
+    connect(ui.createRandom, &QPushButton::clicked, this, [this] { fill(&ColorSetModel::fillRandom); });
+    connect(ui.createSpecific, &QPushButton::clicked, this, [this] { fill(&ColorSetModel::fillBetween); });
+    connect(ui.stock, &QComboBox::activated, this, [this](int item) { fillStock(item); });
 }
 
 void TdIDEDlgColorSetPrivate::showColor()

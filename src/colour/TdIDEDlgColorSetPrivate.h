@@ -5,6 +5,8 @@
 #include "common/TdFileChooser.h"
 #include "ui_TdIDEDlgColorSet.h"
 
+#include <QObject>
+
 #include <array>
 #include <optional>
 
@@ -12,7 +14,9 @@ class CTdIDEDlgColorSet;
 
 /// The controls of the dialog "Edit Colorset", and what its buttons do. The colours stand in two lists, the model's and
 /// the list box's, and every change goes to both.
-class TdIDEDlgColorSetPrivate
+///
+/// An object of its own, so that its connections end with it: the controls outlive it, and tell of their own end.
+class TdIDEDlgColorSetPrivate : public QObject
 {
 public:
     TdIDEDlgColorSetPrivate(CTdIDEDlgColorSet *dialog, COLORREF initial);
