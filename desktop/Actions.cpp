@@ -80,6 +80,17 @@ constexpr Row table[] = {
      QT_TRANSLATE_NOOP("Actions", "Show more of the map, smaller")},
     {Actions::RefreshMap, QT_TRANSLATE_NOOP("Actions", "&Refresh"), "refresh", QKeySequence::Refresh, nullptr,
      QT_TRANSLATE_NOOP("Actions", "Draw the map anew, or read the table's records again")},
+    {Actions::StockRamp, QT_TRANSLATE_NOOP("Actions", "&Stock Colour Ramp…"), "colour-stock", noKey, "Ctrl+Shift+R",
+     QT_TRANSLATE_NOOP("Actions", "Choose one of the stock colour ramps for the heights of the selected layer")},
+    {Actions::EditColorSet, QT_TRANSLATE_NOOP("Actions", "Edit &Colour Set…"), "colour-set", noKey, nullptr,
+     QT_TRANSLATE_NOOP("Actions", "Edit the list of colours for the heights of the selected layer")},
+    {Actions::EditRamp, QT_TRANSLATE_NOOP("Actions", "Edit Colour &Ramp…"), "colour-ramp", noKey, nullptr,
+     QT_TRANSLATE_NOOP("Actions", "Edit the stops of the colour ramp for the heights of the selected layer")},
+    {Actions::SteppedColours, QT_TRANSLATE_NOOP("Actions", "Colours in S&teps"), nullptr, noKey, nullptr,
+     QT_TRANSLATE_NOOP("Actions",
+                       "Give each colour of the selected layer a step of height of its own, without blending")},
+    {Actions::ResetColours, QT_TRANSLATE_NOOP("Actions", "R&eset Colours"), nullptr, noKey, nullptr,
+     QT_TRANSLATE_NOOP("Actions", "Give the selected layer the usual colours of heights")},
     {Actions::FindInTree, QT_TRANSLATE_NOOP("Actions", "&Find in Workspace"), "filter", QKeySequence::Find, nullptr,
      QT_TRANSLATE_NOOP("Actions", "Go to the line that filters the workspace tree")},
     {Actions::CloseWindow, QT_TRANSLATE_NOOP("Actions", "&Close"), nullptr, noKey, "Ctrl+W",
@@ -111,6 +122,7 @@ Actions::Actions(QObject *parent) : QObject(parent)
         action->setToolTip(key.isEmpty() ? tr(row.tip) : QStringLiteral("%1 (%2)").arg(tr(row.tip), key));
         m_actions[static_cast<size_t>(row.id)] = action;
     }
+    (*this)[SteppedColours]->setCheckable(true);
     (*this)[Exit]->setMenuRole(QAction::QuitRole);
     (*this)[About]->setMenuRole(QAction::AboutRole);
 }

@@ -6,7 +6,9 @@
 #include "ConnectionDialog.h"
 #include "CopyDatasetDialog.h"
 #include "DocumentArea.h"
+#include "GalleryColours.h"
 #include "GalleryData.h"
+#include "GalleryStage.h"
 #include "MainWindow.h"
 #include "MapWindow.h"
 #include "MissingDialog.h"
@@ -17,11 +19,9 @@
 #include "WorkspaceCommands.h"
 #include "WorkspaceDocument.h"
 #include "WorkspacePane.h"
-#include "basic/TdProfileFile.h"
 #include "common/TdCommMethods.h"
 #include "common/TdCommonReport.h"
 #include "engine/data/DatasetVector.h"
-#include "engine/map/TxMapWnd.h"
 #include "engine/ui/TxDlgProgress.h"
 #include "workspace/WkspImageList.h"
 #include "workspace/WorkspaceBarTree.h"
@@ -30,52 +30,16 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QTabWidget>
-#include <QTimer>
 
-#include <functional>
+
+using namespace GalleryStage;
 
 namespace {
-
-/// A main window with data in it, as the gallery's pictures need it.
-struct Stage
-{
-    explicit Stage(const QStringList &files)
-        : profile(folder.filePath(QStringLiteral("profile.ini"))), window(prompts, profile)
-    {
-        window.openFiles(files, false);
-    }
-
-    QTemporaryDir folder;
-    Prompts prompts;
-    CTdProfileFile profile;
-    MainWindow window;
-};
-
-/// Lets events pass for @p milliseconds: for what works on a thread or between events.
-void letPass(int milliseconds)
-{
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-/// Lets a shown widget lay itself out and paint, then takes its picture.
-QPixmap photograph(QWidget &widget)
-{
-    widget.show();
-    QApplication::processEvents();
-    for (CTxMapWnd *canvas : widget.findChildren<CTxMapWnd *>())
-        if (canvas->isVisible())
-            canvas->FinishDrawing();
-    QApplication::processEvents();
-    return widget.grab();
-}
 
 QPixmap drawMain(const GalleryData &data)
 {
@@ -285,22 +249,6 @@ QPixmap drawUnsaved(const GalleryData &)
     return photograph(*box);
 }
 
-/// The picture of the window that @p open waits in; it is closed then.
-QPixmap photographModal(const std::function<void()> &open)
-{
-    QPixmap picture;
-    QTimer::singleShot(0, qApp, [&picture] {
-        QWidget *window = QApplication::activeModalWidget();
-        if (!window)
-            return;
-        letPass(300); // lists of files are filled by a thread
-        picture = photograph(*window);
-        window->close();
-    });
-    open();
-    return picture;
-}
-
 QPixmap drawFolder(const GalleryData &)
 {
     const Stage stage({});
@@ -372,7 +320,14 @@ constexpr GalleryWindow table[] = {
     {"delete", drawDelete},
     {"menu-file", [](const GalleryData &) { return drawMenu(0); }},
     {"menu-data", [](const GalleryData &) { return drawMenu(1); }},
-    {"menu-view", [](const GalleryData &) { return drawMenu(3); }},
+    {"colour-ramp", GalleryColours::drawRibbon},
+    {"colour-set", [](const GalleryData &) { return GalleryColours::drawColorSet(false); }},
+    {"colour-set-auto", [](const GalleryData &) { return GalleryColours::drawColorSet(true); }},
+    {"colour-stock", [](const GalleryData &) { return GalleryColours::drawStockRamp(false); }},
+    {"colour-stock-list", [](const GalleryData &) { return GalleryColours::drawStockRamp(true); }},
+    {"relief", GalleryColours::drawRelief},
+    {"menu-colour", [](const GalleryData &) { return drawMenu(3); }},
+    {"menu-view", [](const GalleryData &) { return drawMenu(4); }},
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "LayerPane.h"
 
+#include "LayerLegend.h"
 #include "MapWindow.h"
 #include "engine/data/TxDataset.h"
 #include "engine/map/TxMap.h"
@@ -24,6 +25,7 @@ LayerPane::LayerPane(QWidget *parent) : QWidget(parent), m_list(new QListWidget)
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setIconSize(QSize(16, 16));
+    m_list->setItemDelegate(new LayerLegendDelegate(m_list));
     m_remove = new QAction(tr("&Remove from Map"), this);
     m_remove->setShortcut(QKeySequence::Delete);
     m_remove->setShortcutContext(Qt::WidgetShortcut);
@@ -35,6 +37,7 @@ LayerPane::LayerPane(QWidget *parent) : QWidget(parent), m_list(new QListWidget)
     setFocusProxy(m_list);
 
     connect(m_list, &QListWidget::itemChanged, this, &LayerPane::onItemChanged);
+    connect(m_list, &QListWidget::itemSelectionChanged, this, &LayerPane::selectionChanged);
     connect(m_list, &QListWidget::customContextMenuRequested, this, &LayerPane::showMenu);
     connect(m_list, &QListWidget::itemDoubleClicked, this,
             [this](const QListWidgetItem *item) { zoomTo(m_list->row(item)); });
@@ -66,11 +69,20 @@ void LayerPane::refresh()
         item->setCheckState(layer->IsVisible() ? Qt::Checked : Qt::Unchecked);
         item->setIcon(m_images.icon(m_images.GetImageIndex(dataset, 1)));
         item->setToolTip(dataset ? layer->GetName() : tr("%1: the dataset is missing").arg(layer->GetName()));
+        LayerLegend::set(*item, *layer);
         if (!dataset)
             item->setForeground(palette().brush(QPalette::PlaceholderText));
     }
     m_list->setCurrentRow(std::min(row, m_list->count() - 1));
     m_remove->setEnabled(m_list->count() > 0);
+    Q_EMIT selectionChanged();
+}
+
+CTxLayer *LayerPane::selectedLayer() const
+{
+    const QList<QListWidgetItem *> selected = m_list->selectedItems();
+    const bool isOne = m_view && m_view->map() && selected.size() == 1;
+    return isOne ? m_view->map()->GetLayers().GetLayerAt(m_list->row(selected.first())) : nullptr;
 }
 
 CTxLayer *LayerPane::currentLayer() const
@@ -138,6 +150,10 @@ void LayerPane::showMenu(const QPoint &position)
     QAction *table = menu.addAction(tr("Attribute &Table"));
     table->setEnabled(dataset && dataset->IsVector());
     connect(table, &QAction::triggered, this, [this, layer] { Q_EMIT tableWanted(layer); });
+    menu.addSeparator();
+    for (QAction *command : m_commands)
+        if (command->isEnabled())
+            menu.addAction(command);
     menu.addSeparator();
     menu.addAction(m_remove);
     menu.exec(m_list->viewport()->mapToGlobal(position));

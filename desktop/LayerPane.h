@@ -24,6 +24,11 @@ public:
     /// Takes the selected layers out of the map.
     void removeSelected();
 
+    /// The only selected layer; null when none is or more than one.
+    CTxLayer *selectedLayer() const;
+    /// Commands that the menu of a layer offers as well, behind its own.
+    void setLayerCommands(const QList<QAction *> &commands) { m_commands = commands; }
+
     QListWidget *list() const { return m_list; }
 
 Q_SIGNALS:
@@ -31,6 +36,8 @@ Q_SIGNALS:
     void changed();
     /// The user wants to see the records of the layer's dataset.
     void tableWanted(const CTxLayer *layer);
+    /// Another layer may be selected, or the selected one may show something else.
+    void selectionChanged();
 
 private:
     void onItemChanged(QListWidgetItem *item);
@@ -42,5 +49,6 @@ private:
     MapWindow *m_view = nullptr; // not owned
     QListWidget *m_list;
     QAction *m_remove;
+    QList<QAction *> m_commands;
     CTdWkspImageList m_images;
 };

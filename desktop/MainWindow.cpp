@@ -2,6 +2,7 @@
 
 #include "Actions.h"
 #include "AttributeTable.h"
+#include "ColourCommands.h"
 #include "DataCommands.h"
 #include "DocumentArea.h"
 #include "DropContent.h"
@@ -34,6 +35,7 @@ MainWindow::MainWindow(Prompts &prompts, CTdProfileFile &profile, QWidget *paren
       m_recent(new RecentFiles(this)),
       m_commands(new WorkspaceCommands(*m_document, *m_pane, *m_area, *m_actions, prompts, this)),
       m_dataCommands(new DataCommands(*m_document, *m_pane, *m_area, *m_commands, *m_actions, prompts, this)),
+      m_colourCommands(new ColourCommands(*m_document, *m_area, *m_layers, *m_actions, this)),
       m_messages(new HostMessages(*m_document, *m_pane, *m_area, *m_commands, *m_output, this)),
       m_status(new MapStatus(statusBar()))
 {
@@ -129,6 +131,7 @@ void MainWindow::connectViews()
     connect(m_area, &DocumentArea::datasetsOpened, this, [this] {
         m_pane->updateDatasets();
         m_commands->updateActions();
+        m_layers->refresh(); // legends tell heights now
     });
     connect(m_layers, &LayerPane::changed, m_document, &WorkspaceDocument::touch);
     connect(m_layers, &LayerPane::tableWanted, m_commands, &WorkspaceCommands::showTable);

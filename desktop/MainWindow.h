@@ -7,6 +7,7 @@
 
 class Actions;
 class AttributeTable;
+class ColourCommands;
 class CTdProfileFile;
 class DataCommands;
 class DocumentArea;
@@ -78,6 +79,7 @@ private:
     RecentFiles *m_recent;
     WorkspaceCommands *m_commands;
     DataCommands *m_dataCommands;
+    ColourCommands *m_colourCommands;
     HostMessages *m_messages;
     MapStatus *m_status;
     QMenu *m_viewMenu = nullptr;

@@ -52,6 +52,12 @@ void MainWindow::makeMenus()
         {Actions::NewMap, Actions::OpenMap, separator, Actions::FitAll, Actions::ZoomIn, Actions::ZoomOut,
          Actions::RefreshMap});
 
+    QMenu *colour = menuBar()->addMenu(tr("&Colour"));
+    colour->setToolTipsVisible(true); // why a command cannot be used
+    add(colour, a,
+        {Actions::StockRamp, Actions::EditColorSet, Actions::EditRamp, separator, Actions::SteppedColours,
+         Actions::ResetColours});
+
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     add(m_viewMenu, a, {Actions::FindInTree, separator});
 

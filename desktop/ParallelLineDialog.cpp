@@ -1,8 +1,8 @@
 #include "ParallelLineDialog.h"
 
+#include "EnteredNumber.h"
 #include "NewDatasetRows.h"
 #include "common/TdCommMethods.h"
-#include "engine/base/TxNumberText.h"
 #include "engine/data/DatasetVector.h"
 #include "engine/data/TxDataSource.h"
 #include "engine/projection/TxPJCoordSys.h"
@@ -15,8 +15,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-#include <cmath>
 
 namespace {
 
@@ -78,13 +76,8 @@ ParallelLineDialog::ParallelLineDialog(const CTxWorkspace &workspace, const CDat
 
 std::optional<double> ParallelLineDialog::distance() const
 {
-    QString text = m_distance->text();
-    if (!text.contains(u'.'))
-        text.replace(u',', u'.'); // the one comma of "1,5"; two commas make no number
-    bool ok = false;
-    const double value = TxNumberText::toDouble(text, &ok);
-    const bool isUsable = ok && std::isfinite(value) && value >= smallest;
-    return isUsable ? std::optional(value) : std::nullopt;
+    const std::optional<double> value = enteredNumber(m_distance->text());
+    return value >= smallest ? value : std::nullopt;
 }
 
 DatasetJobs::Side ParallelLineDialog::side() const

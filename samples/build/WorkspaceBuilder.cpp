@@ -20,6 +20,8 @@ struct HeightSample
     TxStockGradient ramp;
     double floor;
     double ceiling;
+    qint32 count;   ///< of colours
+    bool stepped;   ///< not blended
     double opacity; ///< of the layer
 };
 
@@ -53,8 +55,9 @@ constexpr LayerSample worldLayers[] = {
     {database, "LargeCities", 0xff7c1f1a, 0xffc0392b, 1.0, 7, "Name", true},
 };
 
-constexpr HeightSample seaAndLand = {TxStockGradient::Hypsometric, -2400, 2400, 1.0}; // the sea level is in the middle
-constexpr HeightSample hills = {TxStockGradient::Elevation, 200, 1100, 0.65};         // the shading shines through
+// The sea level is in the middle, and between two steps: the shore is sharp.
+constexpr HeightSample seaAndLand = {TxStockGradient::Hypsometric, -2400, 2400, 240, true, 1.0};
+constexpr HeightSample hills = {TxStockGradient::Elevation, 200, 1100, 64, false, 0.65}; // over the shading
 
 constexpr LayerSample salishLayers[] = {
     {"ReliefPicture", nullptr, 0xff404040, 0x00000000, 1.0, 6, nullptr, false},
@@ -90,13 +93,13 @@ TxLayerStyle styleOf(const LayerSample &sample)
     style.symbolSize = sample.symbolSize;
     style.labelField = QString::fromUtf8(sample.labelField);
     if (const HeightSample *heights = sample.heights) {
-        constexpr qint32 colorCount = 64;
         CTxColorFolder ramp;
-        ramp.MakeStockGradient(colorCount, static_cast<qint32>(heights->ramp));
+        ramp.MakeStockGradient(heights->count, static_cast<qint32>(heights->ramp));
         for (const COLORREF color : ramp.GetColors())
             style.colors.AddColor(color);
         style.colors.SetZFloor(heights->floor);
         style.colors.SetZCeiling(heights->ceiling);
+        style.stepped = heights->stepped;
         style.opacity = heights->opacity;
     }
     return style;

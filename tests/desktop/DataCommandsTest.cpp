@@ -17,11 +17,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
-#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 
 namespace {
 
@@ -52,44 +49,6 @@ protected:
                             .toUtf8();
         return write(u"rivers.geojson"_s, R"({"type":"FeatureCollection","features":[)" + features.join(',') + "]}");
     }
-
-    QAction *action(Actions::Id id) const { return window->actions()[id]; }
-
-    /// Lets @p use the dialog that @p open opens; it is closed afterwards.
-    template<class Dialog, class Open, class Use>
-    void inDialog(Open &&open, Use &&use)
-    {
-        bool used = false;
-        QTimer poll;
-        poll.setInterval(5);
-        QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
-            auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
-            if (!dialog || used)
-                return;
-            used = true;
-            EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
-            use(*dialog);
-            if (dialog->isVisible()) {
-                ADD_FAILURE() << "the dialog did not close";
-                dialog->reject();
-            }
-        });
-        poll.start();
-        open();
-        EXPECT_TRUE(used) << "no dialog came";
-    }
-
-    static QPushButton *ok(QDialog &dialog)
-    {
-        return dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-    }
-
-    static void key(QDialog &dialog, int code, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(dialog.windowHandle(), static_cast<Qt::Key>(code), modifiers);
-    }
-
-    static void type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
     CDatasetVector *copied(const QString &name = u"rivers"_s)
     {

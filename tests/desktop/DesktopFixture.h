@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Actions.h"
 #include "DocumentArea.h"
 #include "MainWindow.h"
 #include "Prompts.h"
@@ -11,11 +12,16 @@
 #include "engine/data/TxDataSource.h"
 #include "workspace/WorkspaceBarTree.h"
 
-#include <QCoreApplication>
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QFile>
+#include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -163,6 +169,45 @@ protected:
         ASSERT_TRUE(dataset) << qPrintable(name);
         tree()->setCurrentItem(dataset, 0, QItemSelectionModel::ClearAndSelect);
     }
+
+    QAction *action(Actions::Id id) const { return window->actions()[id]; }
+
+    /// Lets @p use the dialog that @p open opens; it is closed afterwards.
+    template<class Dialog, class Open, class Use>
+    void inDialog(Open &&open, Use &&use)
+    {
+        bool used = false;
+        QTimer poll;
+        poll.setInterval(5);
+        QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+            auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+            if (!dialog || used)
+                return;
+            used = true;
+            EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+            EXPECT_TRUE(QTest::qWaitFor([&] { return dialog->isAncestorOf(QApplication::focusWidget()); }));
+            use(*dialog);
+            if (dialog->isVisible()) {
+                ADD_FAILURE() << "the dialog did not close";
+                dialog->reject();
+            }
+        });
+        poll.start();
+        open();
+        EXPECT_TRUE(used) << "no dialog came";
+    }
+
+    static QPushButton *ok(QDialog &dialog)
+    {
+        return dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+    }
+
+    static void key(QDialog &dialog, int code, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(dialog.windowHandle(), static_cast<Qt::Key>(code), modifiers);
+    }
+
+    static void type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
     std::unique_ptr<MainWindow> window;
 };
