@@ -106,7 +106,8 @@ bool CTdDlgRibbon::eventFilter(QObject *watched, QEvent *event)
 void CTdDlgRibbon::mousePressEvent(QMouseEvent *event)
 {
     // A click beside everything.
-    d->ui.ribbon->select(-1);
+    if (event->button() == Qt::LeftButton)
+        d->ui.ribbon->select(-1);
     CTdDialog::mousePressEvent(event);
 }
 
