@@ -57,7 +57,8 @@ constexpr LayerSample worldLayers[] = {
 
 // The sea level is in the middle, and between two steps: the shore is sharp.
 constexpr HeightSample seaAndLand = {TxStockGradient::Hypsometric, -2400, 2400, 240, true, 1.0};
-constexpr HeightSample hills = {TxStockGradient::Elevation, 200, 1100, 64, false, 0.65}; // over the shading
+constexpr HeightSample hills = {TxStockGradient::Elevation, 200, 1100, 64, false, 1.0};
+constexpr HeightSample slopes = {TxStockGradient::Elevation, 200, 1100, 64, false, 0.5}; // their faces shine through
 
 constexpr LayerSample salishLayers[] = {
     {"ReliefPicture", nullptr, 0xff404040, 0x00000000, 1.0, 6, nullptr, false},
@@ -71,8 +72,8 @@ constexpr LayerSample salishLayers[] = {
 };
 
 constexpr LayerSample jacksboroLayers[] = {
-    {database, "TerrainShade", 0xff404040, 0x00000000, 1.0, 6, nullptr, false},
-    {database, "Terrain", 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &hills},
+    {database, "Surface", 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &hills},
+    {database, "Terrain", 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &slopes},
     {database, "Contours3D", 0x808a5a33, 0x00000000, 0.6, 6, nullptr, true},
     {database, "Summits3D", 0xffffffff, 0xff5b2c1f, 1.0, 6, nullptr, true},
     {database, "SummitLabels3D", 0xff22303c, 0x00000000, 1.0, 6, nullptr, true},
