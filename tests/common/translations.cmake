@@ -1,15 +1,13 @@
 # Proves that every text of the library is found by lupdate and stands in the translation file: running it on a copy
 # changes nothing.
-# Run as: cmake -DSOURCE_DIR=<the repository> -DWORK_DIR=<a scratch folder> -DLUPDATE=<lupdate> -P translations.cmake
+# Run as: cmake -DSOURCE_DIR=<the repository> -DWORK_DIR=<a scratch folder> -DLUPDATE=<lupdate>
+#         "-DTEXTS=<files with texts, | between them>" -P translations.cmake
 
 set(res "${SOURCE_DIR}/src/res")
-file(GLOB forms "${res}/forms/*.ui")
-set(engine "${SOURCE_DIR}/src/engine/map/TxMapWnd.cpp" "${SOURCE_DIR}/src/engine/map/TxMapWndPrivate.cpp"
-           "${SOURCE_DIR}/src/engine/ui/TxDlgProgress.cpp" "${SOURCE_DIR}/src/engine/ui/VectorAppendProgress.cpp")
+string(REPLACE "|" ";" texts "${TEXTS}")
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(COPY "${res}/translations/TdCommon_de.ts" DESTINATION "${WORK_DIR}")
-execute_process(COMMAND "${LUPDATE}" -silent -no-obsolete -locations none "${res}/strings.def" ${forms} ${engine}
-                        -ts "${WORK_DIR}/TdCommon_de.ts"
+execute_process(COMMAND "${LUPDATE}" -silent -no-obsolete -locations none ${texts} -ts "${WORK_DIR}/TdCommon_de.ts"
                 COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${res}/translations/TdCommon_de.ts" kept)
 file(READ "${WORK_DIR}/TdCommon_de.ts" updated)

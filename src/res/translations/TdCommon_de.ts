@@ -2,6 +2,320 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>CTdDlgRibbon</name>
+    <message>
+        <source>Color Ribbon</source>
+        <translation>Farbband</translation>
+    </message>
+    <message>
+        <source>Color ribbon</source>
+        <translation>Farbband</translation>
+    </message>
+    <message>
+        <source>Color ribbon as the chosen viewers see it</source>
+        <translation>Farbband, wie die gewählten Betrachter es sehen</translation>
+    </message>
+    <message>
+        <source>Mi&amp;nimum:</source>
+        <translation>Mi&amp;nimum:</translation>
+    </message>
+    <message>
+        <source>Ma&amp;ximum:</source>
+        <translation>Ma&amp;ximum:</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>Hinzu&amp;fügen</translation>
+    </message>
+    <message>
+        <source>Add a stop behind the selected one (Ins)</source>
+        <translation>Fügt hinter der gewählten Stütze eine hinzu (Einfg)</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>Delete the selected stop (Del)</source>
+        <translation>Löscht die gewählte Stütze (Entf)</translation>
+    </message>
+    <message>
+        <source>Space &amp;Evenly</source>
+        <translation>Gl&amp;eich verteilen</translation>
+    </message>
+    <message>
+        <source>Space the stops evenly over the range</source>
+        <translation>Verteilt die Stützen gleichmäßig über den Bereich</translation>
+    </message>
+    <message>
+        <source>Rever&amp;se</source>
+        <translation>&amp;Umkehren</translation>
+    </message>
+    <message>
+        <source>Reverse the order of the colors</source>
+        <translation>Kehrt die Reihenfolge der Farben um</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>Rückgängig (Strg+Z)</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Redo (Ctrl+Shift+Z)</source>
+        <translation>Wiederholen (Strg+Umschalt+Z)</translation>
+    </message>
+    <message>
+        <source>Selected stop</source>
+        <translation>Gewählte Stütze</translation>
+    </message>
+    <message>
+        <source>Co&amp;lor:</source>
+        <translation>Fa&amp;rbe:</translation>
+    </message>
+    <message>
+        <source>Color of the selected stop</source>
+        <translation>Farbe der gewählten Stütze</translation>
+    </message>
+    <message>
+        <source>Choose the color of the selected stop</source>
+        <translation>Wählt die Farbe der gewählten Stütze</translation>
+    </message>
+    <message>
+        <source>&amp;Value:</source>
+        <translation>&amp;Wert:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>R&amp;ot:</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>&amp;Grün:</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>&amp;Blue:</source>
+        <translation>&amp;Blau:</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>Vie&amp;w with:</source>
+        <translation>&amp;Sehen mit:</translation>
+    </message>
+    <message>
+        <source>Full color vision</source>
+        <translation>Voller Farbsicht</translation>
+    </message>
+    <message>
+        <source>Protanopia (no red cones)</source>
+        <translation>Protanopie (keine Rotzapfen)</translation>
+    </message>
+    <message>
+        <source>Deuteranopia (no green cones)</source>
+        <translation>Deuteranopie (keine Grünzapfen)</translation>
+    </message>
+    <message>
+        <source>Tritanopia (no blue cones)</source>
+        <translation>Tritanopie (keine Blauzapfen)</translation>
+    </message>
+    <message>
+        <source>Achromatopsia (no color)</source>
+        <translation>Achromatopsie (keine Farben)</translation>
+    </message>
+    <message>
+        <source>I&amp;mport...</source>
+        <translation>I&amp;mportieren...</translation>
+    </message>
+    <message>
+        <source>Ex&amp;port...</source>
+        <translation>Ex&amp;portieren...</translation>
+    </message>
+</context>
+<context>
+    <name>CTdIDEDlgColorSet</name>
+    <message>
+        <source>Edit Colorset</source>
+        <translation>Farbtabelle bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;HSB</source>
+        <translation>&amp;HSB</translation>
+    </message>
+    <message>
+        <source>Hue, saturation and brightness</source>
+        <translation>Farbton, Sättigung und Helligkeit</translation>
+    </message>
+    <message>
+        <source>RG&amp;B</source>
+        <translation>RG&amp;B</translation>
+    </message>
+    <message>
+        <source>Red, green and blue</source>
+        <translation>Rot, Grün und Blau</translation>
+    </message>
+    <message>
+        <source>R:</source>
+        <translation>R:</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>G:</source>
+        <translation>G:</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>B:</source>
+        <translation>B:</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>H:</source>
+        <translation>H:</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>Farbton</translation>
+    </message>
+    <message>
+        <source>S:</source>
+        <translation>S:</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>Sättigung</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>New color</source>
+        <translation>Neue Farbe</translation>
+    </message>
+    <message>
+        <source>Old</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Old color</source>
+        <translation>Alte Farbe</translation>
+    </message>
+    <message>
+        <source>Go back to this color</source>
+        <translation>Zurück zu dieser Farbe</translation>
+    </message>
+    <message>
+        <source>Ma&amp;x Z:</source>
+        <translation>Ma&amp;x. Z:</translation>
+    </message>
+    <message>
+        <source>&amp;Global Max</source>
+        <translation>&amp;Globales Max.</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>Hinzu&amp;fügen</translation>
+    </message>
+    <message>
+        <source>I&amp;nsert</source>
+        <translation>Ei&amp;nfügen</translation>
+    </message>
+    <message>
+        <source>Appl&amp;y</source>
+        <translation>Anwen&amp;den</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>Dele&amp;te All</source>
+        <translation>Al&amp;le löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Load...</source>
+        <translation>Ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>&amp;Save...</source>
+        <translation>&amp;Speichern...</translation>
+    </message>
+    <message>
+        <source>Min &amp;Z:</source>
+        <translation>Min. &amp;Z:</translation>
+    </message>
+    <message>
+        <source>Gl&amp;obal Min</source>
+        <translation>Gl&amp;obales Min.</translation>
+    </message>
+    <message>
+        <source>Sta&amp;rt Color:</source>
+        <translation>E&amp;rste Farbe:</translation>
+    </message>
+    <message>
+        <source>Start color</source>
+        <translation>Erste Farbe</translation>
+    </message>
+    <message>
+        <source>&amp;End Color:</source>
+        <translation>Le&amp;tzte Farbe:</translation>
+    </message>
+    <message>
+        <source>End color</source>
+        <translation>Letzte Farbe</translation>
+    </message>
+    <message>
+        <source>Create Rando&amp;m Color</source>
+        <translation>Zufallsfarben er&amp;zeugen</translation>
+    </message>
+    <message>
+        <source>Create S&amp;pecific Color</source>
+        <translation>Verlauf erze&amp;ugen</translation>
+    </message>
+    <message>
+        <source>Stoc&amp;k Gradient:</source>
+        <translation>&amp;Vorgegebener Verlauf:</translation>
+    </message>
+    <message>
+        <source>Choose a ramp</source>
+        <translation>Verlauf wählen</translation>
+    </message>
+    <message>
+        <source>&amp;Inverse</source>
+        <translation>Um&amp;kehren</translation>
+    </message>
+</context>
+<context>
     <name>TdCommon</name>
     <message>
         <source>Binary</source>
@@ -416,6 +730,328 @@
     <message>
         <source>Appending records to “%1”</source>
         <translation>Datensätze werden an „%1“ angehängt</translation>
+    </message>
+    <message>
+        <source>Failed to read the file!<byte value="xd"/>
+The file is not colorset file.</source>
+        <translation>Die Datei kann nicht gelesen werden!<byte value="xd"/>
+Die Datei ist keine Farbtabelle.</translation>
+    </message>
+    <message>
+        <source>Cannot save the colorset file. Because the minimum and maximum elevation of the 3D model are the same, and then it cannot set up color by level.</source>
+        <translation>Die Farbtabelle kann nicht gespeichert werden: die kleinste und die größte Höhe des 3D-Modells sind gleich, deshalb lassen sich den Höhen keine Farben zuordnen.</translation>
+    </message>
+    <message>
+        <source>Cannot save the colorset file. Because the colorset of 3D model is null.</source>
+        <translation>Die Farbtabelle kann nicht gespeichert werden: die Farbtabelle des 3D-Modells ist leer.</translation>
+    </message>
+    <message>
+        <source>Save colorse as</source>
+        <translation>Farbtabelle speichern unter</translation>
+    </message>
+    <message>
+        <source>Cannot save the colorset file!</source>
+        <translation>Die Farbtabelle kann nicht gespeichert werden!</translation>
+    </message>
+    <message>
+        <source>Auto Create Colorset &gt;&gt;</source>
+        <translation>Farben erzeugen &gt;&gt;</translation>
+    </message>
+    <message>
+        <source>Failure</source>
+        <translation>Fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Terravox 3D Colorset (*.sct)|*.sct||</source>
+        <translation>Terravox-3D-Farbtabelle (*.sct)|*.sct||</translation>
+    </message>
+    <message>
+        <source>Hide Panel &lt;&lt;</source>
+        <translation>Weniger &lt;&lt;</translation>
+    </message>
+    <message>
+        <source>Longitude value must be in -90 and 90. </source>
+        <translation>Der Längenwert muss zwischen -90 und 90 liegen. </translation>
+    </message>
+    <message>
+        <source>Latitude value must be in -180 and 180.</source>
+        <translation>Der Breitenwert muss zwischen -180 und 180 liegen.</translation>
+    </message>
+    <message>
+        <source>Color of the New Stop</source>
+        <translation>Farbe der neuen Stütze</translation>
+    </message>
+    <message>
+        <source>Color of the Stop</source>
+        <translation>Farbe der Stütze</translation>
+    </message>
+    <message>
+        <source>Stop %1 of %2: value %3; red %4, green %5, blue %6</source>
+        <translation>Stütze %1 von %2: Wert %3; Rot %4, Grün %5, Blau %6</translation>
+    </message>
+    <message>
+        <source>Import Color Ribbon</source>
+        <translation>Farbband importieren</translation>
+    </message>
+    <message>
+        <source>Export Color Ribbon</source>
+        <translation>Farbband exportieren</translation>
+    </message>
+    <message>
+        <source>Click the band to add a stop, or a marker to edit its stop.</source>
+        <translation>Ein Klick auf das Band fügt eine Stütze hinzu, einer auf eine Marke wählt ihre Stütze.</translation>
+    </message>
+    <message>
+        <source>Not taken: the maximum must be a number above %1.</source>
+        <translation>Nicht übernommen: das Maximum muss eine Zahl über %1 sein.</translation>
+    </message>
+    <message>
+        <source>Not taken: the minimum must be a number below %1.</source>
+        <translation>Nicht übernommen: das Minimum muss eine Zahl unter %1 sein.</translation>
+    </message>
+    <message>
+        <source>Not taken: the value must be a number between %1 and %2.</source>
+        <translation>Nicht übernommen: der Wert muss eine Zahl zwischen %1 und %2 sein.</translation>
+    </message>
+    <message>
+        <source>Not taken: the first and the last stop stand at the ends of the range.</source>
+        <translation>Nicht übernommen: die erste und die letzte Stütze stehen an den Enden des Bereichs.</translation>
+    </message>
+    <message>
+        <source>Not taken: red, green and blue are whole numbers from 0 to 255.</source>
+        <translation>Nicht übernommen: Rot, Grün und Blau sind ganze Zahlen von 0 bis 255.</translation>
+    </message>
+    <message>
+        <source>Stops %1 and %2 look alike with %3.</source>
+        <translation>Die Stützen %1 und %2 sehen gleich aus: %3.</translation>
+    </message>
+    <message>
+        <source>The lightness turns at or behind stop %1: there more cannot be told from less.</source>
+        <translation>Die Helligkeit kehrt bei oder hinter Stütze %1 um: dort lässt sich mehr nicht von weniger unterscheiden.</translation>
+    </message>
+    <message>
+        <source>Color %1: red %2, green %3, blue %4</source>
+        <translation>Farbe %1: Rot %2, Grün %3, Blau %4</translation>
+    </message>
+    <message>
+        <source>Edit This Color</source>
+        <translation>Diese Farbe bearbeiten</translation>
+    </message>
+    <message>
+        <source>Hue and saturation</source>
+        <translation>Farbton und Sättigung</translation>
+    </message>
+    <message>
+        <source>Hue %1, saturation %2</source>
+        <translation>Farbton %1, Sättigung %2</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>RGB cube</source>
+        <translation>RGB-Würfel</translation>
+    </message>
+    <message>
+        <source>Red %1, green %2, blue %3</source>
+        <translation>Rot %1, Grün %2, Blau %3</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>Colors</source>
+        <translation>Farben</translation>
+    </message>
+    <message>
+        <source>Grey</source>
+        <translation>Grau</translation>
+    </message>
+    <message>
+        <source>Grey, White to Black</source>
+        <translation>Grau, Weiß nach Schwarz</translation>
+    </message>
+    <message>
+        <source>Viridis</source>
+        <translation>Viridis</translation>
+    </message>
+    <message>
+        <source>Magma</source>
+        <translation>Magma</translation>
+    </message>
+    <message>
+        <source>Plasma</source>
+        <translation>Plasma</translation>
+    </message>
+    <message>
+        <source>Inferno</source>
+        <translation>Inferno</translation>
+    </message>
+    <message>
+        <source>Blue to Yellow</source>
+        <translation>Blau nach Gelb</translation>
+    </message>
+    <message>
+        <source>Cubehelix</source>
+        <translation>Cubehelix</translation>
+    </message>
+    <message>
+        <source>Blues</source>
+        <translation>Blautöne</translation>
+    </message>
+    <message>
+        <source>Greens</source>
+        <translation>Grüntöne</translation>
+    </message>
+    <message>
+        <source>Yellow, Green, Blue</source>
+        <translation>Gelb, Grün, Blau</translation>
+    </message>
+    <message>
+        <source>Yellow, Orange, Red</source>
+        <translation>Gelb, Orange, Rot</translation>
+    </message>
+    <message>
+        <source>Heat</source>
+        <translation>Hitze</translation>
+    </message>
+    <message>
+        <source>Black Body</source>
+        <translation>Schwarzer Körper</translation>
+    </message>
+    <message>
+        <source>Blue, White, Red</source>
+        <translation>Blau, Weiß, Rot</translation>
+    </message>
+    <message>
+        <source>Brown, White, Teal</source>
+        <translation>Braun, Weiß, Blaugrün</translation>
+    </message>
+    <message>
+        <source>Purple, White, Orange</source>
+        <translation>Violett, Weiß, Orange</translation>
+    </message>
+    <message>
+        <source>Purple, White, Green</source>
+        <translation>Violett, Weiß, Grün</translation>
+    </message>
+    <message>
+        <source>Blue, Grey, Orange</source>
+        <translation>Blau, Grau, Orange</translation>
+    </message>
+    <message>
+        <source>Red, Yellow, Green</source>
+        <translation>Rot, Gelb, Grün</translation>
+    </message>
+    <message>
+        <source>Hue Circle</source>
+        <translation>Farbkreis</translation>
+    </message>
+    <message>
+        <source>Aspect</source>
+        <translation>Exposition</translation>
+    </message>
+    <message>
+        <source>Phase</source>
+        <translation>Phase</translation>
+    </message>
+    <message>
+        <source>Elevation</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Hypsometric with Sea</source>
+        <translation>Höhenstufen mit Meer</translation>
+    </message>
+    <message>
+        <source>Hypsometric with Sea, Soft</source>
+        <translation>Höhenstufen mit Meer, zart</translation>
+    </message>
+    <message>
+        <source>Arid Elevation</source>
+        <translation>Höhe, trocken</translation>
+    </message>
+    <message>
+        <source>Bathymetry</source>
+        <translation>Meerestiefe</translation>
+    </message>
+    <message>
+        <source>Slope</source>
+        <translation>Hangneigung</translation>
+    </message>
+    <message>
+        <source>Temperature</source>
+        <translation>Temperatur</translation>
+    </message>
+    <message>
+        <source>Precipitation</source>
+        <translation>Niederschlag</translation>
+    </message>
+    <message>
+        <source>Vegetation (NDVI)</source>
+        <translation>Vegetation (NDVI)</translation>
+    </message>
+    <message>
+        <source>Spectral</source>
+        <translation>Spektral</translation>
+    </message>
+    <message>
+        <source>Rainbow (Not Recommended)</source>
+        <translation>Regenbogen (nicht empfohlen)</translation>
+    </message>
+    <message>
+        <source>From little to much</source>
+        <translation>Von wenig nach viel</translation>
+    </message>
+    <message>
+        <source>To both sides of a middle</source>
+        <translation>Nach beiden Seiten einer Mitte</translation>
+    </message>
+    <message>
+        <source>For directions and phases</source>
+        <translation>Für Richtungen und Phasen</translation>
+    </message>
+    <message>
+        <source>For heights and depths</source>
+        <translation>Für Höhen und Tiefen</translation>
+    </message>
+    <message>
+        <source>For a subject</source>
+        <translation>Für ein Thema</translation>
+    </message>
+    <message>
+        <source>sea level in the middle</source>
+        <translation>Meeresspiegel in der Mitte</translation>
+    </message>
+    <message>
+        <source>even steps</source>
+        <translation>gleichmäßige Schritte</translation>
+    </message>
+    <message>
+        <source>safe for color-blind readers</source>
+        <translation>auch für Farbenblinde lesbar</translation>
+    </message>
+    <message>
+        <source>Color ramp</source>
+        <translation>Farbverlauf</translation>
+    </message>
+    <message>
+        <source>A ramp of your own</source>
+        <translation>Ein eigener Verlauf</translation>
+    </message>
+    <message>
+        <source>Custom…</source>
+        <translation>Eigener …</translation>
     </message>
 </context>
 </TS>
