@@ -44,6 +44,8 @@ public:
         StockRamp,
         EditColorSet,
         EditRamp,
+        LoadRampFile,
+        SaveRampFile,
         SteppedColours,
         ResetColours,
         FindInTree,

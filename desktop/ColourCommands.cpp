@@ -6,21 +6,25 @@
 #include "LayerColours.h"
 #include "LayerPane.h"
 #include "MapWindow.h"
+#include "Prompts.h"
 #include "StockRampDialog.h"
 #include "WorkspaceDocument.h"
+#include "colour/RampFile.h"
 #include "colour/TdDlgRibbon.h"
 #include "colour/TdIDEDlgColorSet.h"
 #include "engine/data/TxDataset.h"
 #include "engine/map/TxMap.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QSignalBlocker>
 
 #include <array>
 
 namespace {
 
-constexpr std::array commands = {Actions::StockRamp, Actions::EditColorSet, Actions::EditRamp, Actions::SteppedColours,
+constexpr std::array commands = {Actions::StockRamp,    Actions::EditColorSet, Actions::EditRamp,
+                                 Actions::LoadRampFile, Actions::SaveRampFile, Actions::SteppedColours,
                                  Actions::ResetColours};
 
 /// The colours of the ramp in @p ribbon; as many as the layer has where each fills a step.
@@ -32,14 +36,17 @@ CTxColorsetEx colorsOf(const CTdDlgRibbon &ribbon, const TxLayerStyle &style)
 } // namespace
 
 ColourCommands::ColourCommands(WorkspaceDocument &document, DocumentArea &area, LayerPane &layers, Actions &actions,
-                               QWidget *window)
-    : QObject(window), m_document(document), m_area(area), m_layers(layers), m_actions(actions), m_window(window)
+                               Prompts &prompts, QWidget *window)
+    : QObject(window), m_document(document), m_area(area), m_layers(layers), m_actions(actions), m_prompts(prompts),
+      m_window(window)
 {
     for (const Actions::Id id : commands)
         m_tips.append(actions[id]->statusTip());
     connect(actions[Actions::StockRamp], &QAction::triggered, this, &ColourCommands::chooseStockRamp);
     connect(actions[Actions::EditColorSet], &QAction::triggered, this, &ColourCommands::editColorSet);
     connect(actions[Actions::EditRamp], &QAction::triggered, this, &ColourCommands::editRamp);
+    connect(actions[Actions::LoadRampFile], &QAction::triggered, this, &ColourCommands::loadRampFile);
+    connect(actions[Actions::SaveRampFile], &QAction::triggered, this, &ColourCommands::saveRampFile);
     connect(actions[Actions::SteppedColours], &QAction::toggled, this, &ColourCommands::setStepped);
     connect(actions[Actions::ResetColours], &QAction::triggered, this, &ColourCommands::resetColours);
     connect(&layers, &LayerPane::selectionChanged, this, &ColourCommands::updateActions);
@@ -153,6 +160,48 @@ void ColourCommands::editRamp()
     layer = preview.end();
     if (layer && isAccepted)
         apply(*layer, colorsOf(ribbon, before), before.stepped);
+}
+
+void ColourCommands::loadRampFile()
+{
+    if (!selected())
+        return;
+    const QString path =
+        m_prompts.openFiles(m_window, tr("Load Ramp File"), QString(), RampFile::nameFilters(true)).value(0);
+    CTxLayer *layer = selected(); // may have gone while the dialog stood
+    if (path.isEmpty() || !layer)
+        return;
+    const auto heights = LayerColours::heightRange(*layer->GetDataset()).value_or(std::pair(0.0, 1000.0));
+    const RampReading reading = RampFile::load(path, heights);
+    const QString name = QFileInfo(path).fileName(), texts = reading.report.texts().join(u'\n');
+    if (!reading.ramp)
+        return m_prompts.warn(m_window, tr("“%1” was not loaded").arg(name), texts);
+    apply(*layer, LayerColours::fromRamp(*reading.ramp, heights), false);
+    RampReport usual; // to be stretched over the data is what such files are for
+    usual.add(RampReport::Relative);
+    if (!reading.report.isEmpty() && reading.report != usual)
+        m_prompts.warn(m_window, tr("“%1” was loaded, but not just as it is").arg(name), texts);
+}
+
+void ColourCommands::saveRampFile()
+{
+    CTxLayer *layer = selected();
+    if (!layer)
+        return;
+    const std::optional<ColorRamp> ramp = LayerColours::toRamp(*layer);
+    if (!ramp)
+        return m_prompts.warn(m_window, tr("The colours of “%1” cannot be saved").arg(layer->GetName()),
+                              tr("Their range is none."));
+    const QString path = m_prompts.saveFile(m_window, tr("Save Ramp File"), layer->GetName(),
+                                            RampFile::nameFilters(false), QStringLiteral("cpt"));
+    if (path.isEmpty())
+        return;
+    const QString name = QFileInfo(path).fileName();
+    const RampReport report = RampFile::save(path, *ramp);
+    if (report.isRefusal())
+        m_prompts.warn(m_window, tr("“%1” was not saved").arg(name), report.texts().join(u'\n'));
+    else if (!report.isEmpty())
+        m_prompts.warn(m_window, tr("“%1” was saved, but not all of the ramp").arg(name), report.texts().join(u'\n'));
 }
 
 void ColourCommands::setStepped(bool on)

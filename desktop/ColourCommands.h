@@ -8,6 +8,7 @@ class CTxColorsetEx;
 class CTxLayer;
 class DocumentArea;
 class LayerPane;
+class Prompts;
 class QAction;
 class QWidget;
 class WorkspaceDocument;
@@ -22,7 +23,7 @@ class ColourCommands : public QObject
     Q_OBJECT
 public:
     ColourCommands(WorkspaceDocument &document, DocumentArea &area, LayerPane &layers, Actions &actions,
-                   QWidget *window);
+                   Prompts &prompts, QWidget *window);
 
     /// Enables the actions that fit the selection.
     void updateActions();
@@ -30,6 +31,10 @@ public:
     void chooseStockRamp();
     void editColorSet();
     void editRamp();
+    /// Loads a ramp file of any kind, and tells what of it was left out.
+    void loadRampFile();
+    /// Saves the layer's colours as a file of the kind that its name tells, and tells what that cannot hold.
+    void saveRampFile();
     void setStepped(bool on);
     void resetColours();
 
@@ -44,6 +49,7 @@ private:
     DocumentArea &m_area;
     LayerPane &m_layers;
     Actions &m_actions;
+    Prompts &m_prompts;
     QWidget *m_window;     // parent of dialogs, not owned
     QList<QString> m_tips; // of the actions while they can be used
 };

@@ -196,3 +196,30 @@ CTxColorsetEx LayerColours::fromStops(QList<RibbonStop> stops, int count)
         colors.append(colorAt(stops, made == 1 ? floor : floor + (ceiling - floor) * i / (made - 1)));
     return colorset(colors, floor, ceiling);
 }
+
+std::optional<ColorRamp> LayerColours::toRamp(const CTxLayer &layer)
+{
+    const CTxColorsetEx colors = shown(layer);
+    QList<RibbonStop> stops;
+    if (layer.style().stepped && layer.style().colors.GetSize() > 0) {
+        const double count = colors.GetSize();
+        const auto bound = [&](qint32 i) { return std::lerp(colors.GetZFloor(), colors.GetZCeiling(), i / count); };
+        for (qint32 i = 0; i < colors.GetSize(); ++i)
+            stops += {{0, colors.GetRGB(i), bound(i)}, {0, colors.GetRGB(i), bound(i + 1)}};
+    } else {
+        stops = toStops(colors);
+    }
+    return ColorRamp::fromRibbonStops(stops);
+}
+
+CTxColorsetEx LayerColours::fromRamp(const ColorRamp &ramp, const std::pair<double, double> &heights)
+{
+    const double shared = std::min(ramp.maximum(), heights.second) - std::max(ramp.minimum(), heights.first);
+    const bool isForeign = shared < (heights.second - heights.first) / 10;
+    const ColorRamp fitting = isForeign ? ramp.mapped(heights.first, heights.second).value_or(ramp) : ramp;
+    const std::vector<RibbonStop> ribbon = fitting.toRibbonStops();
+    QList<RibbonStop> stops(ribbon.begin(), ribbon.end());
+    if (stops.size() == 1) // of no extent
+        stops = {{0, ribbon.front().color, heights.first}, {0, ribbon.front().color, heights.second}};
+    return fromStops(stops, 0);
+}

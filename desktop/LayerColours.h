@@ -1,5 +1,6 @@
 #pragma once
 
+#include "colour/ColorRamp.h"
 #include "colour/RibbonStop.h"
 #include "engine/symbol/TxColorsetEx.h"
 
@@ -31,5 +32,12 @@ QList<RibbonStop> toStops(const CTxColorsetEx &colors);
 /// A ramp as @p count colours. With 0, as many as it needs: the very stops where they are spread evenly. Less than two
 /// stops make none.
 CTxColorsetEx fromStops(QList<RibbonStop> stops, int count);
+
+/// The colours that @p layer shows as a ramp to be saved: colours in steps have hard steps between them. Nothing when
+/// the layer's range is none.
+std::optional<ColorRamp> toRamp(const CTxLayer &layer);
+/// The colours of a ramp that was loaded for heights from @p heights.first to @p heights.second. A ramp that leaves out
+/// more than nine tenths of them was not made for them, and is stretched over them.
+CTxColorsetEx fromRamp(const ColorRamp &ramp, const std::pair<double, double> &heights);
 
 } // namespace LayerColours

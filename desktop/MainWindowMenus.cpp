@@ -55,8 +55,8 @@ void MainWindow::makeMenus()
     QMenu *colour = menuBar()->addMenu(tr("&Colour"));
     colour->setToolTipsVisible(true); // why a command cannot be used
     add(colour, a,
-        {Actions::StockRamp, Actions::EditColorSet, Actions::EditRamp, separator, Actions::SteppedColours,
-         Actions::ResetColours});
+        {Actions::StockRamp, Actions::EditColorSet, Actions::EditRamp, separator, Actions::LoadRampFile,
+         Actions::SaveRampFile, separator, Actions::SteppedColours, Actions::ResetColours});
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     add(m_viewMenu, a, {Actions::FindInTree, separator});

@@ -77,6 +77,11 @@ QString DialogPrompts::saveFile(QWidget *parent, const QString &title, const QSt
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilters(filters);
     dialog.setDefaultSuffix(suffix);
+    // A name without an end gets that of the kind that is chosen.
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog, suffix](const QString &filter) {
+        const QString end = filter.section(QStringLiteral("(*."), 1).section(u' ', 0, 0).remove(u')');
+        dialog.setDefaultSuffix(end.isEmpty() ? suffix : end);
+    });
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 

@@ -19,8 +19,9 @@
 
 namespace {
 
-constexpr std::array colourCommands = {Actions::StockRamp, Actions::EditColorSet, Actions::EditRamp,
-                                       Actions::SteppedColours, Actions::ResetColours};
+constexpr std::array colourCommands = {Actions::StockRamp,    Actions::EditColorSet, Actions::EditRamp,
+                                       Actions::LoadRampFile, Actions::SaveRampFile, Actions::SteppedColours,
+                                       Actions::ResetColours};
 
 class Colours : public WindowFixture
 {
@@ -215,6 +216,41 @@ TEST_F(Colours, StepsAndResetWorkOnTheSelectedLayer)
     EXPECT_EQ(seen(10.5, 53.5), usual);
     EXPECT_EQ(own().GetSize(), 0);
     EXPECT_FALSE(action(Actions::ResetColours)->isEnabled());
+}
+
+TEST_F(Colours, RampFilesAreLoadedSavedAndTellWhatTheyLose)
+{
+    openGrid();
+    // Not made for these heights: stretched over 0 to 200.
+    prompts.filesToOpen = {write(u"a.cpt"_s, "0 black 1 white\nB red\n")};
+    action(Actions::LoadRampFile)->trigger();
+    EXPECT_EQ(own().GetZCeiling(), 200);
+    EXPECT_EQ(own().GetRGB(own().GetSize() - 1), 0xFFFFFFU);
+    ASSERT_EQ(prompts.warnings.size(), 1);
+    EXPECT_TRUE(prompts.warnings.takeLast().contains(u"below and above the range. (line 2)"_s));
+    EXPECT_EQ(qRed(seen(10.5, 53.5)), 128);
+
+    prompts.filesToOpen = {write(u"b.rules"_s, "0% red\n100% blue\n")};
+    action(Actions::LoadRampFile)->trigger();
+    EXPECT_EQ(own().GetRGB(0), 0x0000FFU);
+    EXPECT_EQ(own().GetZCeiling(), 200);
+    EXPECT_TRUE(prompts.warnings.isEmpty());
+
+    const CTxColorsetEx before = own();
+    for (const QString &ending : {u"cpt"_s, u"rules"_s, u"sct"_s, u"ggr"_s}) {
+        prompts.fileToSave = folder.filePath(u"saved."_s + ending);
+        action(Actions::SaveRampFile)->trigger();
+        action(Actions::ResetColours)->trigger();
+        prompts.filesToOpen = {prompts.fileToSave};
+        action(Actions::LoadRampFile)->trigger();
+        EXPECT_EQ(own(), before) << qPrintable(ending);
+    }
+    EXPECT_EQ(prompts.warnings.size(), 1); // GIMP's has no heights
+
+    prompts.filesToOpen = {write(u"c.ggr"_s, "nonsense\n")};
+    action(Actions::LoadRampFile)->trigger();
+    EXPECT_EQ(own(), before);
+    EXPECT_TRUE(prompts.warnings.last().contains(u"“c.ggr” was not loaded"_s));
 }
 
 TEST_F(Colours, TheLayerPaneShowsALegendAndOffersTheCommands)
