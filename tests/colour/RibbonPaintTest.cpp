@@ -16,7 +16,7 @@ namespace {
 
 using Stops = RibbonStops::Stops;
 
-/// The band is 10 to 60, from 10 to 150; its usable part 30 to 130.
+/// The band is 10 to 60 high, and 10 to 150 wide; stops stand between 30 and 130.
 const RibbonGeometry geometry(QRect(10, 10, 140, 90));
 
 /// The columns as they are told: segment by segment in order, each over the ones before.
