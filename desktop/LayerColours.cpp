@@ -105,6 +105,21 @@ bool areEven(const QList<RibbonStop> &stops)
     return true;
 }
 
+/// How many colours show the stops of a ramp: 0 for as many as there are, else more the nearer two of them stand.
+int countFor(const QList<RibbonStop> &stops)
+{
+    constexpr double most = 1025;
+    if (areEven(stops))
+        return 0;
+    const double span = stops.last().value - stops.first().value;
+    double nearest = span;
+    for (qsizetype i = 1; i < stops.size(); ++i) {
+        if (const double gap = stops[i].value - stops[i - 1].value; gap > 0)
+            nearest = std::min(nearest, gap);
+    }
+    return static_cast<int>(std::clamp(std::ceil(span / nearest) + 1, double(finest), most));
+}
+
 COLORREF colorAt(const QList<RibbonStop> &stops, double value)
 {
     const auto above = std::upper_bound(stops.begin(), stops.end(), value,
@@ -221,5 +236,5 @@ CTxColorsetEx LayerColours::fromRamp(const ColorRamp &ramp, const std::pair<doub
     QList<RibbonStop> stops(ribbon.begin(), ribbon.end());
     if (stops.size() == 1) // of no extent
         stops = {{0, ribbon.front().color, heights.first}, {0, ribbon.front().color, heights.second}};
-    return fromStops(stops, 0);
+    return fromStops(stops, countFor(stops));
 }

@@ -230,6 +230,10 @@ TEST_F(Colours, RampFilesAreLoadedSavedAndTellWhatTheyLose)
     EXPECT_TRUE(prompts.warnings.takeLast().contains(u"below and above the range. (line 2)"_s));
     EXPECT_EQ(qRed(seen(10.5, 53.5)), 128);
 
+    prompts.filesToOpen = {write(u"near.rules"_s, "0 black\n150 black\n150 white\n150.5 red\n200 red\n")};
+    action(Actions::LoadRampFile)->trigger();
+    EXPECT_EQ(own().GetSize(), 401); // so many that the stops half apart are not lost
+
     prompts.filesToOpen = {write(u"b.rules"_s, "0% red\n100% blue\n")};
     action(Actions::LoadRampFile)->trigger();
     EXPECT_EQ(own().GetRGB(0), 0x0000FFU);
