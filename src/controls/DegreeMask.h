@@ -16,6 +16,7 @@ public:
     /// In @p mask "#" takes a digit and "?" a sign; every other character is a literal. All positions show @p prompt.
     void setMask(const QString &mask, QChar prompt);
     const QString &mask() const { return m_mask; }
+    QChar prompt() const { return m_prompt; }
 
     /// Fills the positions with the characters of @p text in order, whatever they are, and with prompts behind its end.
     /// A "-" among them moves to the very front.

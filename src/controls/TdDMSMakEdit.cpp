@@ -41,12 +41,14 @@ CTdDMSMakEdit::~CTdDMSMakEdit() = default;
 
 void CTdDMSMakEdit::SetMask(const QString &mask, QChar prompt)
 {
+    m_waiting.reset();
     m_mask.setMask(mask, prompt);
     showMask(0);
 }
 
 void CTdDMSMakEdit::SetText(const QString &text)
 {
+    m_waiting.reset();
     m_mask.fill(text);
     showMask(0);
 }
@@ -71,6 +73,28 @@ void CTdDMSMakEdit::EnableMask(int enable)
 double CTdDMSMakEdit::GetDegree() const
 {
     return m_maskEnabled ? DegreeText::value(m_mask.text()) : TxNumberText::atof(text());
+}
+
+void CTdDMSMakEdit::SetDegree(double degrees)
+{
+    if (m_maskEnabled) {
+        SetText(GetDDMMSS(degrees));
+        if (GetMask().isEmpty())
+            m_waiting = degrees;
+        return;
+    }
+    setText(std::isfinite(degrees) ? TxNumberText::fixed(degrees, 9) : QString());
+}
+
+void CTdDMSMakEdit::setFormMask(const QString &mask)
+{
+    // The code of a form sets texts last, and again when the language changes: what the edit shows must outlast both.
+    if (mask == GetMask())
+        return;
+    const std::optional<double> waiting = m_waiting;
+    SetMask(mask);
+    if (waiting)
+        SetDegree(*waiting);
 }
 
 double CTdDMSMakEdit::GetValueDirect() const

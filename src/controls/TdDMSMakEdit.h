@@ -5,6 +5,8 @@
 
 #include <QLineEdit>
 
+#include <optional>
+
 /// An edit for an angle. Under a mask it shows degrees, minutes and seconds, and what is typed replaces what stands
 /// there; without, it is an ordinary edit that holds decimal degrees.
 ///
@@ -13,17 +15,27 @@
 class TDCOMMON_API CTdDMSMakEdit : public QLineEdit
 {
     Q_OBJECT
+    Q_PROPERTY(QString mask READ GetMask WRITE setFormMask)
+    Q_PROPERTY(QChar prompt READ GetPrompt WRITE SetPrompt)
+    Q_PROPERTY(EditType editType READ GetEditType WRITE SetEditType)
+    Q_PROPERTY(double degrees READ GetDegree WRITE SetDegree)
 
 public:
     /// The range that CheckDataValid() checks.
-    enum EditType { Range180 = 1, Range90 = 2 };
+    enum EditType { AnyRange = 0, Range180 = 1, Range90 = 2 };
+    Q_ENUM(EditType)
 
     explicit CTdDMSMakEdit(QWidget *parent = nullptr);
     ~CTdDMSMakEdit() override;
 
     /// Sets the mask ("#" takes a digit, "?" a sign, all else is literal) and shows it empty.
-    void SetMask(const QString &mask, QChar prompt = u'_');
+    void SetMask(const QString &mask, QChar prompt);
+    /// The same with the prompt as it is.
+    void SetMask(const QString &mask) { SetMask(mask, GetPrompt()); }
     const QString &GetMask() const { return m_mask.mask(); }
+    /// Sets what shows in positions that hold nothing, "_" at first, and shows the mask empty.
+    void SetPrompt(QChar prompt) { SetMask(GetMask(), prompt); }
+    QChar GetPrompt() const { return m_mask.prompt(); }
     /// Fills the mask with the characters of @p text, as GetDDMMSS() gives them, and shows it.
     void SetText(const QString &text);
     /// The text that the control set last, or that the user typed without a mask.
@@ -36,9 +48,13 @@ public:
     bool IsMaskEnabled() const { return m_maskEnabled; }
     /// Sets the range to check: Range180, Range90, or anything else for none.
     void SetEditType(int type) { m_editType = type; }
+    EditType GetEditType() const { return static_cast<EditType>(m_editType); }
 
     /// The angle in decimal degrees; text that is no number is 0. Deliberate: "-0" degrees count as not below 0.
     double GetDegree() const;
+    /// Shows an angle in decimal degrees: under the mask as GetDDMMSS() gives it, else with nine decimals. Before there
+    /// is a mask the angle waits for a form to set it.
+    void SetDegree(double degrees);
     /// The number at the beginning of the text.
     double GetValueDirect() const;
     qint32 GetDegreeSection() const;
@@ -53,6 +69,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void setFormMask(const QString &mask);
     void followChange();
     void showMask(int caret);
 
@@ -61,4 +78,5 @@ private:
     bool m_maskEnabled = true;
     bool m_showing = false; // the control sets its text itself
     int m_editType = Range90;
+    std::optional<double> m_waiting; // the angle to show once a form sets the mask
 };

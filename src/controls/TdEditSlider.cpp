@@ -37,11 +37,33 @@ CTdEditSlider::CTdEditSlider(int commandId, QWidget *parent)
     EnableWindowX(0);
 }
 
+CTdEditSlider::CTdEditSlider(QWidget *parent) : CTdEditSlider(-1, parent) {}
+
 CTdEditSlider::~CTdEditSlider() = default;
 
 void CTdEditSlider::SetRange(int minimum, int maximum)
 {
     m_frame->SetRange(minimum, maximum);
+}
+
+int CTdEditSlider::GetMin() const
+{
+    return m_frame->GetSlider()->minimum();
+}
+
+int CTdEditSlider::GetMax() const
+{
+    return m_frame->GetSlider()->maximum();
+}
+
+void CTdEditSlider::SetMin(int minimum)
+{
+    SetRange(minimum, qMax(minimum, GetMax()));
+}
+
+void CTdEditSlider::SetMax(int maximum)
+{
+    SetRange(qMin(GetMin(), maximum), maximum);
 }
 
 void CTdEditSlider::SetPos(int position)

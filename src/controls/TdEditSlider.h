@@ -17,16 +17,28 @@ class CTdTriangleButton;
 class TDCOMMON_API CTdEditSlider : public QWidget
 {
     Q_OBJECT
+    Q_PROPERTY(int commandId READ GetCommandId WRITE SetCommandId)
+    Q_PROPERTY(int minimum READ GetMin WRITE SetMin)
+    Q_PROPERTY(int maximum READ GetMax WRITE SetMax)
+    Q_PROPERTY(int position READ GetPos WRITE SetPos NOTIFY positionEdited)
+    Q_PROPERTY(bool windowEnabled READ IsEnabledX WRITE SetEnabledX)
 
 public:
     /// @param commandId what the host's main window is told when the user has chosen a value; -1 for nothing
-    explicit CTdEditSlider(int commandId = -1, QWidget *parent = nullptr);
+    explicit CTdEditSlider(int commandId, QWidget *parent = nullptr);
+    /// One without a command, as forms make it.
+    explicit CTdEditSlider(QWidget *parent = nullptr);
     ~CTdEditSlider() override;
 
     int GetCommandId() const { return m_commandId; }
     void SetCommandId(int commandId) { m_commandId = commandId; }
     /// Sets the range of the slider; see CTdSliderFrame::SetRange() for ranges that are not symmetric about 0.
     void SetRange(int minimum, int maximum);
+    int GetMin() const;
+    int GetMax() const;
+    /// Sets one end of the range, as forms do; the other gives way where it must.
+    void SetMin(int minimum);
+    void SetMax(int maximum);
     /// Moves the slider, as far as its range goes, and shows where it stands. Tells nobody.
     void SetPos(int position);
     /// Where the slider stands. The edit may show a number beyond the range, which the user typed.
@@ -35,6 +47,7 @@ public:
     /// Enables (not 0) or disables the control.
     void EnableWindowX(int enable);
     bool IsEnabledX() const { return m_enabled; }
+    void SetEnabledX(bool enable) { EnableWindowX(enable ? 1 : 0); }
     /// Sets the font of the control, the edit and the button.
     void SetFontX(const QFont &font);
     /// Sets which of the pictures belongs to the control, -1 for none, and the pictures.

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -17,6 +18,13 @@ bool isTyping(const QKeyEvent &event)
     // Ctrl and Alt together are AltGr on some systems, which types.
     const bool isCommand = modifiers & (Qt::ControlModifier | Qt::MetaModifier) && !(modifiers & Qt::AltModifier);
     return !isCommand && !event.text().isEmpty() && event.text().at(0).isPrint();
+}
+
+/// The whole part of @p number, kept within 32 bits; 0 when it is none.
+qint32 whole(double number)
+{
+    using Limits = std::numeric_limits<qint32>;
+    return std::isnan(number) ? 0 : static_cast<qint32>(std::clamp<double>(number, Limits::min(), Limits::max()));
 }
 
 } // namespace
@@ -37,6 +45,30 @@ void CTdNumEdit::SetRange(qint32 minimum, qint32 maximum)
 void CTdNumEdit::SetRange(double minimum, double maximum)
 {
     m_realRange = {minimum, maximum};
+    m_hasRange = true;
+}
+
+double CTdNumEdit::GetMinimum() const
+{
+    return m_mode == NumberInput::Whole ? m_wholeRange.minimum : m_realRange.minimum;
+}
+
+double CTdNumEdit::GetMaximum() const
+{
+    return m_mode == NumberInput::Whole ? m_wholeRange.maximum : m_realRange.maximum;
+}
+
+void CTdNumEdit::SetMinimum(double minimum)
+{
+    m_wholeRange.minimum = whole(minimum);
+    m_realRange.minimum = minimum;
+    m_hasRange = true;
+}
+
+void CTdNumEdit::SetMaximum(double maximum)
+{
+    m_wholeRange.maximum = whole(maximum);
+    m_realRange.maximum = maximum;
     m_hasRange = true;
 }
 

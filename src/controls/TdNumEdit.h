@@ -5,6 +5,8 @@
 
 #include <QLineEdit>
 
+#include <limits>
+
 /// An edit that takes only the characters of a number, and may keep its value in a range at every key.
 ///
 /// Deliberate: every text on the way must lie in the range, so with a range of 5 to 10 nobody can type 10: hosts set
@@ -13,18 +15,32 @@
 class TDCOMMON_API CTdNumEdit : public QLineEdit
 {
     Q_OBJECT
+    Q_PROPERTY(EditMode editMode READ GetEditMode WRITE SetEditMode)
+    Q_PROPERTY(double minimum READ GetMinimum WRITE SetMinimum)
+    Q_PROPERTY(double maximum READ GetMaximum WRITE SetMaximum)
 
 public:
+    /// The kinds of numbers, as SetEditMode() takes them.
+    enum EditMode { WholeNumbers = NumberInput::Whole, RealNumbers = NumberInput::Real };
+    Q_ENUM(EditMode)
+
     explicit CTdNumEdit(QWidget *parent = nullptr);
     ~CTdNumEdit() override;
 
     /// 20 for real numbers (as at first), 10 for whole ones; with any other mode no character can be typed.
     void SetEditMode(int mode) { m_mode = mode; }
+    EditMode GetEditMode() const { return static_cast<EditMode>(m_mode); }
     /// Sets the range for whole numbers, and keeps the value in the range of the mode from now on. A reversed range
     /// refuses every key.
     void SetRange(qint32 minimum, qint32 maximum);
     /// Sets the range for real numbers; else as above.
     void SetRange(double minimum, double maximum);
+    /// The ends of the range in the mode; far away while none is set.
+    double GetMinimum() const;
+    double GetMaximum() const;
+    /// Sets one end of the range, for both modes, as forms do. The other stays.
+    void SetMinimum(double minimum);
+    void SetMaximum(double maximum);
 
     /// Shows a whole number.
     void SetValue(qint32 value);
@@ -46,8 +62,8 @@ private:
     template<class Number>
     struct Range
     {
-        Number minimum{};
-        Number maximum{};
+        Number minimum = std::numeric_limits<Number>::lowest();
+        Number maximum = std::numeric_limits<Number>::max();
     };
 
     int m_mode = NumberInput::Real;

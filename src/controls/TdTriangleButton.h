@@ -9,6 +9,7 @@
 class TDCOMMON_API CTdTriangleButton : public QAbstractButton
 {
     Q_OBJECT
+    Q_PROPERTY(Qt::ArrowType direction READ GetDirection WRITE SetDirection)
 
 public:
     explicit CTdTriangleButton(QWidget *parent = nullptr);

@@ -1,0 +1,73 @@
+#include "ControlTable.h"
+
+#include "colour/HsbPicker.h"
+#include "colour/RgbCubePicker.h"
+#include "colour/TdColorListBox.h"
+#include "controls/TdDMSMakEdit.h"
+#include "controls/TdEditSlider.h"
+#include "controls/TdNumEdit.h"
+#include "controls/TdSliderCtrl.h"
+#include "controls/TdTriangleButton.h"
+#include "engine/ui/TxComboBoxGradientColors.h"
+#include "workspace/WorkspaceBarTree.h"
+#include "workspace/WorkspaceTreeFilterBox.h"
+
+namespace {
+
+/// As the code of a form makes it.
+template<class Control>
+QWidget *make(QWidget *parent)
+{
+    return new Control(parent);
+}
+
+QWidget *makeGradients(QWidget *parent)
+{
+    auto *box = new CTxComboBoxGradientColors(parent);
+    box->InitContent();
+    return box;
+}
+
+constexpr char angleStart[] = "<property name=\"mask\" stdset=\"0\"><string>####:##:##.####</string></property>";
+constexpr char sliderStart[] = "<property name=\"windowEnabled\" stdset=\"0\"><bool>true</bool></property>";
+
+constexpr ControlRow table[] = {
+    {"CTdDMSMakEdit", "controls/TdDMSMakEdit.h", "angle",
+     QT_TRANSLATE_NOOP("ControlTable", "An edit for an angle in degrees, minutes and seconds"), "angleEdit", angleStart,
+     make<CTdDMSMakEdit>},
+    {"CTdNumEdit", "controls/TdNumEdit.h", "number",
+     QT_TRANSLATE_NOOP("ControlTable", "An edit that takes the characters of a number, in a range"), "numberEdit", "",
+     make<CTdNumEdit>},
+    {"CTdEditSlider", "controls/TdEditSlider.h", "slider",
+     QT_TRANSLATE_NOOP("ControlTable", "An edit for a whole number with a slider that drops down"), "editSlider",
+     sliderStart, make<CTdEditSlider>},
+    {"CTdSliderCtrl", "controls/TdSliderCtrl.h", "slider",
+     QT_TRANSLATE_NOOP("ControlTable", "An upright slider that tells when a value was chosen"), "slider", "",
+     make<CTdSliderCtrl>},
+    {"CTdTriangleButton", "controls/TdTriangleButton.h", "button",
+     QT_TRANSLATE_NOOP("ControlTable", "A small flat button with a triangle"), "triangleButton", "",
+     make<CTdTriangleButton>},
+    {"CTdColorListBox", "colour/TdColorListBox.h", "colours",
+     QT_TRANSLATE_NOOP("ControlTable", "A list of colours like the legend of heights"), "colorList", "",
+     make<CTdColorListBox>},
+    {"HsbPicker", "colour/HsbPicker.h", "colours",
+     QT_TRANSLATE_NOOP("ControlTable", "Picks a colour by hue, saturation and brightness"), "hsbPicker", "",
+     make<HsbPicker>},
+    {"RgbCubePicker", "colour/RgbCubePicker.h", "colours",
+     QT_TRANSLATE_NOOP("ControlTable", "Picks a colour on the cube of red, green and blue"), "rgbCubePicker", "",
+     make<RgbCubePicker>},
+    {"CTxComboBoxGradientColors", "engine/ui/TxComboBoxGradientColors.h", "choice",
+     QT_TRANSLATE_NOOP("ControlTable", "A list of the stock colour ramps"), "gradientCombo", "", makeGradients},
+    {"CWorkspaceBarTree", "workspace/WorkspaceBarTree.h", "list",
+     QT_TRANSLATE_NOOP("ControlTable", "The tree of a workspace"), "workspaceTree", "", make<CWorkspaceBarTree>},
+    {"CWorkspaceTreeFilterBox", "workspace/WorkspaceTreeFilterBox.h", "number",
+     QT_TRANSLATE_NOOP("ControlTable", "A line that filters a workspace tree"), "filterBox", "",
+     make<CWorkspaceTreeFilterBox>},
+};
+
+} // namespace
+
+std::span<const ControlRow> controlTable()
+{
+    return table;
+}
