@@ -18,7 +18,7 @@ void DegreeMask::setMask(const QString &mask, QChar prompt)
 {
     m_mask = mask;
     m_prompt = prompt;
-    fill({});
+    m_text = filled({});
 }
 
 bool DegreeMask::isEntry(qsizetype index) const
@@ -31,19 +31,24 @@ bool DegreeMask::isLiteral(qsizetype index) const
     return index >= 0 && index < m_mask.size() && !isEntry(index);
 }
 
-void DegreeMask::fill(const QString &text)
+QString DegreeMask::filled(const QString &text) const
 {
-    QString filled = m_mask;
+    QString result = m_mask;
     qsizetype used = 0;
     for (qsizetype i = 0; i < m_mask.size(); ++i) {
         if (isEntry(i))
-            filled[i] = used < text.size() ? text[used++] : m_prompt;
+            result[i] = used < text.size() ? text[used++] : m_prompt;
     }
-    if (filled.contains(u'-')) {
-        filled.remove(u'-');
-        filled.prepend(u'-');
+    return result;
+}
+
+void DegreeMask::fill(const QString &text)
+{
+    m_text = filled(text);
+    if (m_text.contains(u'-')) {
+        m_text.remove(u'-');
+        m_text.prepend(u'-');
     }
-    m_text = filled;
 }
 
 int DegreeMask::entryAtOrBehind(int index) const

@@ -36,6 +36,7 @@ public:
     bool isLiteral(qsizetype index) const;
 
 private:
+    QString filled(const QString &text) const;
     bool isEntry(qsizetype index) const;
     int entryAtOrBehind(int index) const;
     int erasedBefore(int caret);

@@ -29,7 +29,11 @@ CTdEditSlider::CTdEditSlider(int commandId, QWidget *parent)
     setTabOrder(m_edit, m_button);
     connect(m_button, &QAbstractButton::clicked, this, &CTdEditSlider::popUp);
     connect(m_edit, &QLineEdit::textEdited, this, &CTdEditSlider::followEdit);
-    connect(m_edit, &QLineEdit::returnPressed, this, &CTdEditSlider::tellCommand);
+    connect(m_edit, &QLineEdit::textChanged, this, [this] { m_frame->SetPos(m_edit->GetValueL()); });
+    connect(m_edit, &QLineEdit::returnPressed, this, [this] {
+        if (m_enabled) // an edit that is read only tells of Enter too
+            tellCommand();
+    });
     connect(m_frame, &CTdSliderFrame::scrolled, this, &CTdEditSlider::followSlider);
     connect(m_frame, &CTdSliderFrame::chosen, this, &CTdEditSlider::tellCommand);
     SetRange(-usualRange, usualRange);
@@ -150,8 +154,11 @@ void CTdEditSlider::keyPressEvent(QKeyEvent *event)
 {
     const bool opens =
         event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier);
+    const bool chooses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (opens && m_enabled)
         popUp(); // as combo boxes open
+    else if (chooses && m_enabled && m_commandId != -1)
+        event->accept(); // the command is told; a dialog must not take the key for its default button too
     else
         QWidget::keyPressEvent(event);
 }

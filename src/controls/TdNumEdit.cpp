@@ -109,11 +109,23 @@ void CTdNumEdit::keepInRange(const QString &before, int caret)
     setCursorPosition(caret);
 }
 
+bool CTdNumEdit::takes(QChar typed) const
+{
+    // What is typed replaces the selection, so that must not speak against it: "-3" over a selected "-7" is -3, not 3.
+    QString left = text();
+    qsizetype caret = cursorPosition();
+    if (hasSelectedText()) {
+        caret = selectionStart();
+        left.remove(caret, selectionLength());
+    }
+    return NumberInput::accepts(m_mode, left, caret, typed);
+}
+
 void CTdNumEdit::keyPressEvent(QKeyEvent *event)
 {
     const QString before = text();
     const int caret = cursorPosition();
-    if (isTyping(*event) && !NumberInput::accepts(m_mode, before, caret, event->text().at(0)))
+    if (isTyping(*event) && !takes(event->text().at(0)))
         event->accept(); // dropped: a window above must not take the key for a command
     else
         QLineEdit::keyPressEvent(event);

@@ -56,6 +56,7 @@ protected:
     void inputMethodEvent(QInputMethodEvent *event) override;
 
 private:
+    bool takes(QChar typed) const;
     bool isInRange() const;
     void keepInRange(const QString &before, int caret);
 

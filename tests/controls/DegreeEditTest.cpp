@@ -61,6 +61,25 @@ TEST_F(DegreeEdit, TypingReplacesAndSkipsLiterals)
     EXPECT_EQ(look(), "-|5 ");
 }
 
+TEST_F(DegreeEdit, AMinusOfTheMaskOrThePromptStaysInAnEmptyMask)
+{
+    m_edit.SetMask(u"?##-#"_s);
+    EXPECT_EQ(look(), "|___-_");
+    m_edit.SetMask(u"##:##"_s, u'-');
+    EXPECT_EQ(look(), "|--:--");
+}
+
+TEST_F(DegreeEdit, AnAngleOutlastsAFormThatSetsTheMaskAgain)
+{
+    CTdDMSMakEdit edit;
+    edit.SetDegree(7.5);
+    edit.setProperty("mask", u"####:##:##.####"_s);
+    EXPECT_EQ(edit.text().toStdString(), "   7:30: 0.0000");
+    edit.SetText(edit.GetDDMMSS(8.0));
+    edit.setProperty("mask", u"####:##:##.####"_s);
+    EXPECT_EQ(edit.text().toStdString(), "   8: 0: 0.0000");
+}
+
 TEST_F(DegreeEdit, BackspaceRestoresWhatStoodThere)
 {
     m_edit.SetText(u"012345678901"_s);

@@ -91,7 +91,11 @@ TEST_F(EditSlider, KeysMoveChooseAndGiveUp)
     QTest::keyClick(slider, Qt::Key_Return);
     EXPECT_FALSE(m_control->GetFrame()->isVisible());
     EXPECT_EQ(m_host.m_commands, QList<qint64>{7});
+    QTest::keyClick(m_control->GetEdit(), Qt::Key_Return);
+    EXPECT_EQ(m_host.m_commands.size(), 2);
     m_control->EnableWindowX(0);
+    QTest::keyClick(m_control->GetEdit(), Qt::Key_Return);
+    EXPECT_EQ(m_host.m_commands.size(), 2);
     QTest::mouseClick(m_control->GetButton(), Qt::LeftButton);
     EXPECT_FALSE(m_control->GetFrame()->isVisible());
     EXPECT_TRUE(m_control->GetEdit()->isReadOnly());
@@ -107,6 +111,8 @@ TEST_F(EditSlider, TheSliderClampsWhatTheEditKeeps)
     EXPECT_TRUE(m_host.m_commands.isEmpty());
     m_control->SetPos(-250);
     EXPECT_EQ(shown(), "-100");
+    m_control->GetEdit()->setText(u"12"_s); // by the program
+    EXPECT_EQ(m_control->GetPos(), 12);
 }
 
 TEST_F(EditSlider, DeliberatelyARangeThatIsNotSymmetricClampsToItsStart)

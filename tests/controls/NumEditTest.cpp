@@ -69,6 +69,18 @@ TEST(NumEdit, KeepsEveryTextOnTheWayInTheRange)
     EXPECT_EQ(edit.text().toStdString(), "500");
 }
 
+TEST(NumEdit, WhatIsTypedReplacesTheSelection)
+{
+    CTdNumEdit edit;
+    edit.setText(u"-1.5e3"_s);
+    edit.selectAll();
+    QTest::keyClicks(&edit, u"-3.5e1"_s);
+    EXPECT_EQ(edit.text().toStdString(), "-3.5e1");
+    edit.setSelection(2, 2); // the point and a digit
+    QTest::keyClicks(&edit, u"-.2"_s);
+    EXPECT_EQ(edit.text().toStdString(), "-3.2e1");
+}
+
 TEST(NumEdit, ShowsAndReadsNumbersWhateverTheLocale)
 {
     CTdNumEdit edit;
