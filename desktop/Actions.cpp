@@ -103,6 +103,8 @@ constexpr Row table[] = {
      QT_TRANSLATE_NOOP("Actions", "Go to the next map or table")},
     {Actions::PreviousWindow, QT_TRANSLATE_NOOP("Actions", "&Previous"), nullptr, noKey, "Ctrl+Shift+Tab",
      QT_TRANSLATE_NOOP("Actions", "Go to the map or table before")},
+    {Actions::Controls, QT_TRANSLATE_NOOP("Actions", "&Controls…"), nullptr, noKey, nullptr,
+     QT_TRANSLATE_NOOP("Actions", "Show the library's controls at work")},
     {Actions::About, QT_TRANSLATE_NOOP("Actions", "&About Terravox"), "about", noKey, nullptr,
      QT_TRANSLATE_NOOP("Actions", "Show the version of the program")},
 };

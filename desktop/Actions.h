@@ -52,6 +52,7 @@ public:
         CloseWindow,
         NextWindow,
         PreviousWindow,
+        Controls,
         About,
         Count
     };

@@ -7,6 +7,7 @@
 #include "CopyDatasetDialog.h"
 #include "DocumentArea.h"
 #include "GalleryColours.h"
+#include "GalleryControls.h"
 #include "GalleryData.h"
 #include "GalleryStage.h"
 #include "MainWindow.h"
@@ -326,6 +327,15 @@ constexpr GalleryWindow table[] = {
     {"colour-stock", [](const GalleryData &) { return GalleryColours::drawStockRamp(false); }},
     {"colour-stock-list", [](const GalleryData &) { return GalleryColours::drawStockRamp(true); }},
     {"relief", GalleryColours::drawRelief},
+    {"controls-angle", [](const GalleryData &) { return GalleryControls::draw("Angle"); }},
+    {"controls-number", [](const GalleryData &) { return GalleryControls::draw("Number"); }},
+    {"controls-slider", [](const GalleryData &) { return GalleryControls::draw("Slider edit"); }},
+    {"controls-toolbars", [](const GalleryData &) { return GalleryControls::draw("Slider on toolbars"); }},
+    {"controls-triangle", [](const GalleryData &) { return GalleryControls::draw("Triangle button"); }},
+    {"controls-hue", [](const GalleryData &) { return GalleryControls::draw("Hue and brightness"); }},
+    {"controls-cube", [](const GalleryData &) { return GalleryControls::draw("Colour cube"); }},
+    {"controls-colours", [](const GalleryData &) { return GalleryControls::draw("Colour list"); }},
+    {"controls-ramps", [](const GalleryData &) { return GalleryControls::draw("Stock ramps"); }},
     {"menu-colour", [](const GalleryData &) { return drawMenu(3); }},
     {"menu-view", [](const GalleryData &) { return drawMenu(4); }},
 };

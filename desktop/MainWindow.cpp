@@ -114,6 +114,7 @@ void MainWindow::connectCommands()
     on(Actions::CloseWindow, [this] { m_area->closeCurrent(); });
     on(Actions::NextWindow, [this] { m_area->step(1); });
     on(Actions::PreviousWindow, [this] { m_area->step(-1); });
+    on(Actions::Controls, [this] { showControls(); });
     on(Actions::About, [this] { showAbout(); });
     connect(m_recent, &RecentFiles::chosen, this, [this](const QString &file) {
         if (!m_document->openFile(file) && !RecentFiles::isConnection(file) && !QFileInfo::exists(file))

@@ -66,6 +66,7 @@ private:
     void askForFolder();
     void askForDatabase();
     void showMissing();
+    void showControls();
     void showAbout();
     void showTreeMenu(const QPoint &globalPosition);
 

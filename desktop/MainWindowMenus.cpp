@@ -2,6 +2,7 @@
 
 #include "AboutDialog.h"
 #include "Actions.h"
+#include "ControlsWindow.h"
 #include "MissingDialog.h"
 #include "RecentFiles.h"
 
@@ -65,7 +66,7 @@ void MainWindow::makeMenus()
     add(window, a, {Actions::CloseWindow, separator, Actions::NextWindow, Actions::PreviousWindow});
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
-    add(help, a, {Actions::About});
+    add(help, a, {Actions::Controls, separator, Actions::About});
 }
 
 void MainWindow::makeToolBar()
@@ -103,6 +104,16 @@ void MainWindow::makeToolBar()
 void MainWindow::showMissing()
 {
     MissingDialog(*m_document, m_prompts, this).exec();
+}
+
+void MainWindow::showControls()
+{
+    auto *window = findChild<ControlsWindow *>();
+    if (!window)
+        window = new ControlsWindow(this);
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 void MainWindow::showAbout()

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <span>
+
+class QWidget;
+
+/// Shows the value of a page's control in the line below it.
+using ShowValue = std::function<void(const QString &text)>;
+
+/// One control in the window of controls. Texts are in the translation context "ControlPages".
+struct ControlPage
+{
+    const char *title;
+    const char *what; ///< what the control does and how it is used
+    QWidget *(*make)(QWidget *parent, const ShowValue &show);
+};
+
+/// Every control of the library that has a page, in groups.
+std::span<const ControlPage> controlPages();
+
+/// The pages' content. Each makes a widget below @p parent and calls @p show at once and at every change.
+namespace ControlPages {
+
+/// Commands that the pages' controls send, told apart from others by their numbers.
+enum Command { SliderCommand = 61000, ToolBarCommand, LastCommand = ToolBarCommand };
+
+QString text(const char *source);
+
+QWidget *makeAngles(QWidget *parent, const ShowValue &show);
+QWidget *makeNumbers(QWidget *parent, const ShowValue &show);
+
+QWidget *makeSlider(QWidget *parent, const ShowValue &show);
+QWidget *makeSliderToolBars(QWidget *parent, const ShowValue &show);
+QWidget *makeTriangles(QWidget *parent, const ShowValue &show);
+
+QWidget *makeHsbPicker(QWidget *parent, const ShowValue &show);
+QWidget *makeRgbCube(QWidget *parent, const ShowValue &show);
+QWidget *makeColorList(QWidget *parent, const ShowValue &show);
+QWidget *makeGradients(QWidget *parent, const ShowValue &show);
+
+} // namespace ControlPages

@@ -1,0 +1,82 @@
+#include "ControlPages.h"
+
+#include "controls/TdEditSlider.h"
+#include "controls/TdEditSliderButton.h"
+#include "controls/TdTriangleButton.h"
+
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QMainWindow>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
+
+QWidget *ControlPages::makeSlider(QWidget *parent, const ShowValue &show)
+{
+    auto *page = new QWidget(parent);
+    auto *form = new QFormLayout(page);
+    auto *slider = new CTdEditSlider(SliderCommand);
+    slider->EnableWindowX(1);
+    slider->setFixedSize(90, slider->sizeHint().height());
+    auto *enabled = new QCheckBox(text(QT_TRANSLATE_NOOP("ControlPages", "&Enabled")));
+    enabled->setChecked(true);
+    form->addRow(text(QT_TRANSLATE_NOOP("ControlPages", "&Percentage:")), slider);
+    form->addRow(QString(), enabled);
+    const auto tell = [slider, show] { show(QString::number(slider->GetPos())); };
+    QObject::connect(slider, &CTdEditSlider::positionEdited, page, tell);
+    QObject::connect(enabled, &QCheckBox::toggled, slider, &CTdEditSlider::SetEnabledX);
+    tell();
+    return page;
+}
+
+QWidget *ControlPages::makeSliderToolBars(QWidget *parent, const ShowValue &show)
+{
+    auto *page = new QMainWindow(parent); // it has the places for toolbars
+    page->setWindowFlags(Qt::Widget);
+    auto *button = new CTdEditSliderButton(ToolBarCommand, -1, nullptr, 0, 70, page);
+    button->setText(text(QT_TRANSLATE_NOOP("ControlPages", "Brightness")));
+    for (const Qt::ToolBarArea area : {Qt::TopToolBarArea, Qt::LeftToolBarArea}) {
+        auto *bar =
+            new QToolBar(area == Qt::TopToolBarArea ? text(QT_TRANSLATE_NOOP("ControlPages", "Lying toolbar"))
+                                                    : text(QT_TRANSLATE_NOOP("ControlPages", "Upright toolbar")));
+        page->addToolBar(area, bar);
+        bar->addAction(button);
+    }
+    auto *rest = new QLabel(text(QT_TRANSLATE_NOOP("ControlPages", "The toolbars can be dragged to the other sides.")));
+    rest->setAlignment(Qt::AlignCenter);
+    rest->setWordWrap(true);
+    page->setCentralWidget(rest);
+    const auto tell = [show] { show(QString::number(CTdEditSliderButton::GetPos(ToolBarCommand))); };
+    for (QWidget *bar : page->findChildren<QToolBar *>())
+        for (CTdEditSlider *slider : bar->findChildren<CTdEditSlider *>())
+            QObject::connect(slider, &CTdEditSlider::positionEdited, page, tell);
+    tell();
+    return page;
+}
+
+QWidget *ControlPages::makeTriangles(QWidget *parent, const ShowValue &show)
+{
+    struct Direction
+    {
+        Qt::ArrowType arrow;
+        const char *name;
+    };
+    constexpr Direction directions[] = {{Qt::DownArrow, QT_TRANSLATE_NOOP("ControlPages", "Down")},
+                                        {Qt::UpArrow, QT_TRANSLATE_NOOP("ControlPages", "Up")},
+                                        {Qt::LeftArrow, QT_TRANSLATE_NOOP("ControlPages", "Left")},
+                                        {Qt::RightArrow, QT_TRANSLATE_NOOP("ControlPages", "Right")}};
+    auto *page = new QWidget(parent);
+    auto *form = new QFormLayout(page);
+    for (const Direction &direction : directions) {
+        const QString name = text(direction.name);
+        auto *button = new CTdTriangleButton;
+        button->SetDirection(direction.arrow);
+        button->setFixedSize(button->sizeHint());
+        button->setAccessibleName(name);
+        QObject::connect(button, &QAbstractButton::clicked, page, [show, name] { show(name); });
+        form->addRow(name, button);
+    }
+    show(text(QT_TRANSLATE_NOOP("ControlPages", "none pressed yet")));
+    return page;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QPixmap>
+
+#include <string_view>
+
+/// The gallery's pictures of the library's controls.
+namespace GalleryControls {
+
+/// The window of controls with the page of @p title, as the table of pages has it.
+QPixmap draw(std::string_view title);
+
+} // namespace GalleryControls
