@@ -211,9 +211,8 @@ bool RibbonStops::editMaximum(double value)
     Stops &stops = m_state.stops;
     if (!std::isfinite(value) || !(value > m_state.minimum) || (count() >= 2 && !(value > stops.end()[-2].value)))
         return false;
-    if (value == m_state.maximum && value == stops.back().value)
-        return true;
-    aboutToEdit();
+    if (value != m_state.maximum || value != stops.back().value)
+        aboutToEdit();
     m_state.maximum = stops.back().value = value;
     CalculatePosition();
     return true;
@@ -224,9 +223,8 @@ bool RibbonStops::editMinimum(double value)
     Stops &stops = m_state.stops;
     if (!std::isfinite(value) || !(value < m_state.maximum) || (count() >= 2 && !(value < stops[1].value)))
         return false;
-    if (value == m_state.minimum && value == stops.front().value)
-        return true;
-    aboutToEdit();
+    if (value != m_state.minimum || value != stops.front().value)
+        aboutToEdit();
     m_state.minimum = stops.front().value = value;
     CalculatePosition();
     return true;
@@ -241,9 +239,8 @@ bool RibbonStops::editSelectedValue(double value)
                                                          : value == (m_state.selected == 0 ? minimum() : maximum());
     if (!isAccepted)
         return false;
-    if (value == stop->value)
-        return true;
-    aboutToEdit();
+    if (value != stop->value)
+        aboutToEdit();
     stop->value = value;
     CalculatePosition();
     return true;
