@@ -1,10 +1,10 @@
 #include "colour/RibbonColumns.h"
 
 #include "colour/RibbonGeometry.h"
+#include "engine/symbol/TxColorFolder.h"
 
 #include <algorithm>
 #include <array>
-#include <exception>
 
 namespace {
 
@@ -87,13 +87,9 @@ COLORREF RibbonColumns::colorAt(qint32 x) const
 QList<COLORREF> RibbonColumns::MakeOutColor(qint32 count) const
 {
     QList<COLORREF> colors;
-    if (count <= 0)
+    if (count <= 0 || count > CTxColorFolder::maxGradientCount)
         return colors;
-    try {
-        colors.resize(count);
-    } catch (const std::exception &) {
-        return colors;
-    }
+    colors.resize(count);
     // F.left + 21 and as many pixels as the usable band has, which begins at F.left + 20.
     const double left = double(m_left) + 1;
     const qint32 width = static_cast<qint32>(m_colors.size()) - 1;

@@ -33,7 +33,7 @@ public:
     /// Reads back @p count colours along the rectangle from F.left + 21 to F.right - 19: with step = its width / count,
     /// colour i is that at truncate(left + i * step). The sample points end one pixel behind the last segment, so with
     /// as many colours as pixels the last one is the last stop's.
-    /// @return nothing for a count of 0 or less, or when there is no memory for so many
+    /// @return nothing for a count of 0 or less, or of more than there are colours (CTxColorFolder::maxGradientCount)
     QList<COLORREF> MakeOutColor(qint32 count) const;
 
 private:

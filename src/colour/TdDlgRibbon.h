@@ -43,7 +43,8 @@ public:
     void SetMaxValue(double value);
     /// Sets the lower end of the range, and the first stop's value with it; see SetMaxValue().
     void SetMinValue(double value);
-    /// Sets how many colours to sample on OK; 0 for none.
+    /// Sets how many colours to sample on OK; 0 for none. A count below, or beyond that of all colours there are
+    /// (16,777,216), gives none either.
     void SetStopCount(int count);
     /// The sampled colours, from the lower end of the range to the upper, after the dialog was closed with OK.
     void GetColor(QList<COLORREF> &colors) const;

