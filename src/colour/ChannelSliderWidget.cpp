@@ -60,6 +60,11 @@ void ChannelSliderWidget::mouseReleaseEvent(QMouseEvent *event)
     }
 }
 
+void ChannelSliderWidget::hideEvent(QHideEvent *)
+{
+    setSliderDown(false);
+}
+
 void ChannelSliderWidget::wheelEvent(QWheelEvent *event)
 {
     if (hasFocus())

@@ -25,6 +25,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     /// The slider itself; around it is room for the triangle.

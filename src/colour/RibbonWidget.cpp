@@ -32,9 +32,10 @@ RibbonWidget::RibbonWidget(QWidget *parent) : QWidget(parent), m_columns({Ribbon
 
 RibbonWidget::~RibbonWidget() = default;
 
-void RibbonWidget::setRibbon(RibbonStops &ribbon)
+void RibbonWidget::setRibbon(RibbonStops *ribbon)
 {
-    m_ribbon = &ribbon;
+    m_isDragging = false;
+    m_ribbon = ribbon;
     refresh();
 }
 
@@ -166,6 +167,11 @@ void RibbonWidget::resizeEvent(QResizeEvent *)
     const RibbonGeometry geometry = ribbonGeometry();
     m_ribbon->setBand(geometry.usableLeft(), geometry.usableWidth());
     refresh();
+}
+
+void RibbonWidget::hideEvent(QHideEvent *)
+{
+    endDrag(); // the mouse may be let go where nobody tells
 }
 
 void RibbonWidget::mousePressEvent(QMouseEvent *event)

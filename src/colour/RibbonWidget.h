@@ -18,9 +18,8 @@ public:
     explicit RibbonWidget(QWidget *parent = nullptr);
     ~RibbonWidget() override;
 
-    /// The ramp to show and edit. Not owned; must live as long as this.
-    void setRibbon(RibbonStops &ribbon);
-    /// Null before setRibbon().
+    /// The ramp to show and edit, null for none. Not owned; must live until another is set.
+    void setRibbon(RibbonStops *ribbon);
     const RibbonStops *ribbon() const { return m_ribbon; }
     const RibbonColumns &columns() const { return m_columns; }
     RibbonGeometry ribbonGeometry() const;
@@ -51,6 +50,7 @@ protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -87,8 +87,10 @@ bool CTdDlgRibbon::eventFilter(QObject *watched, QEvent *event)
     const auto targets = d->keyTargets();
     const bool isKeyTarget = std::ranges::find(targets, watched) != targets.end();
     switch (event->type()) {
-    case QEvent::KeyPress:
-        return isKeyTarget && d->takeKey(*static_cast<QKeyEvent *>(event));
+    case QEvent::KeyPress: {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        return isKeyTarget ? d->takeKey(key) : d->keepTyping(key);
+    }
     case QEvent::KeyRelease:
         if (!static_cast<QKeyEvent *>(event)->isAutoRepeat())
             d->endStepping();

@@ -4,6 +4,7 @@
 #include "engine/base/TxNumberText.h"
 #include "res/StringId.h"
 
+#include <QKeyEvent>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -33,7 +34,7 @@ void TdDlgRibbonPrivate::connectEdits()
 {
     for (QLineEdit *edit : edits) {
         edit->installEventFilter(q);
-        QObject::connect(edit, &QLineEdit::textChanged, q, [this, edit] {
+        connect(edit, &QLineEdit::textChanged, this, [this, edit] {
             if (edit->hasFocus()) // else it is not the user who writes
                 take(edit);
         });
@@ -105,9 +106,18 @@ void TdDlgRibbonPrivate::take(QLineEdit *edit)
     const double number = TxNumberText::toDouble(edit->text(), &isNumber);
     const bool isTaken = isNumber && takeNumber(edit, number);
     refused = isTaken ? QString() : refusal(edit);
-    if (isTaken)
-        changed(edit);
     showMessage();
+    if (isTaken)
+        changed(edit); // last: the host may close the dialog
+}
+
+bool TdDlgRibbonPrivate::keepTyping(const QKeyEvent &event)
+{
+    auto *edit = qobject_cast<QLineEdit *>(q->focusWidget());
+    if (refused.isEmpty() || !edit || (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter))
+        return false;
+    edit->selectAll();
+    return true;
 }
 
 bool TdDlgRibbonPrivate::takeNumber(const QLineEdit *edit, double number)
@@ -181,4 +191,8 @@ void TdDlgRibbonPrivate::showMessage()
     if (message.isEmpty() && ribbon.selected() < 0)
         message = CTdModule::LoadString(TdStringId::RibbonHint);
     ui.messageLabel->setText(message);
+    // Readers of the screen tell what is said of the control that has the focus.
+    for (QLineEdit *edit : edits)
+        edit->setAccessibleDescription(edit->hasFocus() ? refused : QString());
+    ui.ribbon->setAccessibleDescription(message);
 }

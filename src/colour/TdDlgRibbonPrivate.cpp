@@ -33,7 +33,7 @@ TdDlgRibbonPrivate::TdDlgRibbonPrivate(CTdDlgRibbon *dialog) : q(dialog)
     };
     for (const auto &[button, name] : icons)
         button->setIcon(CTdModule::LoadIcon(name));
-    ui.ribbon->setRibbon(ribbon);
+    ui.ribbon->setRibbon(&ribbon);
     ui.preview->setColumns(&ui.ribbon->columns());
     ui.preview->hide();
     // Two lines are kept free, so that a warning does not move the controls.
@@ -46,6 +46,11 @@ TdDlgRibbonPrivate::TdDlgRibbonPrivate(CTdDlgRibbon *dialog) : q(dialog)
     connectCommands();
 }
 
+TdDlgRibbonPrivate::~TdDlgRibbonPrivate()
+{
+    ui.ribbon->setRibbon(nullptr);
+}
+
 std::array<QWidget *, 4> TdDlgRibbonPrivate::keyTargets() const
 {
     return {ui.ribbon, ui.redSlider, ui.greenSlider, ui.blueSlider};
@@ -53,17 +58,17 @@ std::array<QWidget *, 4> TdDlgRibbonPrivate::keyTargets() const
 
 void TdDlgRibbonPrivate::connectCommands()
 {
-    QObject::connect(&warnLater, &QTimer::timeout, q, [this] { warn(); });
-    QObject::connect(ui.ribbon, &RibbonWidget::selectionChanged, q, [this] { show(); });
-    QObject::connect(ui.ribbon, &RibbonWidget::stopMoved, q, [this] { changed(); });
-    QObject::connect(ui.ribbon, &RibbonWidget::insertRequested, q, [this](int x) { insertStop(x); });
-    QObject::connect(ui.ribbon, &RibbonWidget::colorRequested, q, [this] { editColor(); });
-    QObject::connect(ui.ribbon, &RibbonWidget::columnsChanged, ui.preview, qOverload<>(&QWidget::update));
+    connect(&warnLater, &QTimer::timeout, this, [this] { warn(); });
+    connect(ui.ribbon, &RibbonWidget::selectionChanged, this, [this] { show(); });
+    connect(ui.ribbon, &RibbonWidget::stopMoved, this, [this] { changed(); });
+    connect(ui.ribbon, &RibbonWidget::insertRequested, this, [this](int x) { insertStop(x); });
+    connect(ui.ribbon, &RibbonWidget::colorRequested, this, [this] { editColor(); });
+    connect(ui.ribbon, &RibbonWidget::columnsChanged, ui.preview, qOverload<>(&QWidget::update));
     for (const Channel &channel : channels) {
         channel.slider->setChannel(channel.target);
-        QObject::connect(channel.slider, &QAbstractSlider::sliderPressed, q, [this] { ribbon.beginEdit(); });
-        QObject::connect(channel.slider, &QAbstractSlider::sliderReleased, q, [this] { ribbon.endEdit(); });
-        QObject::connect(channel.slider, &QAbstractSlider::valueChanged, q, [this, target = channel.target](int value) {
+        connect(channel.slider, &QAbstractSlider::sliderPressed, this, [this] { ribbon.beginEdit(); });
+        connect(channel.slider, &QAbstractSlider::sliderReleased, this, [this] { ribbon.endEdit(); });
+        connect(channel.slider, &QAbstractSlider::valueChanged, this, [this, target = channel.target](int value) {
             if (ribbon.setChannel(target, value))
                 changed();
         });
@@ -74,10 +79,10 @@ void TdDlgRibbonPrivate::connectCommands()
             if (action())
                 changed();
         };
-        QObject::connect(button, &QAbstractButton::clicked, q, run);
+        connect(button, &QAbstractButton::clicked, this, run);
         // Not a shortcut of the button, which would show itself being pushed before it acts.
         if (!keys.isEmpty())
-            QObject::connect(new QShortcut(keys, q), &QShortcut::activated, q, run);
+            connect(new QShortcut(keys, q), &QShortcut::activated, this, run);
     };
     command(ui.deleteButton, [this] { return ribbon.removeSelected(); });
     command(ui.distributeButton, [this] { return ribbon.distributeEvenly(); });
@@ -86,17 +91,17 @@ void TdDlgRibbonPrivate::connectCommands()
         ui.undoButton, [this] { return ribbon.undo(); }, Qt::CTRL | Qt::Key_Z);
     command(
         ui.redoButton, [this] { return ribbon.redo(); }, Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
-    QObject::connect(ui.addButton, &QAbstractButton::clicked, q, [this] { addStop(); });
-    QObject::connect(ui.swatch, &QAbstractButton::clicked, q, [this] { editColor(); });
-    QObject::connect(ui.visionCombo, &QComboBox::currentIndexChanged, q, [this](int index) {
+    connect(ui.addButton, &QAbstractButton::clicked, this, [this] { addStop(); });
+    connect(ui.swatch, &QAbstractButton::clicked, this, [this] { editColor(); });
+    connect(ui.visionCombo, &QComboBox::currentIndexChanged, this, [this](int index) {
         ui.preview->setDeficiency(static_cast<ColorVision::Deficiency>(index)); // the form lists them in this order
         showPreview(index > 0);
         warn();
     });
-    QObject::connect(ui.importButton, &QAbstractButton::clicked, q, [this] { importRamp(); });
-    QObject::connect(ui.exportButton, &QAbstractButton::clicked, q, [this] { exportRamp(); });
-    QObject::connect(ui.buttons, &QDialogButtonBox::accepted, q, &CTdDlgRibbon::accept);
-    QObject::connect(ui.buttons, &QDialogButtonBox::rejected, q, &CTdDlgRibbon::reject);
+    connect(ui.importButton, &QAbstractButton::clicked, this, [this] { importRamp(); });
+    connect(ui.exportButton, &QAbstractButton::clicked, this, [this] { exportRamp(); });
+    connect(ui.buttons, &QDialogButtonBox::accepted, q, &CTdDlgRibbon::accept);
+    connect(ui.buttons, &QDialogButtonBox::rejected, q, &CTdDlgRibbon::reject);
 }
 
 void TdDlgRibbonPrivate::fitToRibbon()

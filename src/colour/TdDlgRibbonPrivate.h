@@ -5,15 +5,19 @@
 
 #include "ui_TdDlgRibbon.h"
 
+#include <QObject>
 #include <QTimer>
 
 #include <array>
 
 /// The controls of the ribbon editor and what connects them with the ramp.
-class TdDlgRibbonPrivate
+///
+/// An object of its own, so that its connections end with it: the controls outlive it, and tell of their own end.
+class TdDlgRibbonPrivate : public QObject
 {
 public:
     explicit TdDlgRibbonPrivate(CTdDlgRibbon *dialog);
+    ~TdDlgRibbonPrivate() override;
 
     /// Fits the ramp to the ribbon's size, which the layout must know.
     void fitToRibbon();
@@ -30,6 +34,9 @@ public:
     /// A key on the ribbon or a slider. @return false when it means nothing here
     bool takeKey(const QKeyEvent &event);
     void endStepping();
+    /// Enter where the number that was typed is not taken selects it, in place of closing with another one than shows.
+    /// @return false when it may close
+    bool keepTyping(const QKeyEvent &event);
     void focusChanged(QObject *control, bool hasFocus);
     /// The controls that takeKey() answers for.
     std::array<QWidget *, 4> keyTargets() const;

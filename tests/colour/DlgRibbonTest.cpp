@@ -413,6 +413,31 @@ TEST_F(DlgRibbon, TellsWhatReadersMayNotSeeAndWhyANumberIsNotTaken)
     click(marker(1));
     type(39103, u"700"_s);
     EXPECT_TRUE(comes(u"between 0.00 and 600.00"_s));
+    EXPECT_EQ(edit(39103)->accessibleDescription(), message->text());
+    key(Qt::Key_Return);
+    EXPECT_TRUE(m_dialog->isVisible()) << "not with another number than shows";
+    EXPECT_EQ(edit(39103)->selectedText(), u"700"_s);
+    type(39103, u"400"_s);
+    key(Qt::Key_Return);
+    EXPECT_FALSE(m_dialog->isVisible()) << "OK is the default";
+}
+
+TEST_F(DlgRibbon, ClosedDuringADragEndsIt)
+{
+    openFour();
+    press(marker(1));
+    m_dialog->reject();
+    m_dialog->show();
+    m_dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    control(39100)->setFocus();
+    key(Qt::Key_PageUp);
+    key(Qt::Key_PageDown);
+    const int from = x(1);
+    key(Qt::Key_Right);
+    key(Qt::Key_Right);
+    button(u"undoButton"_s)->click();
+    EXPECT_EQ(x(1), from + 1) << "a step each";
 }
 
 TEST_F(DlgRibbon, StopsAreItemsOfAListToReadersOfTheScreen)
