@@ -1,6 +1,7 @@
 #include "colour/RibbonPainter.h"
 
 #include "colour/ChannelSlider.h"
+#include "colour/PickerPaint.h"
 #include "colour/RibbonColumns.h"
 #include "colour/RibbonGeometry.h"
 
@@ -97,7 +98,7 @@ void RibbonPainter::drawBand(const RibbonGeometry &geometry, const RibbonColumns
     drawColumns(m_painter, ramp, pixels);
     drawFrame(ramp);
     if (hasFocus)
-        drawFocus(ramp.adjusted(-4, -4, 4, 4));
+        drawFocus(ramp.adjusted(-4, -2, 4, 4)); // above the ramp there are two pixels
 }
 
 void RibbonPainter::drawMarker(const RibbonGeometry &geometry, const RibbonStop &stop, bool isSelected)
@@ -149,6 +150,8 @@ void RibbonPainter::drawSlider(const ChannelSlider &slider, RibbonStops::Target 
     const QRect gradient = slider.gradient();
     if (gradient.isEmpty())
         return;
+    if (value < 0)
+        m_painter.setOpacity(PickerPaint::disabledOpacity);
     const int shift = 8 * (3 - static_cast<int>(channel)); // of the channel in a pixel, red highest
     std::vector<QRgb> pixels(static_cast<size_t>(gradient.width()));
     for (int i = 0; i < gradient.width(); ++i)

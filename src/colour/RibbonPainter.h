@@ -33,7 +33,7 @@ public:
     /// the focus mark.
     void drawMarkers(const RibbonGeometry &geometry, const RibbonStops &ribbon, bool hasFocus = false);
     /// A slider: the gradient of @p channel (Red, Green, Blue) from 0 to 255 and the triangle at @p value, with a red
-    /// pen while it is dragged. @p value -1 draws no triangle: no stop is selected.
+    /// pen while it is dragged. @p value -1 draws no triangle and pales: no stop is selected.
     void drawSlider(const ChannelSlider &slider, RibbonStops::Target channel, qint32 value, bool isDragged,
                     bool hasFocus = false);
 
