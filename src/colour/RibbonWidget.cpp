@@ -77,10 +77,16 @@ void RibbonWidget::repaintMarkers()
     const RibbonGeometry geometry = ribbonGeometry();
     const std::vector<RibbonStop> &stops = m_ribbon->stops();
     const size_t common = std::min(stops.size(), m_shownStops.size());
-    QRect changed; // one rectangle: a region of a million markers takes longer than painting them
+    // From the first changed marker to the last: a region of a million of them takes longer than painting them.
+    constexpr qint32 beside = 10; // a marker there cannot be seen, wherever beyond it stands
+    qint32 first = width() + beside;
+    qint32 last = -beside;
     const auto add = [&](const std::vector<RibbonStop> &from, size_t i) {
-        if (i < from.size())
-            changed |= geometry.marker(from[i].position).boundingRect();
+        if (i < from.size()) {
+            const qint32 position = std::clamp(from[i].position, -beside, width() + beside);
+            first = std::min(first, position);
+            last = std::max(last, position);
+        }
     };
     for (size_t i = 0; i < std::max(stops.size(), m_shownStops.size()); ++i) {
         const auto index = static_cast<qint32>(i);
@@ -89,7 +95,10 @@ void RibbonWidget::repaintMarkers()
         add(stops, i);
         add(m_shownStops, i);
     }
-    update(changed.adjusted(-3, -3, 3, 3) & geometry.markerStrip().adjusted(-3, -3, 3, 3));
+    if (first <= last) {
+        const QRect changed = geometry.marker(first).boundingRect() | geometry.marker(last).boundingRect();
+        update(changed.adjusted(-3, -3, 3, 3) & geometry.markerStrip().adjusted(-3, -3, 3, 3));
+    }
     const bool isOtherSelection = m_shownSelection != m_ribbon->selected();
     const bool areOther = m_shownStops != stops;
     if (isOtherSelection && hasFocus())
