@@ -9,9 +9,7 @@ struct SplitRow
     const char *path, *drive, *dir, *name, *ext;
 };
 
-class SplitPath : public testing::TestWithParam<SplitRow>
-{
-};
+using SplitPath = testing::TestWithParam<SplitRow>;
 
 TEST_P(SplitPath, GivesPartsThatJoinToThePath)
 {

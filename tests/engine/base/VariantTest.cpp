@@ -1,11 +1,9 @@
+#include "Rows.h"
 #include "engine/base/TxVariant.h"
 
 #include <gtest/gtest.h>
 
-#include <QTimeZone>
-
 #include <limits>
-#include <ostream>
 
 namespace {
 
@@ -23,14 +21,7 @@ struct ReadRow
     const char *text;
 };
 
-void PrintTo(const ReadRow &row, std::ostream *out)
-{
-    *out << row.title;
-}
-
-class VariantReads : public testing::TestWithParam<ReadRow>
-{
-};
+using VariantReads = testing::TestWithParam<ReadRow>;
 
 TEST_P(VariantReads, AsEveryType)
 {
@@ -69,7 +60,8 @@ INSTANTIATE_TEST_SUITE_P(
         ReadRow{"text true", CTxVariant(QStringLiteral("TRUE")), CTxVariant::String, 0, 0, true, "TRUE"},
         ReadRow{"text", CTxVariant(QStringLiteral("x")), CTxVariant::String, 0, 0, false, "x"},
         ReadRow{"date", CTxVariant(moment), CTxVariant::Date, 1709209815250, 0, false, "2024-02-29T12:30:15.250Z"},
-        ReadRow{"bytes", CTxVariant(QByteArray("ab", 2)), CTxVariant::ByteArray, 0, 0, false, ""}));
+        ReadRow{"bytes", CTxVariant(QByteArray("ab", 2)), CTxVariant::ByteArray, 0, 0, false, ""}),
+    rowNames(&ReadRow::title));
 
 TEST(Variant, ReadsDatesAndBytesOfTexts)
 {

@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 
 #include "engine/data/SampleFiles.h"
@@ -16,9 +17,7 @@ namespace {
 using Info = CElemDatasetInfo;
 using Storage = CTxDataSourceStorage;
 
-class CreateDataSource : public DataFixture
-{
-};
+using CreateDataSource = DataFixture;
 
 TEST_F(CreateDataSource, RefusesPlacesThatCannotBe)
 {
@@ -32,23 +31,21 @@ TEST_F(CreateDataSource, RefusesPlacesThatCannotBe)
         Storage::Type type;
     };
     const QString x = "x";
-    const Row rows[] = {
-        {mine, x, Storage::Native},
-        {path("link.tdb"), x, Storage::Native},
-        {path("free.tdb"), "db", Storage::Native},
-        {path("missing/new.tdb"), x, Storage::Native},
-        {path("mine.tdb/new.tdb"), x, Storage::Native},
-        {path("new.gpkg"), x, Storage::Native},
-        {path("new.geojson"), x, Storage::GeoJSON},
-        {path("new.pg"), x, Storage::PostgreSQL},
-        {path("new"), x, static_cast<Storage::Type>(1000)},
-        {QString(), x, Storage::Native},
-        {path(QStringLiteral("a\0b.tdb")), x, Storage::Native},
-        {path(QString(300, u'n') + ".tdb"), x, Storage::Native},
-        {path(QString(10000, u'n')), x, Storage::Shapefile},
-        {"/proc/new.tdb", x, Storage::Native},
-        {"/proc/new", x, Storage::Shapefile},
-    };
+    const Row rows[] = {{mine, x, Storage::Native},
+                        {path("link.tdb"), x, Storage::Native},
+                        {path("free.tdb"), "db", Storage::Native},
+                        {path("missing/new.tdb"), x, Storage::Native},
+                        {path("mine.tdb/new.tdb"), x, Storage::Native},
+                        {path("new.gpkg"), x, Storage::Native},
+                        {path("new.geojson"), x, Storage::GeoJSON},
+                        {path("new.pg"), x, Storage::PostgreSQL},
+                        {path("new"), x, static_cast<Storage::Type>(1000)},
+                        {QString(), x, Storage::Native},
+                        {path(QStringLiteral("a\0b.tdb")), x, Storage::Native},
+                        {path(QString(300, u'n') + ".tdb"), x, Storage::Native},
+                        {path(QString(10000, u'n')), x, Storage::Shapefile},
+                        {"/proc/new.tdb", x, Storage::Native},
+                        {"/proc/new", x, Storage::Shapefile}};
     const QStringList before = QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
     for (const Row &row : rows) {
         const int errors = TxGetErrorMsgObj().GetErrorCount();
@@ -125,9 +122,7 @@ struct StorageRow
     QList<Info::Type> holds, refuses;
 };
 
-class CreateKind : public DataFixture, public testing::WithParamInterface<StorageRow>
-{
-};
+using CreateKind = WithRows<DataFixture, StorageRow>;
 
 TEST_P(CreateKind, HoldsOnlyWhatItWillKnowAgain)
 {
@@ -182,30 +177,6 @@ TEST_F(CreateDataSource, ShapefileRefusesWhatItWouldCut)
     EXPECT_FALSE(records->Edit() && records->SetFieldValue("Name", QStringLiteral("äöüßä x")));
     records.reset();
     EXPECT_EQ(vector(reopen("folder"), "Towns")->GetRecordCount(), 1);
-}
-
-TEST_F(CreateDataSource, FromATemplateOfAnotherStorage)
-{
-    CTxDataSource *other = sources.Create(path("other.gpkg"), "other", Storage::GeoPackage);
-    ASSERT_TRUE(other) << lastError();
-    const CTxDataset *roads = other->CreateDataset(definition(
-        "Roads", Info::Line, {CTxFieldInfo("Name", CTxFieldInfo::Text, 9), CTxFieldInfo("Width", CTxFieldInfo::Single)},
-        "EPSG:32610"));
-    ASSERT_TRUE(roads) << lastError();
-    CTxDataSource *source = create();
-    EXPECT_FALSE(source->CreateDatasetFrom("Copy", nullptr, CElemDataEnc::NONE));
-    ASSERT_TRUE(source->CreateDatasetFrom("Copy", roads, CElemDataEnc::STC)) << lastError();
-    const CDatasetVector *copy = vector(source, "Copy");
-    EXPECT_EQ(copy->GetType(), Info::Line);
-    EXPECT_EQ(copy->GetEncType(), CElemDataEnc::STC);
-    EXPECT_FALSE(source->CreateDatasetFrom("Odd", roads, static_cast<CElemDataEnc::encType>(6)));
-    EXPECT_EQ(fieldOf(*copy, "Width").GetType(), CTxFieldInfo::Single);
-    CTxPJCoordSys coordSys;
-    copy->GetProjection(coordSys);
-    EXPECT_EQ(coordSys.GetName(), "WGS 84 / UTM zone 10N");
-    ASSERT_TRUE(source->CreateDatasetFrom("Again", copy, CElemDataEnc::NONE)) << lastError();
-    EXPECT_EQ(vector(source, "Again")->GetFieldCount(), copy->GetFieldCount())
-        << "what the engine keeps is not copied as well";
 }
 
 TEST_F(CreateDataSource, ReadOnlyMeansIt)

@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 
 #include "engine/base/TxVariant.h"
@@ -14,11 +15,6 @@ struct StorageRow
     const char *file;
     bool hasTypes; ///< keeps short numbers, currency, bytes and times
 };
-
-void PrintTo(const StorageRow &row, std::ostream *out)
-{
-    *out << row.file;
-}
 
 class Distinct : public DataFixture, public testing::WithParamInterface<StorageRow>
 {
@@ -97,7 +93,8 @@ TEST_P(Distinct, ValuesOfEveryKindAscendAfterNull)
 INSTANTIATE_TEST_SUITE_P(Storages, Distinct,
                          testing::Values(StorageRow{Storage::Native, "new.tdb", true},
                                          StorageRow{Storage::GeoPackage, "new.gpkg", false},
-                                         StorageRow{Storage::Shapefile, "folder", false}));
+                                         StorageRow{Storage::Shapefile, "folder", false}),
+                         rowNames(&StorageRow::file));
 
 class DistinctOfMany : public DataFixture
 {

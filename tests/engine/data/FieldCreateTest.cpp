@@ -1,6 +1,8 @@
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 
 #include "engine/data/SampleFiles.h"
+#include "engine/projection/TxPJCoordSys.h"
 
 namespace {
 
@@ -17,11 +19,6 @@ struct KeepsRow
     qint32 textBound;                         ///< what a bound of 1000 characters becomes
     int mostFields;                           ///< how many a table can have beside those that are there
 };
-
-void PrintTo(const KeepsRow &row, std::ostream *out)
-{
-    *out << row.file;
-}
 
 class FieldCreate : public DataFixture, public testing::WithParamInterface<KeepsRow>
 {
@@ -108,30 +105,17 @@ TEST_P(FieldCreate, AllOrNoneWhateverIsWrongWithOne)
     const CTxFieldInfo good("Good", Info::Long);
     CTxFieldInfo badDefault("Default", Info::Long);
     badDefault.SetDefault("many");
-    const CTxFieldInfo wrong[] = {
-        {"Bad", 0},
-        {"Bad", -1},
-        {"Bad", 13},
-        {"Bad", 999},
-        badDefault,
-        {"Bad", Info::Text, -1},
-        {"Bad", Info::Numeric, 100000},
-        {"Bad", Info::Text, std::numeric_limits<qint32>::min()},
-        {QString(), Info::Long},
-        {" ", Info::Long},
-        {"a b", Info::Long},
-        {"a\"b", Info::Long},
-        {"a'b", Info::Long},
-        {"a;b", Info::Long},
-        {"1a", Info::Long},
-        {"select", Info::Long},
-        {"🌍", Info::Long},
-        {QString(300, u'n'), Info::Long},
-        {"TxID", Info::Long},
-        {"txarea", Info::Long},
-        {"NAME", Info::Long},
-        good,
-    };
+    CTxFieldInfos wrong = {badDefault,
+                           {"Bad", Info::Text, -1},
+                           {"Bad", Info::Numeric, 100000},
+                           {"Bad", Info::Text, std::numeric_limits<qint32>::min()},
+                           {QString(300, u'n'), Info::Long},
+                           {QString(), Info::Long},
+                           good};
+    for (const qint16 type : {0, -1, 13, 999})
+        wrong.append({"Bad", type});
+    for (const char *name : {" ", "a b", "a\"b", "a'b", "a;b", "1a", "select", "🌍", "TxID", "txarea", "NAME"})
+        wrong.append({name, Info::Long});
     for (const CTxFieldInfo &info : wrong)
         expectRefusal(*points, {good, info});
     CTxFieldInfos many;
@@ -192,54 +176,39 @@ TEST_P(FieldCreate, ATemplateOfAnotherStorageIsCopiedWholeOrRefused)
     }
     const CDatasetVector *roads = vector(reopen(row.file), "Roads");
     EXPECT_EQ(roads->GetType(), CElemDatasetInfo::Line);
+    CTxPJCoordSys coordSys;
+    roads->GetProjection(coordSys);
+    EXPECT_EQ(coordSys.GetType(), CTxPJCoordSys::Projected);
     for (const CTxFieldInfo &info : fields)
         EXPECT_EQ(fieldOf(*roads, info.GetName().toUtf8()).GetType(), becomes(info.GetType())) << info.GetType();
 }
 
+using Changes = QList<std::pair<qint16, qint16>>;
+const Changes ofDatabases = {{Info::Byte, Info::Short},        {Info::Currency, Info::Double},
+                             {Info::Binary, Info::LongBinary}, {Info::GeometryBinary, Info::LongBinary},
+                             {Info::Memo, Info::Text},         {Info::Character, Info::Text},
+                             {Info::Numeric, Info::Double},    {Info::Float, Info::Double}};
+const Changes ofShapefiles = {{Info::Boolean, Info::Long},
+                              {Info::Byte, Info::Long},
+                              {Info::Short, Info::Long},
+                              {Info::Currency, Info::Double},
+                              {Info::Single, Info::Double},
+                              {Info::Binary, -1},
+                              {Info::LongBinary, -1},
+                              {Info::GeometryBinary, -1},
+                              {Info::Memo, Info::Text},
+                              {Info::Character, Info::Text},
+                              {Info::Numeric, Info::Long},
+                              {Info::Float, Info::Double},
+                              {Info::Time, -1}};
+
 INSTANTIATE_TEST_SUITE_P(Storages, FieldCreate,
                          testing::Values(KeepsRow{Storage::Native, "new.tdb", {}, 1000, 1995},
-                                         KeepsRow{Storage::GeoPackage,
-                                                  "new.gpkg",
-                                                  {{Info::Byte, Info::Short},
-                                                   {Info::Currency, Info::Double},
-                                                   {Info::Binary, Info::LongBinary},
-                                                   {Info::GeometryBinary, Info::LongBinary},
-                                                   {Info::Memo, Info::Text},
-                                                   {Info::Character, Info::Text},
-                                                   {Info::Numeric, Info::Double},
-                                                   {Info::Float, Info::Double},
-                                                   {Info::Time, Info::Text}},
-                                                  1000,
-                                                  1996},
-                                         KeepsRow{Storage::SQLite,
-                                                  "new.sqlite",
-                                                  {{Info::Byte, Info::Short},
-                                                   {Info::Currency, Info::Double},
-                                                   {Info::Single, Info::Double},
-                                                   {Info::Binary, Info::LongBinary},
-                                                   {Info::GeometryBinary, Info::LongBinary},
-                                                   {Info::Memo, Info::Text},
-                                                   {Info::Character, Info::Text},
-                                                   {Info::Numeric, Info::Double},
-                                                   {Info::Float, Info::Double}},
-                                                  0,
-                                                  1995},
-                                         KeepsRow{Storage::Shapefile,
-                                                  "folder",
-                                                  {{Info::Boolean, Info::Long},
-                                                   {Info::Byte, Info::Long},
-                                                   {Info::Short, Info::Long},
-                                                   {Info::Currency, Info::Double},
-                                                   {Info::Single, Info::Double},
-                                                   {Info::Binary, -1},
-                                                   {Info::LongBinary, -1},
-                                                   {Info::GeometryBinary, -1},
-                                                   {Info::Memo, Info::Text},
-                                                   {Info::Character, Info::Text},
-                                                   {Info::Numeric, Info::Long},
-                                                   {Info::Float, Info::Double},
-                                                   {Info::Time, -1}},
-                                                  254,
-                                                  2045}));
+                                         KeepsRow{Storage::GeoPackage, "new.gpkg",
+                                                  ofDatabases + Changes{{Info::Time, Info::Text}}, 1000, 1996},
+                                         KeepsRow{Storage::SQLite, "new.sqlite",
+                                                  ofDatabases + Changes{{Info::Single, Info::Double}}, 0, 1995},
+                                         KeepsRow{Storage::Shapefile, "folder", ofShapefiles, 254, 2045}),
+                         rowNames(&KeepsRow::file));
 
 } // namespace

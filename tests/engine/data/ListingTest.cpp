@@ -1,6 +1,5 @@
 #include "engine/data/DataFixture.h"
 #include "engine/data/SampleFiles.h"
-#include "engine/data/TxImagePluginManager.h"
 
 #include <QDir>
 #include <QFile>
@@ -186,34 +185,6 @@ TEST_F(Listing, DelimitedTextsHaveTypedFields)
         ASSERT_TRUE(table->GetFieldInfo(index, info));
         EXPECT_EQ(info.GetType(), types[index]) << index;
     }
-}
-
-TEST_F(Listing, WorldFilesPlaceTheirImages)
-{
-    ASSERT_TRUE(SampleFiles::makeRaster(path("w.png"), "PNG"));
-    QFile::remove(path("w.png.aux.xml"));
-    ASSERT_TRUE(SampleFiles::write(path("w.wld"), "2\n0\n0\n-2\n1001\n2007\n"));
-    const CTxDataSource *source = open(path("w.png"));
-    ASSERT_TRUE(source);
-    EXPECT_EQ(source->GetDatasetAt(0)->GetBounds(), CRect2D(1000, 2000, 1016, 2008));
-}
-
-TEST(ImagePlugins, HoldEveryExtensionOnce)
-{
-    QSet<QString> seen;
-    for (int index = 0; index < CTxImagePluginManager::GetImagePluginCount(); ++index) {
-        const CTxImagePluginDef *definition = CTxImagePluginManager::GetPluginAt(index);
-        ASSERT_TRUE(definition);
-        EXPECT_TRUE(definition->extension.startsWith(u'.'));
-        EXPECT_FALSE(seen.contains(definition->extension)) << definition->extension.toStdString();
-        seen.insert(definition->extension);
-    }
-    for (const char *extension : {".TIF", ".JPG", ".PNG", ".ASC", ".IMG"})
-        EXPECT_TRUE(seen.contains(QLatin1String(extension))) << extension;
-    for (const char *extension : {".GPKG", ".SHP", ".PDF", ".XYZZY"})
-        EXPECT_FALSE(seen.contains(QLatin1String(extension))) << extension;
-    EXPECT_EQ(CTxImagePluginManager::GetPluginAt(-1), nullptr);
-    EXPECT_EQ(CTxImagePluginManager::GetPluginAt(CTxImagePluginManager::GetImagePluginCount()), nullptr);
 }
 
 } // namespace

@@ -1,20 +1,15 @@
 // Records that go from one GeoPackage's table to another as they are stored. That they do is seen by what the driver
 // would not have written itself: a point with bounds before it.
 
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 #include "engine/data/SqliteCheck.h"
 
-#include "engine/geometry/GeoLine.h"
 #include "engine/geometry/GeoPoint.h"
-#include "engine/geometry/GeoRegion.h"
 #include "engine/geometry/GeoText.h"
+#include "engine/geometry/Wkt.h"
 
 #include <QDateTime>
-
-#include <csignal>
-#include <ostream>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -45,19 +40,16 @@ protected:
 
     static std::unique_ptr<CElemGeometry> shape(CElemDatasetInfo::Type type, double at)
     {
-        const std::array corners = {CPoint2D(at, 1), CPoint2D(at + 3, 1), CPoint2D(at + 3, 5.25), CPoint2D(at, 1)};
-        auto line = std::make_unique<CGeoLine>();
-        auto region = std::make_unique<CGeoRegion>();
+        const QByteArray x = QByteArray::number(at, 'g', 17), x3 = QByteArray::number(at + 3, 'g', 17);
+        const QByteArray corners = x + " 1," + x3 + " 1," + x3 + " 5.25";
         switch (type) {
         case CElemDatasetInfo::Tabular:
             return nullptr;
         case CElemDatasetInfo::Line:
-            line->AddSubPolyline(corners.data(), 3);
-            return line;
+            return Wkt::toElement(("LINESTRING (" + corners + ')').toStdString());
         case CElemDatasetInfo::Region:
         case CElemDatasetInfo::CAD:
-            region->AddSubPolygon(corners.data(), 4);
-            return region;
+            return Wkt::toElement(("POLYGON ((" + corners + ',' + x + " 1))").toStdString());
         case CElemDatasetInfo::Text:
             return std::make_unique<CGeoText>(CPoint2D(at, 1), QStringLiteral("Où?"), 30, 2);
         default:
@@ -136,9 +128,7 @@ protected:
     }
 };
 
-class NativeAppendOf : public NativeAppend, public testing::WithParamInterface<CElemDatasetInfo::Type>
-{
-};
+using NativeAppendOf = WithRows<NativeAppend, CElemDatasetInfo::Type>;
 
 /// What arrives is, bit for bit, what was there; and counts, bounds and index tell of it.
 TEST_P(NativeAppendOf, CopiesEveryKindAsItIs)
@@ -212,14 +202,7 @@ struct OddValue
     int places = 2029;   ///< how many records of the target have one then
 };
 
-std::ostream &operator<<(std::ostream &out, const OddValue &odd)
-{
-    return out << odd.sql;
-}
-
-class NativeAppendOdd : public NativeAppend, public testing::WithParamInterface<OddValue>
-{
-};
+using NativeAppendOdd = WithRows<NativeAppend, OddValue>;
 
 TEST_P(NativeAppendOdd, TakesTheGeneralWay)
 {
@@ -258,7 +241,8 @@ INSTANTIATE_TEST_SUITE_P(Values, NativeAppendOdd,
                                          OddValue{"UPDATE data SET whole = 9999999999", nullptr},
                                          OddValue{"UPDATE data SET whole = 1, real = 2, said = 3, "
                                                   "TxGeometry = 'no geometry'",
-                                                  "1|2.0|3", 2028}));
+                                                  "1|2.0|3", 2028}),
+                         rowNames(&OddValue::sql));
 
 /// Within the user's own transaction nothing but the append is taken back, and what the source has not committed comes
 /// along.
@@ -336,46 +320,6 @@ TEST_F(NativeAppend, LetsTriggersOfTheUserAddRecords)
                         "(minx = -whole OR whole = 5)"),
               "2971");
     EXPECT_EQ(query(to)->GetRecordCount(), 3001);
-}
-
-/// The program dies in the middle: the file is as it was.
-TEST_F(NativeAppend, KilledInTheMiddleLeavesTheTargetAsItWas)
-{
-    fill(makeData(make("from")), 20000);
-    fill(makeData(make("to")), 100);
-    sources.CloseAll();
-    const std::string before = state("to.tdb");
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        auto *from = dynamic_cast<CDatasetVector *>(sources.Open(path("from.tdb"), "from")->GetDataset("data"));
-        auto *to = dynamic_cast<CDatasetVector *>(sources.Open(path("to.tdb"), "to")->GetDataset("data"));
-        CTxAppendDef def;
-        const auto wait = [&ready](char word) {
-            (void)!write(ready[1], &word, 1);
-            for (;;)
-                pause();
-            return true;
-        };
-        def.progress = [&](qint64 done, qint64) { return done < 19000 || wait('y'); };
-        CTxRecordset *records = from && from->Open() && to && to->Open() ? from->Query(CTxQueryDef()) : nullptr;
-        (void)(records && to->Append(records, def));
-        wait('n');
-    }
-    char word = 'n';
-    ASSERT_EQ(read(ready[0], &word, 1), 1);
-    EXPECT_EQ(word, 'y');
-    kill(child, SIGKILL);
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    close(ready[0]);
-    close(ready[1]);
-    CDatasetVector *to = vector(open(path("to.tdb")), "data");
-    EXPECT_EQ(to->GetRecordCount(), 100);
-    EXPECT_EQ(state("to.tdb"), before);
-    EXPECT_EQ(SqliteCheck(path("to.tdb")).text("PRAGMA integrity_check"), "ok");
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 
 #include "engine/data/SampleFiles.h"
@@ -14,9 +15,7 @@ namespace {
 
 using Info = CElemDatasetInfo;
 
-class NativeDatabase : public DataFixture
-{
-};
+using NativeDatabase = DataFixture;
 
 TEST_F(NativeDatabase, IsKnownByHeaderCatalogueAndVersion)
 {
@@ -88,9 +87,7 @@ struct KindRow
     const char *systemFields; ///< in order
 };
 
-class NativeKind : public DataFixture, public testing::WithParamInterface<KindRow>
-{
-};
+using NativeKind = WithRows<DataFixture, KindRow>;
 
 TEST_P(NativeKind, IsStillKnownAfterReopening)
 {
@@ -262,18 +259,6 @@ TEST_F(NativeDatabase, TemporaryDatasetsGoWithTheDataSource)
     source = reopen();
     EXPECT_EQ(source->GetDatasetCount(), 1);
     EXPECT_FALSE(source->GetDataset("Scratch_Node"));
-}
-
-TEST_F(NativeDatabase, NamesOfAllScriptsAreKept)
-{
-    const QStringList names = {"Straßen", "道路", "طرق", "_1", QString(63, u'n')};
-    CTxDataSource *source = create();
-    for (const QString &name : names)
-        ASSERT_TRUE(makeVector(source, name)) << name.toStdString();
-    source = reopen();
-    ASSERT_EQ(source->GetDatasetCount(), names.size());
-    for (qint32 i = 0; i < names.size(); ++i)
-        EXPECT_EQ(source->GetDatasetAt(i)->GetName(), names.at(i));
 }
 
 } // namespace

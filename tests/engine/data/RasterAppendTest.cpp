@@ -2,7 +2,6 @@
 
 #include <QImage>
 
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -55,8 +54,7 @@ TEST_F(RasterAppendTest, ResamplesByWhatTheCellsMean)
         {"Float32", Info::Grid, {80, -1}, false, "80 80 - -"}, // what has no data takes no part
         {"Float32", Info::Grid, {0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110}, false, "10 40 70 100"},
         {"Float32", Info::Grid, {0, 10, 20, -1, 40, 50, -1, -1, -1, 90, 100, 110}, false, "10 45 - 100"},
-        {"Int16", Info::Grid, {0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110}, false, "10 40 70 100"},
-    };
+        {"Int16", Info::Grid, {0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110}, false, "10 40 70 100"}};
     for (const ResampleRow &row : rows) {
         SCOPED_TRACE(testing::Message() << row.pixelFormat << " -> " << row.expected);
         CDatasetRaster *target = makeRaster({500000, 100, 500004, 101}, row.pixelFormat, row.kind);
@@ -189,25 +187,23 @@ TEST_F(RasterAppendTest, RefusesWhatCannotBeDone)
     points.write(R"({"type":"Point","coordinates":[1,2]})");
     points.close();
 
-    const RefusalRow rows[] = {
-        {"does not exist", "missing.png"},
-        {"cannot be opened", "a.asc", {}, CDatasetRaster::JPEG},
-        {"do not overlap", "far.asc"},
-        {"no cell of it that holds data", "empty.asc"},
-        {"40000 does not fit into cells of the format Int16", "large.asc"},
-        {"3 bands of values, not 1", "colours.tif"},
-        {"no georeference", "unplaced.tif"},
-        {"complex", "complex.tif"},
-        {"signed bytes", "signed.tif"},
-        {"is cut", "cut.tif"},
-        {"empty file", "nothing.png"},
-        {"cannot be opened", "points.geojson"},
-        {"cannot be opened", ""}, // the folder
-        {"no area", "a.asc", {500004, 100, 500000, 103}},
-        {"no area", "a.asc", {500000, 100, 500000, 103}},
-        {"no area", "a.asc", {none, 100, 500004, 103}},
-        {"no area", "a.asc", {-endless, 100, endless, 103}},
-    };
+    const RefusalRow rows[] = {{"does not exist", "missing.png"},
+                               {"cannot be opened", "a.asc", {}, CDatasetRaster::JPEG},
+                               {"do not overlap", "far.asc"},
+                               {"no cell of it that holds data", "empty.asc"},
+                               {"40000 does not fit into cells of the format Int16", "large.asc"},
+                               {"3 bands of values, not 1", "colours.tif"},
+                               {"no georeference", "unplaced.tif"},
+                               {"complex", "complex.tif"},
+                               {"signed bytes", "signed.tif"},
+                               {"is cut", "cut.tif"},
+                               {"empty file", "nothing.png"},
+                               {"cannot be opened", "points.geojson"},
+                               {"cannot be opened", ""}, // the folder
+                               {"no area", "a.asc", {500004, 100, 500000, 103}},
+                               {"no area", "a.asc", {500000, 100, 500000, 103}},
+                               {"no area", "a.asc", {none, 100, 500004, 103}},
+                               {"no area", "a.asc", {-endless, 100, endless, 103}}};
     for (const RefusalRow &row : rows) {
         EXPECT_FALSE(grid->Append(path(row.file), row.bounds, row.type)) << row.file;
         EXPECT_NE(lastError().find(row.why), std::string::npos) << row.file << ": " << lastError();

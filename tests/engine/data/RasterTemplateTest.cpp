@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "engine/data/RasterAppendFixture.h"
 #include "engine/geometry/GeoPoint.h"
 #include "engine/projection/TxPJCoordSys.h"
@@ -20,11 +21,6 @@ struct TemplateRow
     Info::Type kind;
 };
 
-void PrintTo(const TemplateRow &row, std::ostream *out)
-{
-    *out << row.label;
-}
-
 const TemplateRow templateRows[] = {
     {"grey", GDT_Byte, 1, false, false, {}, nullptr, "Byte", 2, Info::Image},
     {"colours", GDT_Byte, 3, false, false, {}, nullptr, "Byte", 4, Info::Image},
@@ -36,12 +32,9 @@ const TemplateRow templateRows[] = {
     {"fine numbers", GDT_Float64, 1, false, false, {}, "not as “Float64”", "", 0, Info::Grid},
     {"near infrared", GDT_Byte, 4, false, false, {}, "no alpha band", "", 0, Info::Image},
     {"many bands", GDT_Byte, 7, false, false, {}, "can have 4 bands", "", 0, Info::Image},
-    {"deep colours", GDT_UInt16, 3, false, false, {}, "bytes as cells", "", 0, Info::Image},
-};
+    {"deep colours", GDT_UInt16, 3, false, false, {}, "bytes as cells", "", 0, Info::Image}};
 
-class RasterTemplate : public RasterAppendFixture, public testing::WithParamInterface<TemplateRow>
-{
-};
+using RasterTemplate = WithRows<RasterAppendFixture, TemplateRow>;
 
 TEST_P(RasterTemplate, BecomesADatasetThatHoldsItsCells)
 {
@@ -102,7 +95,7 @@ TEST_P(RasterTemplate, BecomesADatasetThatHoldsItsCells)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, RasterTemplate, testing::ValuesIn(templateRows));
+INSTANTIATE_TEST_SUITE_P(All, RasterTemplate, testing::ValuesIn(templateRows), rowNames(&TemplateRow::label));
 
 /// Such a dataset passes for one in the system that its neighbours have; its copy elsewhere must not.
 TEST_F(RasterAppendFixture, WhatHasNoCoordinateSystemIsCopiedWithoutOne)

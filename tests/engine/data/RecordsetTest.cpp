@@ -1,10 +1,10 @@
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 #include "engine/geometry/GeoPoint.h"
 
 #include <algorithm>
 #include <gdal_priv.h>
 #include <ogrsf_frmts.h>
-#include <ostream>
 
 namespace {
 
@@ -15,11 +15,6 @@ struct StorageRow
     const char *driver;
     const char *file;
 };
-
-void PrintTo(const StorageRow &row, std::ostream *out)
-{
-    *out << row.title;
-}
 
 /// "towns" (points: name, country, people, since) and "countries" (a table: code, name), where two fields share a name.
 bool makeTowns(const QString &path, const char *driverName)
@@ -274,7 +269,8 @@ TEST_P(Recordsets, DieWithTheirDatasetAndAreRefusedThen)
 INSTANTIATE_TEST_SUITE_P(Storages, Recordsets,
                          testing::Values(StorageRow{"statement on GeoPackage", "GPKG", "towns.gpkg"},
                                          StorageRow{"layer of shapefiles", "ESRI Shapefile", "towns"},
-                                         StorageRow{"layer of SQLite", "SQLite", "towns.sqlite"}));
+                                         StorageRow{"layer of SQLite", "SQLite", "towns.sqlite"}),
+                         rowNames(&StorageRow::title));
 
 class AnyOrder : public DataFixture
 {

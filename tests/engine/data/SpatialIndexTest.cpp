@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 #include "engine/data/SqliteCheck.h"
 
@@ -67,7 +68,7 @@ protected:
         EXPECT_EQ(db.text("SELECT count(*) FROM tree"), std::to_string(boxes.size()));
         std::mt19937 random(11);
         std::uniform_real_distribution<double> unit(-1.0, 1.0);
-        for (int i = 0; i < 40; ++i) {
+        for (int i = 0; i < 12; ++i) {
             OGREnvelope window;
             window.MinX = unit(random) * (GetParam().spread + 1);
             window.MinY = unit(random) * (GetParam().spread + 1);
@@ -134,7 +135,7 @@ INSTANTIATE_TEST_SUITE_P(Trees, PackedTree,
                                          TreeCase{"Overlapping", 5000, 10, 100, false},
                                          TreeCase{"OnePlace", 5000, 0, 0, false},
                                          TreeCase{"Outliers", 5000, 1000, 5, true}),
-                         [](const testing::TestParamInfo<TreeCase> &row) { return row.param.name; });
+                         rowNames(&TreeCase::name));
 
 TEST(PackedTreeForm, OtherTreesAreLeftToSqlite)
 {

@@ -1,5 +1,4 @@
 #include "engine/data/DataFixture.h"
-#include "engine/data/SqliteCheck.h"
 
 #include "engine/geometry/GeoPoint.h"
 
@@ -91,29 +90,6 @@ TEST_F(Transaction, CommitLastsAndClosingTakesTheRestBack)
     towns = vector(reopen(), "Towns");
     EXPECT_EQ(towns->GetRecordCount(), 100);
     EXPECT_EQ(towns->GetBounds(), CRect2D(1, 0, 100, 0));
-}
-
-TEST_F(Transaction, SeesTheSpatialIndexKeepUp)
-{
-    CTxDataSource *source = create();
-    CDatasetVector *towns = makeVector(source, "Towns");
-    ASSERT_TRUE(source->BeginTrans() && addPoints(towns, 0, 20000)) << lastError();
-    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 100) << "within the transaction";
-    RecordsetPtr records = query(towns, "Size = 150");
-    const CGeoPoint away(150, 50);
-    ASSERT_TRUE(records->Edit() && records->SetGeometry(&away) && records->Update()) << lastError();
-    records = query(towns, "Size = 151");
-    ASSERT_TRUE(records->Delete()) << lastError();
-    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 98);
-    EXPECT_EQ(countWithin(towns, CRect2D(149, 49, 151, 51)), 1);
-    records.reset();
-    ASSERT_TRUE(source->CommitTrans()) << lastError();
-    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 98);
-    ASSERT_TRUE(addPoints(towns, 110, 5)) << lastError();
-    towns = vector(reopen(), "Towns");
-    EXPECT_EQ(countWithin(towns, CRect2D(100, -1, 199.5, 1)), 103);
-
-    EXPECT_EQ(SqliteCheck(path("new.tdb")).text("SELECT rtreecheck('rtree_Towns_TxGeometry')"), "ok");
 }
 
 /// Another process writes and is killed in the middle; what it had committed is there, and nothing else.

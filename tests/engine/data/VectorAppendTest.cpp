@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "engine/data/DataFixture.h"
 #include "engine/data/SampleFiles.h"
 
@@ -8,7 +9,6 @@
 #include <QDir>
 
 #include <csignal>
-#include <ostream>
 #include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,11 +24,6 @@ struct Storage
     const char *file; // of the datasource
     Type type;
 };
-
-std::ostream &operator<<(std::ostream &out, const Storage &storage)
-{
-    return out << storage.name;
-}
 
 class VectorAppendTo : public DataFixture, public testing::WithParamInterface<Storage>
 {
@@ -258,6 +253,6 @@ INSTANTIATE_TEST_SUITE_P(Storages, VectorAppendTo,
                                          Storage{"GeoPackage", "to.gpkg", CTxDataSourceStorage::GeoPackage},
                                          Storage{"Shapefile", "to", CTxDataSourceStorage::Shapefile},
                                          Storage{"SQLite", "to.sqlite", CTxDataSourceStorage::SQLite}),
-                         [](const auto &row) { return row.param.name; });
+                         rowNames(&Storage::name));
 
 } // namespace

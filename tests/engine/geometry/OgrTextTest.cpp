@@ -1,4 +1,5 @@
 #include "engine/geometry/OgrText.h"
+#include "Rows.h"
 
 #include <gtest/gtest.h>
 
@@ -13,21 +14,17 @@ struct LabelCase
     double angle;
 };
 
-class OgrTextTest : public testing::TestWithParam<LabelCase>
-{
-};
+using OgrTextTest = testing::TestWithParam<LabelCase>;
 
-const LabelCase labelCases[] = {
-    {"Ground", R"(LABEL(f:"Arial",t:"A b",s:2.5g,a:30,c:#ff0000))", "A b", 2.5, 30},
-    {"PointsAreNoHeight", R"(LABEL(t:"A",s:12pt))", "A", 0, 0},
-    {"MillimetresAreNoHeight", R"(LABEL(t:"A",s:3mm))", "A", 0, 0},
-    {"WithoutSize", R"(LABEL(t:"A"))", "A", 0, 0},
-    {"BehindAPen", R"(PEN(c:#000000);LABEL(t:"A",s:1g))", "A", 1, 0},
-    {"PenAlone", R"(PEN(c:#000000))", nullptr, 0, 0},
-    {"LabelWithoutText", R"(LABEL(s:1g))", nullptr, 0, 0},
-    {"Cut", R"(LABEL(t:"A)", "A", 0, 0},
-    {"Empty", "", nullptr, 0, 0},
-};
+const LabelCase labelCases[] = {{"Ground", R"(LABEL(f:"Arial",t:"A b",s:2.5g,a:30,c:#ff0000))", "A b", 2.5, 30},
+                                {"PointsAreNoHeight", R"(LABEL(t:"A",s:12pt))", "A", 0, 0},
+                                {"MillimetresAreNoHeight", R"(LABEL(t:"A",s:3mm))", "A", 0, 0},
+                                {"WithoutSize", R"(LABEL(t:"A"))", "A", 0, 0},
+                                {"BehindAPen", R"(PEN(c:#000000);LABEL(t:"A",s:1g))", "A", 1, 0},
+                                {"PenAlone", R"(PEN(c:#000000))", nullptr, 0, 0},
+                                {"LabelWithoutText", R"(LABEL(s:1g))", nullptr, 0, 0},
+                                {"Cut", R"(LABEL(t:"A)", "A", 0, 0},
+                                {"Empty", "", nullptr, 0, 0}};
 
 } // namespace
 
@@ -46,5 +43,4 @@ TEST_P(OgrTextTest, SaysWhatTheStyleSays)
     EXPECT_EQ(text.GetAnchor().GetZ(), 3.0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Labels, OgrTextTest, testing::ValuesIn(labelCases),
-                         [](const auto &param) { return std::string(param.param.name); });
+INSTANTIATE_TEST_SUITE_P(Labels, OgrTextTest, testing::ValuesIn(labelCases), rowNames(&LabelCase::name));

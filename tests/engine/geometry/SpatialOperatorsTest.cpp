@@ -1,25 +1,12 @@
+#include "Rows.h"
 #include "engine/geometry/TxSpatialOperators.h"
 
-#include "engine/geometry/GeoCompound.h"
-#include "engine/geometry/GeoLine.h"
 #include "engine/geometry/GeoRegion.h"
-#include "engine/geometry/OgrGeometry.h"
-
-#include <gtest/gtest.h>
-#include <ogr_geometry.h>
+#include "engine/geometry/Wkt.h"
 
 #include <limits>
-#include <string>
 
 namespace {
-
-std::unique_ptr<CElemGeometry> element(const char *wkt)
-{
-    OGRGeometry *geometry = nullptr;
-    EXPECT_EQ(OGRGeometryFactory::createFromWkt(wkt, nullptr, &geometry), OGRERR_NONE) << wkt;
-    const std::unique_ptr<OGRGeometry> owner(geometry);
-    return OgrGeometry::fromOgr(geometry);
-}
 
 constexpr char square[] = "POLYGON ((0 0,10 0,10 10,0 10,0 0))";
 constexpr char ring[] = "POLYGON ((0 0,10 0,10 10,0 10,0 0),(2 2,2 8,8 8,8 2,2 2))";
@@ -31,14 +18,12 @@ struct AreaRow
     bool overlap;
 };
 
-class AreaIntersect : public testing::TestWithParam<AreaRow>
-{
-};
+using AreaIntersect = testing::TestWithParam<AreaRow>;
 
 TEST_P(AreaIntersect, AsksForCommonInterior)
 {
-    const auto a = element(GetParam().a);
-    const auto b = element(GetParam().b);
+    const auto a = Wkt::toElement(GetParam().a);
+    const auto b = Wkt::toElement(GetParam().b);
     EXPECT_EQ(CTxSpatialOperators::IsAreaIntersect(a.get(), b.get()), GetParam().overlap);
     EXPECT_EQ(CTxSpatialOperators::IsAreaIntersect(b.get(), a.get()), GetParam().overlap);
 }
@@ -64,13 +49,13 @@ INSTANTIATE_TEST_SUITE_P(
                     AreaRow{"Faces", "TIN Z (((0 0 1,1 0 1,0 1 1,0 0 1)),((1 0 1,1 1 2,0 1 1,1 0 1)))",
                             "POLYGON ((0.6 0.6,0.9 0.6,0.9 0.9,0.6 0.6))", true},
                     AreaRow{"Empty", square, "POLYGON EMPTY", false}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowNames(&AreaRow::name));
 
 TEST(SpatialOperators, LeaveOutWhatCannotBeReckonedWith)
 {
     constexpr double noValue = std::numeric_limits<double>::quiet_NaN();
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    const auto other = element(square);
+    const auto other = Wkt::toElement(square);
     const CPoint2D corners[] = {{1, 1}, {noValue, 2}, {3, 1}, {3, -infinity}, {1e160, 2}, {3, 3}};
     CGeoRegion region;
     region.MakePolygon(corners, 6);

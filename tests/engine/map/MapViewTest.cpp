@@ -16,13 +16,11 @@ TEST(MapView, FittingShowsAllInTheMiddle)
         CRect2D bounds;
         double scale;
     };
-    const Row rows[] = {
-        {"wide", CRect2D(0, 0, 760, 100), 2.0},
-        {"high", CRect2D(0, 0, 10, 900), 5.0},
-        {"a line without height", CRect2D(-190, 7, 190, 7), 1.0},
-        {"a point", CRect2D(500, 100, 500, 100), 1.0 / 380},
-        {"the origin", CRect2D(0, 0, 0, 0), 0.002 / 380},
-    };
+    const Row rows[] = {{"wide", CRect2D(0, 0, 760, 100), 2.0},
+                        {"high", CRect2D(0, 0, 10, 900), 5.0},
+                        {"a line without height", CRect2D(-190, 7, 190, 7), 1.0},
+                        {"a point", CRect2D(500, 100, 500, 100), 1.0 / 380},
+                        {"the origin", CRect2D(0, 0, 0, 0), 0.002 / 380}};
     for (const Row &row : rows) {
         const MapView view = MapView::fitting(row.bounds, size, 10);
         EXPECT_NEAR(view.scale(), row.scale, row.scale * 1e-12) << row.name;
@@ -39,15 +37,6 @@ TEST(MapView, FittingNothingOrTheInfiniteGivesAUsableView)
         EXPECT_EQ(view.scale(), 1.0);
         EXPECT_EQ(view.center(), CPoint2D());
     }
-}
-
-TEST(MapView, PixelsGoDownWhileTheMapGoesUp)
-{
-    const MapView view(CPoint2D(100, 50), 0.5, size);
-    EXPECT_EQ(view.toPixel(CPoint2D(100, 50)), QPointF(200, 100));
-    EXPECT_EQ(view.toPixel(CPoint2D(101, 51)), QPointF(202, 98));
-    EXPECT_EQ(view.toMap(QPointF(0, 0)), CPoint2D(0, 100));
-    EXPECT_EQ(view.bounds(), CRect2D(0, 0, 200, 100));
 }
 
 TEST(MapView, ZoomStopsAtTheEndsAndIgnoresNonsense)

@@ -11,9 +11,7 @@
 
 namespace {
 
-class MapWndLifetime : public MapWndFixture
-{
-};
+using MapWndLifetime = MapWndFixture;
 
 TEST_F(MapWndLifetime, EventsGetThroughWhileAHugeLayerIsDrawn)
 {
@@ -25,7 +23,7 @@ TEST_F(MapWndLifetime, EventsGetThroughWhileAHugeLayerIsDrawn)
         longest = std::max(longest, sinceTick.restart());
         ++ticks;
     });
-    ASSERT_TRUE(beginDrawing(250));
+    ASSERT_TRUE(beginDrawing(150));
     sinceTick.start();
     ticker.start(0);
     ASSERT_TRUE(waitForDrawing());
@@ -75,19 +73,17 @@ TEST_F(MapWndLifetime, NothingDeadIsReadWhenTheHostForgetsToTell)
         const char *name;
         std::function<void()> act;
     };
-    const Row rows[] = {
-        {"dataset closed", [&] { vector("grid")->Close(); }},
-        {"dataset closed and opened again",
-         [&] {
-             vector("grid")->Close();
-             vector("grid")->Open();
-         }},
-        {"datasource closed", [&] { workspace.GetDataSources().Close("grid"); }},
-        {"datasource under another alias", [&] { workspace.GetDataSources().Rename("grid", "x"); }},
-        {"layer removed", [&] { map->GetLayers().Remove(0); }},
-        {"map removed", [&] { workspace.GetMaps().Remove("Map"); }},
-        {"workspace closed", [&] { workspace.Close(); }},
-    };
+    const Row rows[] = {{"dataset closed", [&] { vector("grid")->Close(); }},
+                        {"dataset closed and opened again",
+                         [&] {
+                             vector("grid")->Close();
+                             vector("grid")->Open();
+                         }},
+                        {"datasource closed", [&] { workspace.GetDataSources().Close("grid"); }},
+                        {"datasource under another alias", [&] { workspace.GetDataSources().Rename("grid", "x"); }},
+                        {"layer removed", [&] { map->GetLayers().Remove(0); }},
+                        {"map removed", [&] { workspace.GetMaps().Remove("Map"); }},
+                        {"workspace closed", [&] { workspace.Close(); }}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         workspace.Close();

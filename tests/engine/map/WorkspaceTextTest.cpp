@@ -7,15 +7,13 @@ namespace {
 
 TEST(XmlText, EveryTextComesBack)
 {
-    const QString texts[] = {
-        QString(),
-        "plain < > & \" ' text",
-        "line\nend\ttab\rreturn",
-        "_x0041_ _x005F_x0041_ _x005f_ _x_ _x00 _x0x41_",
-        QString(QChar(u'\0')) + QChar(u'\x01') + QChar(u'\x1f') + QChar(u'\xffff'),
-        QString(QChar(u'\xd800')) + u'a' + QChar(u'\xdc00'), // halves of pairs on their own
-        "\U0001F5FA \u202Eright to left",
-    };
+    const QString texts[] = {QString(),
+                             "plain < > & \" ' text",
+                             "line\nend\ttab\rreturn",
+                             "_x0041_ _x005F_x0041_ _x005f_ _x_ _x00 _x0x41_",
+                             QString(QChar(u'\0')) + QChar(u'\x01') + QChar(u'\x1f') + QChar(u'\xffff'),
+                             QString(QChar(u'\xd800')) + u'a' + QChar(u'\xdc00'), // halves of pairs on their own
+                             "\U0001F5FA \u202Eright to left"};
     for (const QString &text : texts)
         EXPECT_EQ(TxXmlText::decode(TxXmlText::encode(text)), text) << qPrintable(text);
 }
@@ -31,9 +29,7 @@ struct PathRow
     const char *name, *path, *stored;
 };
 
-class PortablePath : public testing::TestWithParam<PathRow>
-{
-};
+using PortablePath = testing::TestWithParam<PathRow>;
 
 TEST_P(PortablePath, GoesThereAndBack)
 {
@@ -78,8 +74,7 @@ TEST(PortablePath, PasswordsAreTakenOut)
         {"MSSQL:server=s;database=d;pwd=p;", "MSSQL:server=s;database=d;"},
         {"postgresql://ada:secret@db:5432/gis", "postgresql://ada@db:5432/gis"},
         {"PG:dbname=passwords user=pwd", "PG:dbname=passwords user=pwd"},
-        {"/home/ada/password=1.tdb", "/home/ada/password=1.tdb"},
-    };
+        {"/home/ada/password=1.tdb", "/home/ada/password=1.tdb"}};
     for (const auto &[connection, expected] : rows) {
         QString result = TxPortablePath::withoutPassword(connection);
         EXPECT_FALSE(result.contains("secret")) << connection;

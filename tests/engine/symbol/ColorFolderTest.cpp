@@ -14,40 +14,6 @@ CTxColorFolder folderOf(const QList<COLORREF> &colors)
     return folder;
 }
 
-TEST(ColorFolder, GradientsHaveExactEndsAndAreMonotoneBetween)
-{
-    struct Row
-    {
-        QList<COLORREF> through;
-        qint32 count;
-    };
-    const Row rows[] = {
-        {{0x0000FF, 0xFF0000}, 2},    {{0x0000FF, 0xFF0000}, 3},
-        {{0x010203, 0x030201}, 255},  {{0x000000, 0xFFFFFF, 0x102030}, 7},
-        {{0xFF, 0x00, 0xFF}, 100001}, {{0x123456}, 5},
-        {{1, 2, 3, 4, 5, 6}, 3},
-    };
-    for (const Row &row : rows) {
-        CTxColorFolder ramp;
-        ASSERT_EQ(ramp.MakeGradient(row.count, folderOf(row.through)), row.count);
-        ASSERT_EQ(ramp.GetCount(), row.count);
-        EXPECT_EQ(ramp.GetAt(0), row.through.first());
-        EXPECT_EQ(ramp.GetAt(row.count - 1), row.through.last());
-        const auto pieces = row.through.size() - 1;
-        for (const auto part : {TxColorRef::red, TxColorRef::green, TxColorRef::blue}) {
-            for (qint32 i = 1; i < row.count; ++i) {
-                const qint64 piece =
-                    std::min<qint64>(qint64(i) * pieces / (row.count - 1), std::max<qint64>(pieces - 1, 0));
-                if (qint64(i - 1) * pieces / (row.count - 1) != piece || pieces == 0)
-                    continue; // not both of one piece
-                const int step = part(ramp.GetAt(i)) - part(ramp.GetAt(i - 1));
-                const int whole = part(row.through[piece + 1]) - part(row.through[piece]);
-                EXPECT_GE(step * whole, 0) << i;
-            }
-        }
-    }
-}
-
 TEST(ColorFolder, GradientsRoundToTheNearest)
 {
     CTxColorFolder ramp;

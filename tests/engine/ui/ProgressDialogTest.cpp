@@ -22,14 +22,12 @@ struct FormatCase
 
 TEST(ProgressDialog, MessagesHavePlacesForArguments)
 {
-    const FormatCase cases[] = {
-        {"Dealing with the %dst record", {"7"}, "Dealing with the 7st record"},
-        {"%2 before %1, %% and %s", {"a", "b"}, "b before a, % and a"},
-        {"%d of %d, %s", {"1", "2"}, "1 of 2, %s"},
-        {"%1%2", {"%2", "x"}, "%2x"}, // what stands in an argument is no place
-        {"100%", {"1"}, "100%"},
-        {"%q %9 %", {"1"}, "%q %9 %"},
-    };
+    const FormatCase cases[] = {{"Dealing with the %dst record", {"7"}, "Dealing with the 7st record"},
+                                {"%2 before %1, %% and %s", {"a", "b"}, "b before a, % and a"},
+                                {"%d of %d, %s", {"1", "2"}, "1 of 2, %s"},
+                                {"%1%2", {"%2", "x"}, "%2x"}, // what stands in an argument is no place
+                                {"100%", {"1"}, "100%"},
+                                {"%q %9 %", {"1"}, "%q %9 %"}};
     for (const FormatCase &c : cases)
         EXPECT_EQ(CTxDlgProgress::Format(c.pattern, c.args).toStdString(), c.expected) << c.pattern;
     CTxDlgProgress dialog;
@@ -42,18 +40,16 @@ TEST(ProgressDialog, MessagesHavePlacesForArguments)
 
 TEST(ProgressDialog, TellsTheTimeThatIsLeftInRoundNumbers)
 {
-    const std::pair<double, const char *> cases[] = {
-        {0, "About 5 s left"},
-        {12, "About 15 s left"},
-        {55, "About 55 s left"},
-        {58, "About 1 min left"},
-        {95, "About 2 min left"},
-        {3500, "About 58 min left"},
-        {3599, "About 1 h left"},
-        {2.4 * 3600, "About 2 h left"},
-        {-1, ""},
-        {1e300, ""},
-    };
+    const std::pair<double, const char *> cases[] = {{0, "About 5 s left"},
+                                                     {12, "About 15 s left"},
+                                                     {55, "About 55 s left"},
+                                                     {58, "About 1 min left"},
+                                                     {95, "About 2 min left"},
+                                                     {3500, "About 58 min left"},
+                                                     {3599, "About 1 h left"},
+                                                     {2.4 * 3600, "About 2 h left"},
+                                                     {-1, ""},
+                                                     {1e300, ""}};
     for (const auto &[seconds, expected] : cases)
         EXPECT_EQ(CTxDlgProgress::TimeLeftText(seconds).toStdString(), expected) << seconds;
     EXPECT_EQ(CTxDlgProgress::TimeLeftText(std::numeric_limits<double>::quiet_NaN()), QString());
