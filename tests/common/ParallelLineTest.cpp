@@ -46,59 +46,54 @@ void expectLines(const std::vector<LineRow> &rows)
 
 TEST(ParallelLine, JoinsItsSegments)
 {
-    expectLines({
-        {"one segment", {{0, 0}, {10, 0}}, 1, {{0, 1}, {10, 1}}},
-        {"left of a left turn", {{0, 0}, {10, 0}, {10, 10}}, 1, {{0, 1}, {9, 1}, {9, 10}}},
-        {"right of a left turn", {{0, 0}, {10, 0}, {10, 10}}, -1, {{0, -1}, {11, -1}, {11, 10}}},
-        {"straight on", {{0, 0}, {4, 0}, {10, 0}}, 2, {{0, 2}, {4, 2}, {10, 2}}},
-        {"mitre of 4.6", {{0, 0}, {10, 0}, {-67, 36}}, -1, {{0, -1}, {14.5, -1}, {-67 + 36. / 85, 36 + 77. / 85}}},
-        {"bevel in place of a mitre of 5.1",
-         {{0, 0}, {24, 0}, {0, 10}},
-         -1,
-         {{0, -1}, {24, -1}, {24 + 5. / 13, 12. / 13}, {5. / 13, 10 + 12. / 13}}},
-        {"within the same turn", {{0, 0}, {24, 0}, {0, 10}}, 1, {{0, 1}, {19, 1}, {-5. / 13, 10 - 12. / 13}}},
-        {"bevel where a leg is too short for it",
-         {{0, 0}, {24, 0}, {20.4, 1.5}},
-         1,
-         {{0, 1}, {24, 1}, {24 - 5. / 13, -12. / 13}, {20.4 - 5. / 13, 1.5 - 12. / 13}}},
-        {"doubled back", {{0, 0}, {10, 0}, {5, 0}}, 1, {{0, 1}, {10, 1}, {10, -1}, {5, -1}}},
-        {"narrower than the distance", {{0, 0}, {10, 0}, {10, 1}, {20, 1}}, 3, {{0, 3}, {7, 3}, {7, 4}, {20, 4}}},
-    });
+    expectLines(
+        {{"one segment", {{0, 0}, {10, 0}}, 1, {{0, 1}, {10, 1}}},
+         {"left of a left turn", {{0, 0}, {10, 0}, {10, 10}}, 1, {{0, 1}, {9, 1}, {9, 10}}},
+         {"right of a left turn", {{0, 0}, {10, 0}, {10, 10}}, -1, {{0, -1}, {11, -1}, {11, 10}}},
+         {"straight on", {{0, 0}, {4, 0}, {10, 0}}, 2, {{0, 2}, {4, 2}, {10, 2}}},
+         {"mitre of 4.6", {{0, 0}, {10, 0}, {-67, 36}}, -1, {{0, -1}, {14.5, -1}, {-67 + 36. / 85, 36 + 77. / 85}}},
+         {"bevel in place of a mitre of 5.1",
+          {{0, 0}, {24, 0}, {0, 10}},
+          -1,
+          {{0, -1}, {24, -1}, {24 + 5. / 13, 12. / 13}, {5. / 13, 10 + 12. / 13}}},
+         {"within the same turn", {{0, 0}, {24, 0}, {0, 10}}, 1, {{0, 1}, {19, 1}, {-5. / 13, 10 - 12. / 13}}},
+         {"bevel where a leg is too short for it",
+          {{0, 0}, {24, 0}, {20.4, 1.5}},
+          1,
+          {{0, 1}, {24, 1}, {24 - 5. / 13, -12. / 13}, {20.4 - 5. / 13, 1.5 - 12. / 13}}},
+         {"doubled back", {{0, 0}, {10, 0}, {5, 0}}, 1, {{0, 1}, {10, 1}, {10, -1}, {5, -1}}},
+         {"narrower than the distance", {{0, 0}, {10, 0}, {10, 1}, {20, 1}}, 3, {{0, 3}, {7, 3}, {7, 4}, {20, 4}}}});
 }
 
 TEST(ParallelLine, SkipsSegmentsWithoutLength)
 {
-    expectLines({
-        {"repeated points",
-         {{0, 0}, {0, 0}, {10, 0}, {10, 0}, {10, 0}, {10, 10}, {10, 10}},
-         1,
-         {{0, 1}, {9, 1}, {9, 10}}},
-        {"begins where the first segment does", {{1e-6, 3e-6}, {0, 0}, {10, 0}}, 1, {{0, 1}, {10, 1}}},
-        {"ends where the last segment does", {{0, 0}, {10, 0}, {10, 5e-6}}, 1, {{0, 1}, {10, 1}}},
-        {"a step keeps both sides at their distance",
-         {{0, 0}, {10, 0}, {10, 8e-6}, {20, 8e-6}},
-         1,
-         {{0, 1}, {10, 1}, {10, 1 + 8e-6}, {20, 1 + 8e-6}}},
-        {"longer than that", {{0, 0}, {2e-5, 0}}, 1, {{0, 1}, {2e-5, 1}}},
-    });
+    expectLines({{"repeated points",
+                  {{0, 0}, {0, 0}, {10, 0}, {10, 0}, {10, 0}, {10, 10}, {10, 10}},
+                  1,
+                  {{0, 1}, {9, 1}, {9, 10}}},
+                 {"begins where the first segment does", {{1e-6, 3e-6}, {0, 0}, {10, 0}}, 1, {{0, 1}, {10, 1}}},
+                 {"ends where the last segment does", {{0, 0}, {10, 0}, {10, 5e-6}}, 1, {{0, 1}, {10, 1}}},
+                 {"a step keeps both sides at their distance",
+                  {{0, 0}, {10, 0}, {10, 8e-6}, {20, 8e-6}},
+                  1,
+                  {{0, 1}, {10, 1}, {10, 1 + 8e-6}, {20, 1 + 8e-6}}},
+                 {"longer than that", {{0, 0}, {2e-5, 0}}, 1, {{0, 1}, {2e-5, 1}}}});
 }
 
 TEST(ParallelLine, ClosedLinesBeginBesideTheirFirstVertex)
 {
     const CPoint2Ds square{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
-    expectLines({
-        {"outside", square, -1, {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}},
-        {"inside", square, 1, {{0, 1}, {9, 1}, {9, 9}, {1, 9}, {1, 1}, {0, 1}}},
-        {"from the middle of a side",
-         {{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {5, 0}},
-         1,
-         {{5, 1}, {9, 1}, {9, 9}, {1, 9}, {1, 1}, {5, 1}}},
-        {"there and back", {{0, 0}, {10, 0}, {0, 0}}, 1, {{0, 1}, {10, 1}, {10, -1}, {0, -1}, {0, 1}}},
-        {"closed but for rounding",
-         {{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 1e-11}},
-         -1,
-         {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}},
-    });
+    expectLines({{"outside", square, -1, {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}},
+                 {"inside", square, 1, {{0, 1}, {9, 1}, {9, 9}, {1, 9}, {1, 1}, {0, 1}}},
+                 {"from the middle of a side",
+                  {{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {5, 0}},
+                  1,
+                  {{5, 1}, {9, 1}, {9, 9}, {1, 9}, {1, 1}, {5, 1}}},
+                 {"there and back", {{0, 0}, {10, 0}, {0, 0}}, 1, {{0, 1}, {10, 1}, {10, -1}, {0, -1}, {0, 1}}},
+                 {"closed but for rounding",
+                  {{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 1e-11}},
+                  -1,
+                  {{0, -1}, {11, -1}, {11, 11}, {-1, 11}, {-1, -1}, {0, -1}}}});
     // The join at the closing vertex: a bevel, and none on a slanted side.
     expectNear(parallel({{24, 0}, {0, 10}, {0, 0}, {24, 0}}, -1),
                {{24 + 5. / 13, 12. / 13}, {-1, 11.5}, {-1, -1}, {24, -1}, {24 + 5. / 13, 12. / 13}}, 1e-12);
@@ -116,21 +111,19 @@ TEST(ParallelLine, RefusesWhatHasNoParallel)
         const char *name;
         CPoint2Ds points;
         double distance;
-    } rows[] = {
-        {"no point", {}, 1},
-        {"one point", {{0, 0}}, 1},
-        {"a distance of nothing", good, 0},
-        {"hardly a distance", good, -1e-11},
-        {"distance not a number", good, nan},
-        {"infinite distance", good, -infinite},
-        {"distance whose square overflows", good, 1e200},
-        {"points of one place", {{3, 4}, {3, 4}, {3, 4 + 1e-6}}, 1},
-        {"first not a number", {{nan, 0}, {10, 0}, {20, 0}}, 1},
-        {"middle not a number", {{0, 0}, {10, nan}, {20, 0}}, 1},
-        {"last infinite", {{0, 0}, {10, 0}, {infinite, 0}}, 1},
-        {"infinite side by side", {{0, 0}, {infinite, 0}, {infinite, 0}}, 1},
-        {"length overflows", {{-1e200, 0}, {1e200, 0}}, 1},
-    };
+    } rows[] = {{"no point", {}, 1},
+                {"one point", {{0, 0}}, 1},
+                {"a distance of nothing", good, 0},
+                {"hardly a distance", good, -1e-11},
+                {"distance not a number", good, nan},
+                {"infinite distance", good, -infinite},
+                {"distance whose square overflows", good, 1e200},
+                {"points of one place", {{3, 4}, {3, 4}, {3, 4 + 1e-6}}, 1},
+                {"first not a number", {{nan, 0}, {10, 0}, {20, 0}}, 1},
+                {"middle not a number", {{0, 0}, {10, nan}, {20, 0}}, 1},
+                {"last infinite", {{0, 0}, {10, 0}, {infinite, 0}}, 1},
+                {"infinite side by side", {{0, 0}, {infinite, 0}, {infinite, 0}}, 1},
+                {"length overflows", {{-1e200, 0}, {1e200, 0}}, 1}};
     for (const auto &row : rows) {
         CPoint2Ds out{{7, 7}};
         EXPECT_FALSE(
