@@ -19,15 +19,6 @@ Node richNode()
     return node;
 }
 
-TEST(OleDataNode, BytesGiveTheSameNode)
-{
-    for (const Node &node : {richNode(), Node()}) {
-        Node read;
-        ASSERT_TRUE(Node::decode(node.encode(), read));
-        EXPECT_TRUE(read == node);
-    }
-}
-
 /// The layout is a contract with other processes. The first entry is the one that the constructor makes.
 TEST(OleDataNode, LayoutIsFixedAndLittleEndian)
 {

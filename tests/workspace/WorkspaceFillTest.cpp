@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "WorkspaceFixture.h"
 
 #include "engine/data/TxDataset.h"
@@ -69,9 +70,7 @@ TEST_F(WorkspaceFill, ShowsTheWaitCursorAndTakesItAway)
 }
 
 /// A mask, and what it shows: each group and its items have a bit of their own.
-class ShownLevels : public WorkspaceFixture, public testing::WithParamInterface<std::pair<qint32, QList<qint32>>>
-{
-};
+using ShownLevels = WithRows<WorkspaceFixture, std::pair<qint32, QList<qint32>>>;
 
 TEST_P(ShownLevels, FollowTheMask)
 {
@@ -254,22 +253,6 @@ TEST_F(WorkspaceFill, TakesAliasesAndNamesOfAnyKind)
         EXPECT_NE(find(Node::ItemMap, name), nullptr);
         EXPECT_EQ(labels(sourceItem(name)), QStringList({u"Data"_s, u"data"_s}))
             << "aliases and names that differ in case alone keep apart";
-    }
-}
-
-TEST_F(WorkspaceFill, OfManyDatasetsStaysComplete)
-{
-    constexpr int count = 20000;
-    CTxDataSource *dataSource =
-        workspace.GetDataSources().Open(writeManyLayers(folder.path(), u"many.ovf"_s, count), a);
-    ASSERT_NE(dataSource, nullptr);
-    fillAll();
-    const QTreeWidgetItem *item = sourceItem(a);
-    ASSERT_EQ(item->childCount(), count);
-    for (int number = 0; number < count; number += 997) {
-        QTreeWidgetItem *child = item->child(number);
-        EXPECT_EQ(child->text(0), dataSource->GetDatasetAt(number)->GetName());
-        EXPECT_EQ(tree.FindHTreeItem(child->text(0).toUpper(), a, Node::ItemDataset, true), child);
     }
 }
 

@@ -73,16 +73,6 @@ TEST_F(WorkspaceItems, LookupAnswersWhatAWalkInTheOrderOfInsertionAnswers)
     }
 }
 
-TEST_F(WorkspaceItems, LookupComparesKindAliasAndName)
-{
-    QTreeWidgetItem *dataset = tree.FindHTreeItem(u"p"_s, a, Node::ItemDataset, false);
-    ASSERT_NE(dataset, nullptr);
-    EXPECT_EQ(tree.FindHTreeItem(u"P"_s, u"A"_s, Node::ItemDataset, 7), dataset);
-    EXPECT_EQ(tree.FindHTreeItem(u"P"_s, a, Node::ItemDataset, 0), nullptr);
-    EXPECT_EQ(tree.FindHTreeItem(u"p"_s, QString(), Node::ItemDataset, 1), nullptr);
-    EXPECT_EQ(tree.FindHTreeItem(u"p"_s, a, Node::ItemMap, 1), nullptr);
-}
-
 TEST_F(WorkspaceItems, FindFirstItemGoesDownBeforeItGoesOn)
 {
     EXPECT_EQ(tree.FindFirstItem(Node::ItemWorkspace), tree.topLevelItem(0));

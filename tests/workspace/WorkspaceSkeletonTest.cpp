@@ -128,14 +128,4 @@ TEST_F(WorkspaceSkeleton, SetExpandOpensTheDatasourcesForDatasetsAlone)
     EXPECT_TRUE(group(Node::ItemDataSources)->isExpanded());
 }
 
-TEST_F(WorkspaceSkeleton, KeepsHostsSettings)
-{
-    EXPECT_EQ(tree.SetAutoHide(5), 0);
-    EXPECT_EQ(tree.SetAutoHide(0), 5);
-    EXPECT_EQ(tree.GetAutoHide(), 0);
-    EXPECT_EQ(tree.GetRelatedListCtrl(), nullptr);
-    EXPECT_EQ(tree.GetDTDisplayMask(), 0x3ffffu);
-    EXPECT_TRUE(tree.GetDisplayItems()->entries.isEmpty());
-}
-
 } // namespace
