@@ -1053,5 +1053,129 @@ Die Datei ist keine Farbtabelle.</translation>
         <source>Custom…</source>
         <translation>Eigener …</translation>
     </message>
+    <message>
+        <source>The file cannot be read.</source>
+        <translation>Die Datei kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The file is too large for a color ramp.</source>
+        <translation>Die Datei ist zu groß für einen Farbverlauf.</translation>
+    </message>
+    <message>
+        <source>The name does not end as the name of a ramp file does: .cpt, .ggr, .rules or .sct.</source>
+        <translation>Der Name endet nicht wie der einer Verlaufsdatei: .cpt, .ggr, .rules oder .sct.</translation>
+    </message>
+    <message>
+        <source>The file does not begin as a file of this kind does.</source>
+        <translation>Die Datei beginnt nicht wie eine Datei dieser Art.</translation>
+    </message>
+    <message>
+        <source>The file has no colors.</source>
+        <translation>Die Datei enthält keine Farben.</translation>
+    </message>
+    <message>
+        <source>The line does not belong into a file of this kind.</source>
+        <translation>Die Zeile gehört nicht in eine Datei dieser Art.</translation>
+    </message>
+    <message>
+        <source>A number is missing or wrong.</source>
+        <translation>Eine Zahl fehlt oder ist falsch.</translation>
+    </message>
+    <message>
+        <source>The color is not known.</source>
+        <translation>Die Farbe ist nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>The values are out of order.</source>
+        <translation>Die Werte sind nicht geordnet.</translation>
+    </message>
+    <message>
+        <source>Percentages stand beside values: they can be read only for data whose range is known.</source>
+        <translation>Prozente stehen neben Werten: das lässt sich nur für Daten mit bekanntem Bereich lesen.</translation>
+    </message>
+    <message>
+        <source>The file cannot be written.</source>
+        <translation>Die Datei kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Left out: the colors below and above the range.</source>
+        <translation>Weggelassen: die Farben unter und über dem Bereich.</translation>
+    </message>
+    <message>
+        <source>Left out: the color of places without a value.</source>
+        <translation>Weggelassen: die Farbe von Stellen ohne Wert.</translation>
+    </message>
+    <message>
+        <source>Left out: transparency. All colors are opaque.</source>
+        <translation>Weggelassen: Durchsichtigkeit. Alle Farben decken.</translation>
+    </message>
+    <message>
+        <source>Stops were added to follow colors that do not run straight in red, green and blue.</source>
+        <translation>Stützen wurden hinzugefügt, um Farben zu folgen, die in Rot, Grün und Blau nicht gerade verlaufen.</translation>
+    </message>
+    <message>
+        <source>The colors of separate categories became steps.</source>
+        <translation>Die Farben einzelner Klassen wurden zu Stufen.</translation>
+    </message>
+    <message>
+        <source>The file tells only the parts of a range, which are stretched over the range of the data.</source>
+        <translation>Die Datei nennt nur Teile eines Bereichs; sie werden über den Bereich der Daten gestreckt.</translation>
+    </message>
+    <message>
+        <source>Left out: the hinge. Both sides of the ramp are stretched together.</source>
+        <translation>Weggelassen: das Gelenk. Beide Seiten des Verlaufs werden gemeinsam gestreckt.</translation>
+    </message>
+    <message>
+        <source>Left out: that the colors repeat.</source>
+        <translation>Weggelassen: dass die Farben sich wiederholen.</translation>
+    </message>
+    <message>
+        <source>Left out: labels.</source>
+        <translation>Weggelassen: Beschriftungen.</translation>
+    </message>
+    <message>
+        <source>A gap between colors was closed by blending them.</source>
+        <translation>Eine Lücke zwischen Farben wurde durch einen Übergang geschlossen.</translation>
+    </message>
+    <message>
+        <source>Colors to be chosen in the painting program were taken as they stand in the file.</source>
+        <translation>Farben, die im Malprogramm zu wählen sind, wurden übernommen, wie sie in der Datei stehen.</translation>
+    </message>
+    <message>
+        <source>Files of this kind run from 0 to 1: the values of the ramp are not in the file.</source>
+        <translation>Dateien dieser Art laufen von 0 bis 1: die Werte des Verlaufs stehen nicht in der Datei.</translation>
+    </message>
+    <message>
+        <source>The color set editor will spread the colors evenly. The ribbon editor keeps their places.</source>
+        <translation>Der Farbtabelleneditor wird die Farben gleichmäßig verteilen. Der Farbbandeditor behält ihre Plätze.</translation>
+    </message>
+    <message>
+        <source>%1 (line %2)</source>
+        <translation>%1 (Zeile %2)</translation>
+    </message>
+    <message>
+        <source>%1 (line %2, and %3 more)</source>
+        <translation>%1 (Zeile %2 und %3 weitere)</translation>
+    </message>
+    <message>
+        <source>Color Ramps (*.cpt *.ggr *.rules *.sct *.txt)</source>
+        <translation>Farbverläufe (*.cpt *.ggr *.rules *.sct *.txt)</translation>
+    </message>
+    <message>
+        <source>GMT Color Palette Table (*.cpt)</source>
+        <translation>GMT-Farbpalette (*.cpt)</translation>
+    </message>
+    <message>
+        <source>GIMP Gradient (*.ggr)</source>
+        <translation>GIMP-Farbverlauf (*.ggr)</translation>
+    </message>
+    <message>
+        <source>GRASS Color Rules (*.rules)</source>
+        <translation>GRASS-Farbregeln (*.rules)</translation>
+    </message>
+    <message>
+        <source>All Files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
 </context>
 </TS>
