@@ -1,16 +1,13 @@
 #include "Gallery.h"
 #include "DesktopFixture.h"
 
-#include <QDir>
 #include <QImage>
 #include <QProcess>
 #include <QSet>
 
 namespace {
 
-class GalleryRun : public DesktopFixture
-{
-};
+using GalleryRun = DesktopFixture;
 
 /// How many different colours a picture has, at most 50.
 int colours(const QImage &picture)
@@ -31,7 +28,6 @@ TEST_F(GalleryRun, DrawsEveryWindowInEveryPaletteAndScale)
     ASSERT_TRUE(process.waitForFinished(200000));
     ASSERT_EQ(process.exitCode(), 0) << process.readAll().toStdString();
 
-    // Questions break their lines by the width of the screen, which is half as wide at twice the size.
     // Questions break their lines by the width of the screen, which is half as wide at twice the size; lists end with
     // it.
     const QStringList wrapped = {u"close-question"_s, u"delete"_s, u"colour-stock-list"_s};
@@ -54,14 +50,6 @@ TEST_F(GalleryRun, DrawsEveryWindowInEveryPaletteAndScale)
         }
         EXPECT_NE(pictures[0][0], pictures[1][0]) << window.toStdString() << " takes no notice of the palette";
     }
-}
-
-TEST_F(GalleryRun, TellsAFolderThatCannotBeMade)
-{
-    QString error;
-    const QString file = write(u"file"_s, "x");
-    EXPECT_FALSE(Gallery::draw(file + u"/folder"_s, {}, error));
-    EXPECT_FALSE(error.isEmpty());
 }
 
 } // namespace

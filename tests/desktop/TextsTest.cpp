@@ -2,7 +2,6 @@
 #include "DesktopFixture.h"
 #include "MapStatus.h"
 #include "RecentFiles.h"
-#include "RecordTableModel.h"
 
 #include <QLocale>
 
@@ -16,9 +15,7 @@ struct ConnectionCase
     const char *expected;
 };
 
-class Connection : public testing::TestWithParam<ConnectionCase>
-{
-};
+using Connection = testing::TestWithParam<ConnectionCase>;
 
 TEST_P(Connection, IsQuotedForTheClientLibrary)
 {
@@ -51,16 +48,7 @@ TEST(MapStatusTexts, ScalesAreRoundedToThreeDigits)
         EXPECT_EQ(MapStatus::scaleText(none), QString()) << none;
 }
 
-TEST(RecordTexts, WholeNumbersOf64BitsAreShownInFull)
-{
-    EXPECT_EQ(RecordTableModel::valueText(CTxVariant(qint64(5'000'000'000))), "5000000000");
-    EXPECT_EQ(RecordTableModel::valueText(CTxVariant(1.5)), "1.50000000");
-    EXPECT_EQ(RecordTableModel::valueText(CTxVariant::null()), QString());
-}
-
-class RecentFilesTest : public DesktopFixture
-{
-};
+using RecentFilesTest = DesktopFixture;
 
 TEST_F(RecentFilesTest, KeepsTheLatestFirstWithoutRepeats)
 {
