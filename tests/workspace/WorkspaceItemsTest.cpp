@@ -71,6 +71,8 @@ TEST_F(WorkspaceItems, LookupAnswersWhatAWalkInTheOrderOfInsertionAnswers)
             ASSERT_EQ(tree.FindHTreeItem(name, name, kind, noCase), walk(items, name, name, kind, noCase));
         }
     }
+    EXPECT_NE(tree.FindHTreeItem(u"P"_s, u"A"_s, Node::ItemDataset, true), nullptr);
+    EXPECT_EQ(tree.FindHTreeItem(u"p"_s, u"A"_s, Node::ItemDataset, false), nullptr) << "an alias by its letters";
 }
 
 TEST_F(WorkspaceItems, FindFirstItemGoesDownBeforeItGoesOn)
