@@ -1177,5 +1177,29 @@ Die Datei ist keine Farbtabelle.</translation>
         <source>All Files (*)</source>
         <translation>Alle Dateien (*)</translation>
     </message>
+    <message>
+        <source>all checked</source>
+        <translation>alle angekreuzt</translation>
+    </message>
+    <message>
+        <source>some checked</source>
+        <translation>manche angekreuzt</translation>
+    </message>
+    <message>
+        <source>none checked</source>
+        <translation>keine angekreuzt</translation>
+    </message>
+    <message>
+        <source>sorted ascending</source>
+        <translation>aufsteigend sortiert</translation>
+    </message>
+    <message>
+        <source>sorted descending</source>
+        <translation>absteigend sortiert</translation>
+    </message>
+    <message>
+        <source>This entry is not valid.</source>
+        <translation>Dieser Eintrag ist nicht gültig.</translation>
+    </message>
 </context>
 </TS>
