@@ -17,6 +17,8 @@ public:
     /// All colours, in order.
     const QList<COLORREF> &GetColors() const { return m_colors; }
 
+    bool operator==(const CTxColorFolder &other) const = default;
+
     /// Adds a colour at the end.
     void Add(COLORREF color) { m_colors.append(color); }
     /// Inserts a colour before the one at 0-based @p index; an index out of range is the nearer end.
