@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QToolTip>
@@ -17,7 +18,9 @@
 namespace {
 
 constexpr int messageTime = 8000; // milliseconds
-constexpr int editorMargin = 8;   // pixels that an editor wants above a line of text
+constexpr int darkBelow = 128;    // lightness, of 255
+constexpr qreal focusOpacity = 0.6;
+constexpr int editorMargin = 8; // pixels that an editor wants above a line of text
 
 } // namespace
 
@@ -161,6 +164,23 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
     // A box that the user cannot toggle looks like it.
     if (option->features & QStyleOptionViewItem::HasCheckIndicator && !(index.flags() & Qt::ItemIsUserCheckable))
         option->state &= ~QStyle::State_Enabled;
+    // Styles take the outline of a box from the window's color, which on a dark palette is lost on the row.
+    if (option->palette.color(QPalette::Base).lightness() < darkBelow)
+        option->palette.setColor(QPalette::Window, option->palette.color(QPalette::Mid).lighter(300));
+}
+
+void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::paint(painter, option, index);
+    if (!(option.state & QStyle::State_HasFocus))
+        return;
+    // The style's frame hardly shows on a selected row, and the keys act on this cell.
+    const bool isSelected = option.state & QStyle::State_Selected;
+    painter->save();
+    painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setOpacity(focusOpacity);
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter->restore();
 }
 
 bool CellDelegate::eventFilter(QObject *object, QEvent *event)

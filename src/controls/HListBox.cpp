@@ -1,6 +1,7 @@
 #include "controls/HListBox.h"
 
 #include <QItemSelection>
+#include <QSignalBlocker>
 
 CHListBox::CHListBox(QWidget *parent) : QListWidget(parent)
 {
@@ -29,16 +30,35 @@ QList<bool> CHListBox::selectedRows() const
 
 void CHListBox::selectRows(const QList<bool> &wanted)
 {
-    QItemSelection selection;
-    for (int row = 0; row < wanted.size(); ++row) {
-        if (!wanted[row])
+    const QList<bool> before = selectedRows();
+    const QItemSelection selected = rangesOf(wanted, before);
+    const QItemSelection deselected = rangesOf(before, wanted);
+    if (selected.isEmpty() && deselected.isEmpty())
+        return;
+    // The selection model compares every old range with every new one, which takes seconds with thousands of them. So
+    // it is emptied and filled anew in silence, and told of here.
+    {
+        const QSignalBlocker silence(selectionModel());
+        selectionModel()->clearSelection();
+        selectionModel()->select(rangesOf(wanted, {}), QItemSelectionModel::Select);
+    }
+    Q_EMIT selectionModel()->selectionChanged(selected, deselected);
+}
+
+/// The runs of rows that are in @p rows but not in @p others.
+QItemSelection CHListBox::rangesOf(const QList<bool> &rows, const QList<bool> &others) const
+{
+    const auto isIn = [&](int row) { return row < rows.size() && rows[row] && !(row < others.size() && others[row]); };
+    QItemSelection ranges;
+    for (int row = 0; row < rows.size(); ++row) {
+        if (!isIn(row))
             continue;
         const int first = row;
-        while (row + 1 < wanted.size() && wanted[row + 1])
+        while (isIn(row + 1))
             ++row;
-        selection.append(QItemSelectionRange(model()->index(first, 0), model()->index(row, 0)));
+        ranges.append(QItemSelectionRange(model()->index(first, 0), model()->index(row, 0)));
     }
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    return ranges;
 }
 
 void CHListBox::SelectAllItems()

@@ -7,9 +7,9 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
-CListCtrlEx::CListCtrlEx(QWidget *parent) : CTdListCtrl(parent), m_delegate(new CellDelegate(reportModel(), this))
+CListCtrlEx::CListCtrlEx(QWidget *parent)
+    : CTdListCtrl(parent), m_delegate(qobject_cast<CellDelegate *>(itemDelegate()))
 {
-    setItemDelegate(m_delegate);
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     SetSortable(true);
 }

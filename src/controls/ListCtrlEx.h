@@ -51,6 +51,6 @@ protected:
 private:
     QModelIndex nextCell(const QModelIndex &from, int step) const;
 
-    CellDelegate *const m_delegate; // a child
+    CellDelegate *const m_delegate; // the list's
     bool m_dropsDownOnRelease = false;
 };

@@ -87,23 +87,33 @@ int ReportModel::removeRows(QList<int> rows)
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     rows.removeIf([this](int row) { return row < 0 || row >= rowCount(); });
-    // Blocks of neighbours go at once, from the end, so that the numbers of those before stay true.
-    for (qsizetype end = rows.size(); end > 0;) {
-        qsizetype begin = end - 1;
-        while (begin > 0 && rows[begin - 1] == rows[begin] - 1)
-            --begin;
-        const auto first = m_rows.begin() + rows[begin];
-        const auto behind = m_rows.begin() + rows[end - 1] + 1;
-        beginRemoveRows({}, rows[begin], rows[end - 1]);
-        for (auto row = first; row != behind; ++row) {
-            for (size_t column = 0; column < m_columns.size(); ++column)
-                m_columns[column].checkedCount -= row->cells[column].isChecked;
+    if (rows.isEmpty())
+        return 0;
+    // Rows that do not stand together are first put at the end, so that all of them go at once.
+    int first = rows.first();
+    const int count = int(rows.size());
+    if (rows.last() - first != count - 1) {
+        std::vector<int> order;
+        order.reserve(m_rows.size());
+        for (int row = 0, passed = 0; row < rowCount(); ++row) {
+            if (passed < count && rows[passed] == row)
+                ++passed;
+            else
+                order.push_back(row);
         }
-        m_rows.erase(first, behind);
-        endRemoveRows();
-        end = begin;
+        order.insert(order.end(), rows.begin(), rows.end());
+        permute(order);
+        first = rowCount() - count;
     }
-    return int(rows.size());
+    beginRemoveRows({}, first, first + count - 1);
+    const auto begin = m_rows.begin() + first;
+    for (auto row = begin; row != begin + count; ++row) {
+        for (size_t column = 0; column < m_columns.size(); ++column)
+            m_columns[column].checkedCount -= row->cells[column].isChecked;
+    }
+    m_rows.erase(begin, begin + count);
+    endRemoveRows();
+    return count;
 }
 
 void ReportModel::clear()

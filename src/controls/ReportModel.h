@@ -57,7 +57,7 @@ public:
     /// Inserts rows before @p at, a place out of range is the end, in one go; missing cells are empty, surplus ones
     /// dropped. @return the place of the first.
     int insertRows(int at, std::vector<Row> rows);
-    /// Removes rows in one go a block; those out of range or named twice are left out. @return how many went.
+    /// Removes rows in one go; those out of range are left out. @return how many went.
     int removeRows(QList<int> rows);
     void clear();
     /// Puts the rows into a new order, in one go; element i of @p order is the row that comes i-th. What is selected

@@ -1,5 +1,6 @@
 #include "controls/TdListCtrl.h"
 
+#include "controls/CellDelegate.h"
 #include "controls/ReportModel.h"
 #include "controls/TdHeaderCtrl.h"
 
@@ -17,6 +18,7 @@ CTdListCtrl::CTdListCtrl(QWidget *parent)
     header->setSectionsMovable(true);
     header->setStretchLastSection(true);
     setHeader(header);
+    setItemDelegate(new CellDelegate(m_model, this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
