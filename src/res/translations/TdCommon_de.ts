@@ -1201,5 +1201,405 @@ Die Datei ist keine Farbtabelle.</translation>
         <source>This entry is not valid.</source>
         <translation>Dieser Eintrag ist nicht gültig.</translation>
     </message>
+    <message>
+        <source>Solid</source>
+        <translation>Durchgezogen</translation>
+    </message>
+    <message>
+        <source>No Fill</source>
+        <translation>Keine Füllung</translation>
+    </message>
+    <message>
+        <source>Horizontal Lines</source>
+        <translation>Waagerechte Linien</translation>
+    </message>
+    <message>
+        <source>Vertical Lines</source>
+        <translation>Senkrechte Linien</translation>
+    </message>
+    <message>
+        <source>Rising Lines</source>
+        <translation>Steigende Linien</translation>
+    </message>
+    <message>
+        <source>Falling Lines</source>
+        <translation>Fallende Linien</translation>
+    </message>
+    <message>
+        <source>Diagonal Grid</source>
+        <translation>Schräges Gitter</translation>
+    </message>
+    <message>
+        <source>Rising Pairs of Lines</source>
+        <translation>Steigende Doppellinien</translation>
+    </message>
+    <message>
+        <source>Dashes</source>
+        <translation>Striche</translation>
+    </message>
+    <message>
+        <source>Zigzag</source>
+        <translation>Zickzack</translation>
+    </message>
+    <message>
+        <source>Checks</source>
+        <translation>Schachbrett</translation>
+    </message>
+    <message>
+        <source>Dots</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Staggered Dots</source>
+        <translation>Versetzte Punkte</translation>
+    </message>
+    <message>
+        <source>Sand</source>
+        <translation>Sand</translation>
+    </message>
+    <message>
+        <source>Rings</source>
+        <translation>Kringel</translation>
+    </message>
+    <message>
+        <source>Plus Signs</source>
+        <translation>Pluszeichen</translation>
+    </message>
+    <message>
+        <source>Bricks</source>
+        <translation>Ziegel</translation>
+    </message>
+    <message>
+        <source>Stones</source>
+        <translation>Steine</translation>
+    </message>
+    <message>
+        <source>Broad-Leaved Wood</source>
+        <translation>Laubwald</translation>
+    </message>
+    <message>
+        <source>Coniferous Wood</source>
+        <translation>Nadelwald</translation>
+    </message>
+    <message>
+        <source>Orchard</source>
+        <translation>Obstgarten</translation>
+    </message>
+    <message>
+        <source>Meadow</source>
+        <translation>Wiese</translation>
+    </message>
+    <message>
+        <source>Marsh</source>
+        <translation>Sumpf</translation>
+    </message>
+    <message>
+        <source>Vineyard</source>
+        <translation>Weinberg</translation>
+    </message>
+    <message>
+        <source>Water</source>
+        <translation>Wasser</translation>
+    </message>
+    <message>
+        <source>Cemetery</source>
+        <translation>Friedhof</translation>
+    </message>
+    <message>
+        <source>Scales</source>
+        <translation>Schuppen</translation>
+    </message>
+    <message>
+        <source>Dash</source>
+        <translation>Strich</translation>
+    </message>
+    <message>
+        <source>Dot</source>
+        <translation>Punkt</translation>
+    </message>
+    <message>
+        <source>Dash, Dot</source>
+        <translation>Strich, Punkt</translation>
+    </message>
+    <message>
+        <source>Dash, Dot, Dot</source>
+        <translation>Strich, Punkt, Punkt</translation>
+    </message>
+    <message>
+        <source>Long Dash</source>
+        <translation>Langer Strich</translation>
+    </message>
+    <message>
+        <source>Short Dash</source>
+        <translation>Kurzer Strich</translation>
+    </message>
+    <message>
+        <source>Double Line</source>
+        <translation>Doppellinie</translation>
+    </message>
+    <message>
+        <source>Road</source>
+        <translation>Straße</translation>
+    </message>
+    <message>
+        <source>Motorway</source>
+        <translation>Autobahn</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Feldweg</translation>
+    </message>
+    <message>
+        <source>Tunnel</source>
+        <translation>Tunnel</translation>
+    </message>
+    <message>
+        <source>Railway</source>
+        <translation>Eisenbahn</translation>
+    </message>
+    <message>
+        <source>Railway with Ties</source>
+        <translation>Eisenbahn mit Schwellen</translation>
+    </message>
+    <message>
+        <source>Tramway</source>
+        <translation>Straßenbahn</translation>
+    </message>
+    <message>
+        <source>Cableway</source>
+        <translation>Seilbahn</translation>
+    </message>
+    <message>
+        <source>Power Line</source>
+        <translation>Stromleitung</translation>
+    </message>
+    <message>
+        <source>Pipeline</source>
+        <translation>Rohrleitung</translation>
+    </message>
+    <message>
+        <source>Fence</source>
+        <translation>Zaun</translation>
+    </message>
+    <message>
+        <source>Wall</source>
+        <translation>Mauer</translation>
+    </message>
+    <message>
+        <source>Ticks</source>
+        <translation>Teilstriche</translation>
+    </message>
+    <message>
+        <source>Embankment</source>
+        <translation>Böschung</translation>
+    </message>
+    <message>
+        <source>Dike</source>
+        <translation>Deich</translation>
+    </message>
+    <message>
+        <source>Cliff</source>
+        <translation>Kliff</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Front</translation>
+    </message>
+    <message>
+        <source>Arrows</source>
+        <translation>Pfeile</translation>
+    </message>
+    <message>
+        <source>Wave</source>
+        <translation>Welle</translation>
+    </message>
+    <message>
+        <source>State Border</source>
+        <translation>Staatsgrenze</translation>
+    </message>
+    <message>
+        <source>Border with Tint</source>
+        <translation>Grenze mit Farbsaum</translation>
+    </message>
+    <message>
+        <source>Circle</source>
+        <translation>Kreis</translation>
+    </message>
+    <message>
+        <source>Ring</source>
+        <translation>Ring</translation>
+    </message>
+    <message>
+        <source>Ring with Dot</source>
+        <translation>Ring mit Punkt</translation>
+    </message>
+    <message>
+        <source>Square</source>
+        <translation>Quadrat</translation>
+    </message>
+    <message>
+        <source>Square, Open</source>
+        <translation>Quadrat, offen</translation>
+    </message>
+    <message>
+        <source>Triangle</source>
+        <translation>Dreieck</translation>
+    </message>
+    <message>
+        <source>Diamond</source>
+        <translation>Raute</translation>
+    </message>
+    <message>
+        <source>Hexagon</source>
+        <translation>Sechseck</translation>
+    </message>
+    <message>
+        <source>Star</source>
+        <translation>Stern</translation>
+    </message>
+    <message>
+        <source>Cross</source>
+        <translation>Kreuz</translation>
+    </message>
+    <message>
+        <source>Diagonal Cross</source>
+        <translation>Schrägkreuz</translation>
+    </message>
+    <message>
+        <source>Plus</source>
+        <translation>Plus</translation>
+    </message>
+    <message>
+        <source>Asterisk</source>
+        <translation>Sternchen</translation>
+    </message>
+    <message>
+        <source>Arrow</source>
+        <translation>Pfeil</translation>
+    </message>
+    <message>
+        <source>Capital</source>
+        <translation>Hauptstadt</translation>
+    </message>
+    <message>
+        <source>House</source>
+        <translation>Haus</translation>
+    </message>
+    <message>
+        <source>Church</source>
+        <translation>Kirche</translation>
+    </message>
+    <message>
+        <source>School</source>
+        <translation>Schule</translation>
+    </message>
+    <message>
+        <source>Hospital</source>
+        <translation>Krankenhaus</translation>
+    </message>
+    <message>
+        <source>Museum</source>
+        <translation>Museum</translation>
+    </message>
+    <message>
+        <source>Castle</source>
+        <translation>Burg</translation>
+    </message>
+    <message>
+        <source>Ruin</source>
+        <translation>Ruine</translation>
+    </message>
+    <message>
+        <source>Factory</source>
+        <translation>Fabrik</translation>
+    </message>
+    <message>
+        <source>Mine</source>
+        <translation>Bergwerk</translation>
+    </message>
+    <message>
+        <source>Tower</source>
+        <translation>Turm</translation>
+    </message>
+    <message>
+        <source>Wind Turbine</source>
+        <translation>Windrad</translation>
+    </message>
+    <message>
+        <source>Airport</source>
+        <translation>Flughafen</translation>
+    </message>
+    <message>
+        <source>Harbour</source>
+        <translation>Hafen</translation>
+    </message>
+    <message>
+        <source>Lighthouse</source>
+        <translation>Leuchtturm</translation>
+    </message>
+    <message>
+        <source>Bridge</source>
+        <translation>Brücke</translation>
+    </message>
+    <message>
+        <source>Filling Station</source>
+        <translation>Tankstelle</translation>
+    </message>
+    <message>
+        <source>Parking</source>
+        <translation>Parkplatz</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Auskunft</translation>
+    </message>
+    <message>
+        <source>Campsite</source>
+        <translation>Zeltplatz</translation>
+    </message>
+    <message>
+        <source>Broad-Leaved Tree</source>
+        <translation>Laubbaum</translation>
+    </message>
+    <message>
+        <source>Conifer</source>
+        <translation>Nadelbaum</translation>
+    </message>
+    <message>
+        <source>Palm</source>
+        <translation>Palme</translation>
+    </message>
+    <message>
+        <source>Spring</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Waterfall</source>
+        <translation>Wasserfall</translation>
+    </message>
+    <message>
+        <source>Summit</source>
+        <translation>Gipfel</translation>
+    </message>
+    <message>
+        <source>Volcano</source>
+        <translation>Vulkan</translation>
+    </message>
+    <message>
+        <source>Cave</source>
+        <translation>Höhle</translation>
+    </message>
+    <message>
+        <source>Survey Point</source>
+        <translation>Vermessungspunkt</translation>
+    </message>
+    <message>
+        <source>Flag</source>
+        <translation>Fahne</translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation>Nadel</translation>
+    </message>
 </context>
 </TS>
