@@ -4,7 +4,7 @@
 
 /// A field for a whole number with arrows. The arrows, and the keys like them, keep to a range; what is typed is free
 /// text that is read as C's atol reads it, so that whoever owns the field decides what becomes of a number out of
-/// range.
+/// range. The wheel changes nothing unless the field has the focus.
 class NumberSpinBox : public QAbstractSpinBox
 {
     Q_OBJECT
@@ -35,6 +35,7 @@ Q_SIGNALS:
     void valueEdited(int value);
 
 protected:
+    void wheelEvent(QWheelEvent *event) override;
     StepEnabled stepEnabled() const override;
 
 private:
