@@ -5,13 +5,14 @@
 #include "colour/TdIDEDlgColorSet.h"
 #include "common/TdModule.h"
 #include "engine/base/TxNumberText.h"
+#include "engine/base/TxToolkit.h"
 #include "engine/symbol/TxColorFolder.h"
 #include "res/StringId.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLoggingCategory>
-#include <QMessageBox>
 #include <QPointer>
 #include <QShortcut>
 
@@ -337,6 +338,7 @@ void TdIDEDlgColorSetPrivate::load()
     }
     readRange();
     model.load(table);
+    ui.colors->InitColor(); // nothing of the old list stays selected
     if (model.takesRangeOfFile)
         showRange();
     showList();
@@ -357,6 +359,12 @@ void TdIDEDlgColorSetPrivate::save()
     if (!chosen || !alive)
         return;
     const QString path = ColorsetFile::withExtension(*chosen);
+    // The chooser asked about the name that was chosen, not about this one.
+    if (path != *chosen && CTxToolkit::IsFileExisted(path)) {
+        const QString question = CTdModule::LoadString(TdStringId::ColorsetReplace).arg(QFileInfo(path).fileName());
+        if (ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+            return;
+    }
     switch (ColorsetFile::save(path, model.table())) {
     case ColorsetFile::SaveResult::Saved:
         break;
@@ -392,10 +400,17 @@ bool TdIDEDlgColorSetPrivate::refuseRange()
 
 void TdIDEDlgColorSetPrivate::inform(quint32 textId) const
 {
+    ask(CTdModule::LoadString(textId), QMessageBox::Information, QMessageBox::Ok);
+}
+
+QMessageBox::StandardButton TdIDEDlgColorSetPrivate::ask(const QString &text, QMessageBox::Icon icon,
+                                                         QMessageBox::StandardButtons buttons) const
+{
     // On the heap: its parent may go while it is open.
     const QPointer<QMessageBox> box =
-        new QMessageBox(QMessageBox::Information, QGuiApplication::applicationDisplayName(),
-                        CTdModule::LoadString(textId), QMessageBox::Ok, q);
-    box->exec();
+        new QMessageBox(icon, QGuiApplication::applicationDisplayName(), text, buttons, q);
+    box->setTextFormat(Qt::PlainText); // of a file's name, too
+    const int answer = box->exec();
     delete box;
+    return static_cast<QMessageBox::StandardButton>(answer);
 }

@@ -5,6 +5,7 @@
 #include "common/TdFileChooser.h"
 #include "ui_TdIDEDlgColorSet.h"
 
+#include <QMessageBox>
 #include <QObject>
 
 #include <array>
@@ -62,6 +63,9 @@ private:
     /// Gives the focus to the end of the range that keeps it from being used. @return false when there is none
     bool refuseRange();
     void inform(quint32 textId) const;
+    /// Shows a message and waits for the answer. The dialog may be gone then; the answer is no button in this case.
+    QMessageBox::StandardButton ask(const QString &text, QMessageBox::Icon icon,
+                                    QMessageBox::StandardButtons buttons) const;
     CTdFileChooser::FileRequest fileRequest() const;
 
     CTdIDEDlgColorSet *const q;

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <csignal>
 #include <limits>
 #include <sys/resource.h>
@@ -16,7 +15,6 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 void fillWith(ColorSetModel &model, const QList<COLORREF> &colors)
@@ -75,35 +73,6 @@ TEST(ColorSetModel, SubRangeEndsWithTheListAndIsNothingWhenItIsUpsideDown)
     }
 }
 
-TEST(ColorSetModel, FillsReplaceTheSubRangeAlone)
-{
-    const QList<COLORREF> before = {0x01, 0x00, 0x33, 0x14, 0x02};
-    CTxColorFolder stock;
-    stock.MakeStockGradient(3, 2);
-    const auto filled = [&before](auto &&fill) {
-        ColorSetModel model;
-        fillWith(model, before);
-        fill(model, *model.subRange(1, 3));
-        return model.folder().GetColors();
-    };
-    EXPECT_EQ(filled([](auto &model, auto range) { model.fillBetween(range, false); }),
-              (QList<COLORREF>{0x01, 0x00, 0x0A, 0x14, 0x02}));
-    EXPECT_EQ(filled([](auto &model, auto range) { model.fillBetween(range, true); }),
-              (QList<COLORREF>{0x01, 0x14, 0x0A, 0x00, 0x02}));
-    EXPECT_EQ(filled([](auto &model, auto range) { model.fillStock(range, 2, true); }),
-              (QList<COLORREF>{0x01, stock.GetAt(2), stock.GetAt(1), stock.GetAt(0), 0x02}));
-    EXPECT_EQ(filled([](auto &model, auto range) { model.fillStock(range, 9999, false); }), before);
-    CTxColorFolder two;
-    two.Add(7);
-    two.Add(8);
-    EXPECT_EQ(filled([&two](auto &model, auto range) { model.fill(range, two, false); }),
-              (QList<COLORREF>{0x01, 7, 8, 0x14, 0x02}));
-    const QList<COLORREF> drawn = filled([](auto &model, auto range) { model.fillRandom(range, false); });
-    EXPECT_EQ(drawn.first(), 0x01U);
-    EXPECT_EQ(drawn.last(), 0x02U);
-    EXPECT_NE(drawn.mid(1, 3), before.mid(1, 3));
-}
-
 TEST(ColorSetModel, LoadsWhatLiesInItsRangeOrTakesTheFilesRange)
 {
     ColorsetTable table;
@@ -138,26 +107,6 @@ TEST(ColorSetModel, SavesItsLastColourOneStepBelowTheMaximum)
     EXPECT_EQ(table.step, 25.0);
     EXPECT_EQ(table.count, 4);
     EXPECT_EQ(table.entries, (std::vector<ColorsetTable::Entry>{{0, 1}, {25, 2}, {50, 3}, {75, 4}}));
-}
-
-TEST(ColorSetModel, FindsFaultWithRangesThatCannotBeDivided)
-{
-    using Fault = ColorSetModel::RangeFault;
-    const std::tuple<double, double, Fault> rows[] = {
-        {0, 1, Fault::None},
-        {1, 1, Fault::Flat},
-        {2, 1, Fault::Reversed},
-        {0, infinity, Fault::Endless},
-        {notANumber, 1, Fault::Endless},
-        {-1e308, 1e308, Fault::Endless},
-        {-infinity, infinity, Fault::Endless},
-    };
-    for (const auto &[minimum, maximum, fault] : rows) {
-        ColorSetModel model;
-        model.minimum = minimum;
-        model.maximum = maximum;
-        EXPECT_EQ(model.rangeFault(), fault) << minimum << " to " << maximum;
-    }
 }
 
 TEST(ColorsetFile, LeavesTheOldFileWhereItCannotBeReplaced)

@@ -19,6 +19,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -92,11 +93,13 @@ protected:
     {
         QString text;
         QTimer timer;
-        QObject::connect(&timer, &QTimer::timeout, &m_dialog, [&text] {
+        QObject::connect(&timer, &QTimer::timeout, &m_dialog, [this, &text] {
             if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                EXPECT_EQ(box->icon(), QMessageBox::Information);
+                const QMessageBox::StandardButton answer =
+                    box->icon() == QMessageBox::Question ? m_answer : QMessageBox::Ok;
+                EXPECT_TRUE(box->icon() == QMessageBox::Question || box->icon() == QMessageBox::Information);
                 text = box->text();
-                box->accept();
+                box->button(answer)->click();
             }
         });
         timer.start(0);
@@ -106,6 +109,7 @@ protected:
 
     Chooser m_chooser;
     QTemporaryDir m_folder;
+    QMessageBox::StandardButton m_answer = QMessageBox::No; // to questions
     Dialog m_dialog{0x3080E0};
 };
 
@@ -223,20 +227,24 @@ TEST_F(DlgColorSet, PanelFillsThatSubRange)
     auto *stock = m_dialog.GetDlgItem<QComboBox>(Dialog::StockCombo);
     CTxColorFolder ramp;
     ramp.MakeStockGradient(3, 0);
-    m_dialog.GetDlgItem<QCheckBox>(Dialog::InverseCheck)->click();
+    auto *inverse = m_dialog.GetDlgItem<QCheckBox>(Dialog::InverseCheck);
+    inverse->click();
     stock->setFocus();
     QTest::keyClick(stock, Qt::Key_Home);
     const QList<COLORREF> reversed = {0x01, ramp.GetAt(2), ramp.GetAt(1), ramp.GetAt(0), 0x02};
     EXPECT_EQ(shown(), reversed);
+    click(Dialog::SpecificButton); // from the first colour to the last, which change places
+    const QList<COLORREF> before = shown();
+    EXPECT_EQ(before.mid(0, 2) + before.mid(3), (QList<COLORREF>{0x01, ramp.GetAt(0), ramp.GetAt(2), 0x02}));
 
     type(Dialog::EndEdit, u"1"_s); // as the start: nothing happens
     click(Dialog::RandomButton);
     QTest::keyClick(stock, Qt::Key_End);
-    EXPECT_EQ(shown(), reversed);
+    EXPECT_EQ(shown(), before);
 
     // The last item asks for a ramp: white to black as long as none was drawn before.
     type(Dialog::EndEdit, u"3"_s);
-    m_dialog.GetDlgItem<QCheckBox>(Dialog::InverseCheck)->click();
+    inverse->click();
     QTimer::singleShot(0, &m_dialog, [] {
         auto *ribbon = qobject_cast<CTdDlgRibbon *>(QApplication::activeModalWidget());
         ASSERT_NE(ribbon, nullptr);
@@ -248,6 +256,11 @@ TEST_F(DlgColorSet, PanelFillsThatSubRange)
     EXPECT_GT(TxColorRef::red(shown()[1]), TxColorRef::red(shown()[2]));
     EXPECT_GT(TxColorRef::red(shown()[2]), TxColorRef::red(shown()[3]));
     EXPECT_EQ(shown().last(), 0x02U);
+    const QList<COLORREF> drawn = shown();
+    click(Dialog::RandomButton);
+    EXPECT_EQ(shown().first(), 0x01U);
+    EXPECT_NE(shown().mid(1, 3), drawn.mid(1, 3));
+    EXPECT_EQ(shown().last(), 0x02U);
     EXPECT_EQ(kept(), shown());
 }
 
@@ -256,6 +269,7 @@ TEST_F(DlgColorSet, OkAndSaveStayWithARangeThatCannotBe)
     show({1, 2});
     const std::tuple<QString, QString, int> rows[] = {{u"100"_s, u"200"_s, Dialog::MinimumEdit},
                                                       {u"100"_s, u"nan"_s, Dialog::MinimumEdit},
+                                                      {u"1e308"_s, u"-1e308"_s, Dialog::MinimumEdit},
                                                       {u"inf"_s, u"0"_s, Dialog::MaximumEdit}};
     for (const auto &[maximum, minimum, bad] : rows) {
         type(Dialog::MaximumEdit, maximum);
@@ -274,6 +288,7 @@ TEST_F(DlgColorSet, OkAndSaveStayWithARangeThatCannotBe)
     click(Dialog::GlobalMinimumButton);
     EXPECT_EQ(edit(Dialog::MaximumEdit)->text(), u"8844.43"_s);
     EXPECT_EQ(edit(Dialog::MinimumEdit)->text(), u"-11034"_s);
+    list()->setFocus();
     QTest::keyClick(&m_dialog, Qt::Key_Return);
     EXPECT_FALSE(m_dialog.isVisible());
     EXPECT_EQ(m_dialog.GetColorset().GetZCeiling(), 8844.43);
@@ -308,6 +323,9 @@ TEST_F(DlgColorSet, SavesAndLoadsOrTellsWhyNot)
     EXPECT_EQ(shown().size(), 3) << "those of 0, 25 and 50";
     m_dialog.SetElevationMode(true);
     click(Dialog::LoadButton);
+    list()->SelectIndex(2);
+    click(Dialog::LoadButton);
+    EXPECT_EQ(list()->GetSelIndex(), -1) << "selected was a colour of the old list";
     EXPECT_EQ(shown().size(), 4);
     EXPECT_EQ(edit(Dialog::MaximumEdit)->text(), u"100"_s);
     EXPECT_EQ(m_dialog.GetIntervalCount(), 3);
@@ -316,6 +334,42 @@ TEST_F(DlgColorSet, SavesAndLoadsOrTellsWhyNot)
         EXPECT_EQ(messageOf(Dialog::LoadButton), u"Failed to read the file!\r\nThe file is not colorset file."_s);
     }
     EXPECT_EQ(kept(), shown());
+}
+
+TEST_F(DlgColorSet, AsksBeforeAFileThatTheChooserDidNotAskAboutIsReplaced)
+{
+    show({1, 2});
+    QFile file(m_folder.filePath(u"x.txt.sct"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("old") == 3);
+    file.close();
+    for (const bool isYes : {false, true}) {
+        m_answer = isYes ? QMessageBox::Yes : QMessageBox::No;
+        m_chooser.path = m_folder.filePath(u"x.txt"_s);
+        EXPECT_EQ(messageOf(Dialog::SaveButton), u"The file x.txt.sct is there already. Replace it?"_s);
+        EXPECT_EQ(file.size(), isYes ? 283 + 2 * 16 : 3);
+    }
+    m_chooser.path = file.fileName(); // the chooser asked
+    EXPECT_EQ(messageOf(Dialog::SaveButton), QString());
+}
+
+TEST_F(DlgColorSet, EnterPushesTheButtonThatHasTheFocusAndTheWheelWantsIt)
+{
+    show({1, 2});
+    button(Dialog::AddButton)->setFocus();
+    QTest::keyClick(button(Dialog::AddButton), Qt::Key_Return);
+    EXPECT_EQ(shown().size(), 3);
+    QWidget *const red = edit(Dialog::RedEdit)->parentWidget();
+    for (const bool hasFocus : {false, true}) {
+        if (hasFocus)
+            red->setFocus();
+        const QPointF middle = red->rect().center();
+        QWheelEvent event(middle, red->mapToGlobal(middle), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(red, &event);
+        EXPECT_EQ(TxColorRef::red(m_dialog.GetColor()), hasFocus ? 223 : 224);
+    }
+    list()->setFocus();
+    QTest::keyClick(list(), Qt::Key_Return);
+    EXPECT_FALSE(m_dialog.isVisible()) << "elsewhere it is OK";
 }
 
 TEST_F(DlgColorSet, SavingOverAReadOnlyFileDoesNothingVisible)

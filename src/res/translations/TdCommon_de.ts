@@ -1601,5 +1601,9 @@ Die Datei ist keine Farbtabelle.</translation>
         <source>Pin</source>
         <translation>Nadel</translation>
     </message>
+    <message>
+        <source>The file %1 is there already. Replace it?</source>
+        <translation>Die Datei %1 gibt es schon. Ersetzen?</translation>
+    </message>
 </context>
 </TS>
