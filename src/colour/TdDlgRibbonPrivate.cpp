@@ -2,7 +2,7 @@
 
 #include "colour/RibbonFile.h"
 #include "colour/RibbonGeometry.h"
-#include "colour/TdColorChooser.h"
+#include "common/TdColorChooser.h"
 #include "common/TdFileChooser.h"
 #include "common/TdModule.h"
 #include "res/StringId.h"

@@ -1,6 +1,6 @@
 #include "colour/ColorsetTable.h"
-#include "colour/TdColorChooser.h"
 #include "colour/TdDlgRibbon.h"
+#include "common/TdColorChooser.h"
 #include "common/TdFileChooser.h"
 
 #include <QAbstractSlider>

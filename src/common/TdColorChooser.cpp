@@ -1,4 +1,4 @@
-#include "colour/TdColorChooser.h"
+#include "common/TdColorChooser.h"
 
 #include <QColorDialog>
 #include <QPointer>
