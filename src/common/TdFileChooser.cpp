@@ -10,18 +10,6 @@ namespace {
 
 CTdFileChooser *replacement = nullptr; // not owned
 
-/// The filters of "caption|patterns|…||" as Qt's dialog wants them: "caption (patterns)".
-QStringList nameFilters(const QString &filter)
-{
-    const QStringList parts = filter.split(u'|');
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size() && !parts[i].isEmpty(); i += 2) {
-        const QString caption = parts[i].section(QStringLiteral(" ("), 0, 0);
-        filters << QStringLiteral("%1 (%2)").arg(caption, QString(parts[i + 1]).replace(u';', u' '));
-    }
-    return filters;
-}
-
 std::optional<QString> chooseFile(QWidget *owner, const CTdFileChooser::FileRequest &request, bool saving)
 {
     // On the heap: the owner may go while the dialog is open, and takes it along.
@@ -29,7 +17,7 @@ std::optional<QString> chooseFile(QWidget *owner, const CTdFileChooser::FileRequ
     dialog->setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog->setFileMode(!saving && request.mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog->setOption(QFileDialog::DontConfirmOverwrite, saving && !request.askOverwrite);
-    dialog->setNameFilters(nameFilters(request.filter));
+    dialog->setNameFilters(CTdFileChooser::NameFilters(request.filter));
     dialog->setDefaultSuffix(request.defaultExtension.section(u'.', -1));
     if (const QFileInfo initial(request.initial); initial.isDir()) {
         dialog->setDirectory(initial.absoluteFilePath());
@@ -46,6 +34,17 @@ std::optional<QString> chooseFile(QWidget *owner, const CTdFileChooser::FileRequ
 } // namespace
 
 CTdFileChooser::~CTdFileChooser() = default;
+
+QStringList CTdFileChooser::NameFilters(const QString &filter)
+{
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size() && !parts[i].isEmpty(); i += 2) {
+        const QString caption = parts[i].section(QStringLiteral(" ("), 0, 0);
+        filters << QStringLiteral("%1 (%2)").arg(caption, QString(parts[i + 1]).replace(u';', u' '));
+    }
+    return filters;
+}
 
 std::optional<QString> CTdFileChooser::ChooseFolder(QWidget *owner, const QString &initial, const QString &title)
 {

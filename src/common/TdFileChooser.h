@@ -3,6 +3,7 @@
 #include "common/TdCommonExport.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -37,6 +38,9 @@ public:
     virtual std::optional<QString> ChooseFileToOpen(QWidget *owner, const FileRequest &request);
     /// Lets the user choose a file to save to. @return its path; nothing when the user cancels
     virtual std::optional<QString> ChooseFileToSave(QWidget *owner, const FileRequest &request);
+
+    /// The filters of "caption|patterns|…||" as Qt's dialog wants them: "caption (patterns)".
+    static QStringList NameFilters(const QString &filter);
 
     /// The chooser that the library asks.
     static CTdFileChooser &GetCurrent();

@@ -11,6 +11,7 @@ void CTxErrorMsg::SetErrorMessage(const QString &message)
 
 CTxErrorMsg &TxGetErrorMsgObj()
 {
-    static CTxErrorMsg object;
+    // Each thread has its own: what fails while a file is looked at in the background is not the user's last error.
+    thread_local CTxErrorMsg object;
     return object;
 }

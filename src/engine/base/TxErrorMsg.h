@@ -28,5 +28,5 @@ private:
     int m_count = 0;
 };
 
-/// The engine's one error object.
+/// The engine's error object; each thread has its own.
 TX_EXPORT CTxErrorMsg &TxGetErrorMsgObj();
