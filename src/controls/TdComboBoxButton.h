@@ -1,0 +1,83 @@
+#pragma once
+
+#include "common/TdCommonExport.h"
+
+#include <QString>
+#include <QVariant>
+#include <QWidgetAction>
+
+class CTdAutoWidthComboBox;
+class QStandardItemModel;
+
+/// A toolbar button that is a combo box. It can stand on several toolbars: its copies show the same entries, the same
+/// choice and the same text, and so do all other buttons that have its command.
+///
+/// When the user chooses or types, the windows that the button stands in are told the command
+/// (CTdHostMessage::Command), and `chosen` is emitted; choices that the program makes are silent unless it asks
+/// otherwise.
+class TDCOMMON_API CTdComboBoxButton : public QWidgetAction
+{
+    Q_OBJECT
+
+public:
+    /// @param commandId what the windows are told when the user has chosen
+    /// @param width of the box in pixels; 0 for 150
+    explicit CTdComboBoxButton(int commandId = -1, int width = 0, QObject *parent = nullptr);
+    ~CTdComboBoxButton() override;
+
+    int GetCommandId() const { return m_commandId; }
+    int GetWidth() const { return m_width; }
+    /// True when the user may type a text of his own; it counts from Enter or when the box loses the focus.
+    bool IsEditable() const { return m_isEditable; }
+    void SetEditable(bool editable);
+
+    /// Adds an entry. @return its place
+    int AddItem(const QString &text, const QVariant &data = QVariant());
+    /// Takes the entry at @p index away. @return false when there is none
+    bool DeleteItem(int index);
+    void RemoveAllItems();
+    int GetCount() const;
+    /// The text of the entry at @p index; empty when there is none.
+    QString GetItem(int index) const;
+    /// The data of the entry at @p index.
+    QVariant GetItemData(int index) const;
+    /// The first entry with exactly the text @p text; -1 when there is none.
+    int FindItem(const QString &text) const;
+
+    /// The chosen entry; -1 for none, and while a text shows that is no entry.
+    int GetCurSel() const { return m_current; }
+    /// The text that shows: of the chosen entry, or typed.
+    QString GetText() const { return m_text; }
+    /// Chooses the entry at @p index; -1 for none. @param notify tell the command as if the user had chosen
+    /// @return false, and nothing changes, when there is no such entry
+    bool SelectItem(int index, bool notify = false);
+    /// Shows @p text: chooses the entry that reads so. @return false, and nothing changes, for a text that is no entry
+    /// in a box that cannot be typed into
+    bool SetText(const QString &text, bool notify = false);
+
+    /// The first button with the command @p commandId; null when there is none.
+    static CTdComboBoxButton *GetByCmd(int commandId);
+
+Q_SIGNALS:
+    /// The user has chosen the entry @p index, or typed a text (-1).
+    void chosen(int index, const QString &text);
+
+protected:
+    QWidget *createWidget(QWidget *parent) override;
+
+private:
+    QList<CTdAutoWidthComboBox *> controls() const;
+    QList<CTdComboBoxButton *> sharers();
+    void show(int index, const QString &text);
+    void choose(int index, const QString &text, bool notify);
+    void makeEditable(CTdAutoWidthComboBox &control);
+    void showIn(CTdAutoWidthComboBox &control) const;
+    void followState();
+
+    const int m_commandId;
+    const int m_width;
+    bool m_isEditable = false;
+    int m_current = -1;
+    QString m_text;
+    QStandardItemModel *m_entries; // shared by all copies, owned
+};

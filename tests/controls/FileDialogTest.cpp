@@ -1,0 +1,155 @@
+#include "basic/TdProfileFile.h"
+#include "controls/FileDialogEx.h"
+#include "controls/FilePreview.h"
+#include "controls/TdFileInfo.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+constexpr char twoPoints[] = R"({"type":"FeatureCollection","features":[
+{"type":"Feature","properties":{},"geometry":{"type":"Point","coordinates":[10,50]}},
+{"type":"Feature","properties":{},"geometry":{"type":"Point","coordinates":[12,51.5]}}]})";
+
+TEST(FileInfo, TellsKindCountAndExtentAndLeavesNothingBehind)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("points.geojson"));
+    write(path, twoPoints);
+    const CTdFileInfo info = CTdFileInfo::Read(path);
+    EXPECT_EQ(info.state, CTdFileInfo::Known);
+    EXPECT_EQ(info.storage, CTxDataSourceStorage::GeoJSON);
+    EXPECT_EQ(info.kind, QStringLiteral("GeoJSON"));
+    EXPECT_EQ(info.datasetCount, 1);
+    EXPECT_EQ(info.extent, CRect2D(10, 50, 12, 51.5));
+    EXPECT_TRUE(info.isWholeExtent);
+    EXPECT_EQ(info.size, qint64(sizeof twoPoints) - 1);
+    EXPECT_TRUE(info.modified.isValid());
+    EXPECT_TRUE(info.GetProblem().isEmpty());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_TRUE(QFile::remove(path)); // nothing holds it open
+}
+
+TEST(FileInfo, BrokenHugeAndMissingFilesAreQuickAndSayWhy)
+{
+    const QTemporaryDir folder;
+    const auto at = [&folder](const char *name) { return folder.filePath(QString::fromLatin1(name)); };
+    write(at("broken.geojson"), "{\"type\":\"FeatureColl");
+    write(at("broken.gpkg"), "SQLite format 3\0 and then nothing");
+    write(at("broken.tif"), "II*\0\xff\xff\xff\xff");
+    write(at("empty.shp"), "");
+    write(at("notes.txt"), "no data");
+    for (const char *name : {"huge.json", "huge.nobody", "huge.csv"}) {
+        write(at(name), "[");
+        ASSERT_TRUE(QFile(at(name)).resize(qint64(3) << 30)); // sparse
+    }
+    const struct
+    {
+        const char *name;
+        CTdFileInfo::State state;
+    } rows[] = {
+        {"broken.geojson", CTdFileInfo::Refused}, {"broken.gpkg", CTdFileInfo::Refused},
+        {"broken.tif", CTdFileInfo::Refused},     {"empty.shp", CTdFileInfo::Refused},
+        {"notes.txt", CTdFileInfo::Refused},      {"huge.json", CTdFileInfo::TooLarge},
+        {"huge.nobody", CTdFileInfo::TooLarge},   {"huge.csv", CTdFileInfo::TooLarge},
+        {"missing.shp", CTdFileInfo::Missing},    {"", CTdFileInfo::Folder},
+    };
+    for (const auto &row : rows) {
+        QElapsedTimer clock;
+        clock.start();
+        const CTdFileInfo info = CTdFileInfo::Read(at(row.name));
+        EXPECT_EQ(info.state, row.state) << row.name << ' ' << info.message.toStdString();
+        EXPECT_FALSE(info.GetProblem().isEmpty()) << row.name;
+        EXPECT_LT(clock.elapsed(), 1000) << row.name;
+    }
+    EXPECT_EQ(CTdFileInfo::Read(QString()).state, CTdFileInfo::Missing);
+}
+
+class FileDialog : public testing::Test
+{
+protected:
+    FileDialog() : m_profile(m_folder.filePath(QStringLiteral("profile.ini")))
+    {
+        QImage picture(400, 100, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        picture.save(path("red.png"));
+        write(path("points.geojson"), twoPoints);
+    }
+    QString path(const char *name) const { return m_folder.filePath(QString::fromLatin1(name)); }
+
+    const QTemporaryDir m_folder;
+    CTdProfileFile m_profile;
+};
+
+TEST_F(FileDialog, PreviewShowsTheLastOfManyAskedFor)
+{
+    FilePreview preview;
+    preview.show();
+    const auto wait = [&preview] { return QTest::qWaitFor([&preview] { return !preview.isReading(); }, 5000); };
+    for (int i = 0; i < 100; ++i) {
+        preview.showFile(path("missing"));
+        preview.showFile(path("points.geojson"));
+        preview.showFile(path("red.png"));
+    }
+    ASSERT_TRUE(wait());
+    const QList<QLabel *> labels = preview.findChildren<QLabel *>();
+    EXPECT_EQ(labels[0]->pixmap().deviceIndependentSize().toSize(), QSize(180, 45));
+    EXPECT_TRUE(labels[1]->text().contains(u"400"));
+    preview.showFile(path("points.geojson"));
+    ASSERT_TRUE(wait());
+    EXPECT_TRUE(labels[0]->pixmap().isNull());
+    EXPECT_TRUE(labels[1]->text().contains(u"10, 50"));
+    EXPECT_TRUE(preview.accessibleDescription().contains(u"GeoJSON"));
+    preview.showFile(QString());
+    EXPECT_TRUE(labels[1]->text().isEmpty());
+}
+
+TEST_F(FileDialog, APaneThatGoesWhileItReadsIsNotMissed)
+{
+    for (int i = 0; i < 20; ++i) {
+        FilePreview preview;
+        preview.showFile(path("points.geojson"));
+    }
+    QTest::qWait(50);
+}
+
+TEST_F(FileDialog, RemembersTheFolderOfItsPurpose)
+{
+    const QString purpose = QStringLiteral("Images");
+    EXPECT_EQ(CFileDialogEx::GetRememberedFolder(purpose, m_profile), QString());
+    for (const bool accepted : {false, true}) {
+        CFileDialogEx dialog(true, purpose, QStringLiteral("Images|*.png;*.jpg|All files|*||"), nullptr, &m_profile);
+        EXPECT_EQ(dialog.nameFilters().value(0), QStringLiteral("Images (*.png *.jpg)"));
+        dialog.setDirectory(m_folder.path());
+        QTimer::singleShot(200, &dialog, [&dialog, accepted] {
+            QTest::keyClicks(dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit")), QStringLiteral("red.png"));
+            QTimer::singleShot(200, &dialog, accepted ? &QDialog::accept : &QDialog::reject);
+        });
+        EXPECT_EQ(dialog.DoModal(), accepted ? CFileDialogEx::IdOk : CFileDialogEx::IdCancel);
+        EXPECT_EQ(dialog.GetPathName(), accepted ? path("red.png") : QString());
+    }
+    EXPECT_EQ(CFileDialogEx::GetRememberedFolder(purpose, m_profile), m_folder.path());
+    EXPECT_EQ(CFileDialogEx(false, purpose, QString(), nullptr, &m_profile).directory().path(), m_folder.path());
+    m_profile.WriteStringValue(QStringLiteral("Folders"), purpose, path("gone"));
+    EXPECT_EQ(CFileDialogEx::GetRememberedFolder(purpose, m_profile), QString());
+}
+
+} // namespace
