@@ -1605,5 +1605,101 @@ Die Datei ist keine Farbtabelle.</translation>
         <source>The file %1 is there already. Replace it?</source>
         <translation>Die Datei %1 gibt es schon. Ersetzen?</translation>
     </message>
+    <message>
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>&amp;No Color</source>
+        <translation>&amp;Keine Farbe</translation>
+    </message>
+    <message>
+        <source>&amp;More Colors…</source>
+        <translation>&amp;Weitere Farben …</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>Schrift</translation>
+    </message>
+    <message>
+        <source>AaBbYyZz 123</source>
+        <translation>AaBbYyZz 123</translation>
+    </message>
+    <message>
+        <source>“%1” cannot be read as an image: %2</source>
+        <translation>„%1“ kann nicht als Bild gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>“%1” is too large for an image here: %2 × %3 pixels</source>
+        <translation>„%1“ ist zu groß für ein Bild: %2 × %3 Pixel</translation>
+    </message>
+    <message>
+        <source>“%1” cannot be saved as an image: %2</source>
+        <translation>„%1“ kann nicht als Bild gespeichert werden: %2</translation>
+    </message>
+    <message>
+        <source>there is no image</source>
+        <translation>es gibt kein Bild</translation>
+    </message>
+    <message>
+        <source>The file does not exist.</source>
+        <translation>Die Datei ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>Too large to look into before it is opened.</source>
+        <translation>Zu groß, um vor dem Öffnen hineinzusehen.</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Size: %1</source>
+        <translation>Größe: %1</translation>
+    </message>
+    <message>
+        <source>Modified: %1</source>
+        <translation>Geändert: %1</translation>
+    </message>
+    <message>
+        <source>Kind: %1</source>
+        <translation>Art: %1</translation>
+    </message>
+    <message>
+        <source>Datasets: %1</source>
+        <translation>Datensätze: %1</translation>
+    </message>
+    <message>
+        <source>Extent: %1, %2 to %3, %4</source>
+        <translation>Ausdehnung: %1, %2 bis %3, %4</translation>
+    </message>
+    <message>
+        <source>Reading…</source>
+        <translation>Wird gelesen …</translation>
+    </message>
+    <message>
+        <source>Image: %1 × %2 pixels</source>
+        <translation>Bild: %1 × %2 Pixel</translation>
+    </message>
+    <message>
+        <source>The text height must be from %1 to %2 millimeters.</source>
+        <translation>Die Texthöhe muss zwischen %1 und %2 Millimetern liegen.</translation>
+    </message>
+    <message>
+        <source>The font “%1” is not installed.</source>
+        <translation>Die Schrift „%1“ ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>The unit is not known.</source>
+        <translation>Die Einheit ist nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>The precision must be from 0 to %1 decimals.</source>
+        <translation>Die Genauigkeit muss 0 bis %1 Nachkommastellen betragen.</translation>
+    </message>
 </context>
 </TS>
