@@ -7,6 +7,7 @@
 #include "engine/data/TxQueryDef.h"
 #include "engine/data/TxRecordset.h"
 #include "engine/geometry/GeoRegion.h"
+#include "engine/map/LayerCoordSys.h"
 #include "engine/projection/TxPJCoordSys.h"
 #include "engine/projection/TxReprojector.h"
 
@@ -167,7 +168,7 @@ void MapRenderer::beginTask()
     }
     CTxPJCoordSys own;
     CTxPJCoordSys map;
-    m_dataset->GetProjection(own);
+    LayerCoordSys::stated(*m_dataset, own);
     m_map.get()->GetProjection(map);
     bool failed = false;
     m_reprojector = TxReprojector::make(own, map, failed);

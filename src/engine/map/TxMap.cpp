@@ -1,6 +1,7 @@
 #include "engine/map/TxMap.h"
 
 #include "engine/data/TxDataset.h"
+#include "engine/map/LayerCoordSys.h"
 #include "engine/projection/TxPJCoordSys.h"
 #include "engine/projection/TxReprojector.h"
 
@@ -13,7 +14,7 @@ CRect2D layerBounds(const CTxLayer &layer, const CTxPJCoordSys &own)
     if (!dataset)
         return {};
     CTxPJCoordSys coordSys;
-    dataset->GetProjection(coordSys);
+    LayerCoordSys::stated(*dataset, coordSys);
     bool failed = false;
     const auto reprojector = TxReprojector::make(coordSys, own, failed);
     if (failed)
@@ -48,6 +49,6 @@ void CTxMap::GetProjection(CTxPJCoordSys &coordSys) const
     coordSys = CTxPJCoordSys();
     for (int i = m_layers.GetCount() - 1; i >= 0 && coordSys.GetType() == CTxPJCoordSys::None; --i) {
         if (const CTxDataset *dataset = m_layers.GetLayerAt(i)->GetDataset())
-            dataset->GetProjection(coordSys);
+            LayerCoordSys::stated(*dataset, coordSys);
     }
 }

@@ -22,8 +22,8 @@ public:
     CRect2D GetBounds() const;
     /// The same of the layer at 0-based @p index alone; void when it is missing, empty or out of range.
     CRect2D GetLayerBounds(int index) const;
-    /// Copies the map's coordinate system to @p coordSys: that of the layer at the bottom, or of the lowest one above
-    /// it that has one.
+    /// Copies the map's coordinate system to @p coordSys: that which the layer at the bottom states, or the lowest one
+    /// above it that states one. Layers that state none lie in the map's coordinates.
     void GetProjection(CTxPJCoordSys &coordSys) const;
     /// What part of the plane was last shown; void when the map was never shown.
     const CRect2D &GetViewBounds() const { return m_viewBounds; }

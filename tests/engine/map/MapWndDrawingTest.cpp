@@ -6,6 +6,7 @@
 #include "engine/geometry/GeoPoint.h"
 #include "engine/geometry/GeoRegion.h"
 #include "engine/geometry/GeoText.h"
+#include "engine/projection/TxPJCoordSys.h"
 
 #include <ogr_spatialref.h>
 
@@ -124,6 +125,42 @@ TEST_F(MapWndDrawing, LayersOfAnotherCoordinateSystemLieWhereTheyBelong)
     const CRect2D all = map->GetBounds();
     EXPECT_NEAR(all.right, 10, 1e-9);
     EXPECT_NEAR(all.left, 0, 1e-9);
+}
+
+/// At the bottom of the map, in a database whose other datasets lie in degrees.
+TEST_F(MapWndDrawing, ALayerWithoutACoordinateSystemKeepsNoOtherFromDrawing)
+{
+    CTxDataSource *database =
+        workspace.GetDataSources().Create(data.path("all.tdb"), "all", CTxDataSourceStorage::Native);
+    ASSERT_TRUE(database);
+    const auto make = [&](const char *name, const char *coordSys, const CGeoPoint &place, const QColor &color) {
+        CTxDatasetDef definition;
+        definition.name = name;
+        definition.type = CElemDatasetInfo::Point;
+        definition.coordSys = coordSys;
+        auto *dataset = dynamic_cast<CDatasetVector *>(database->CreateDataset(definition));
+        ASSERT_TRUE(dataset && dataset->Open()) << name;
+        CTxRecordset *records = dataset->Query(CTxQueryDef());
+        ASSERT_TRUE(records && records->AddNew() && records->SetGeometry(&place) && records->Update()) << name;
+        dataset->ReleaseRecordset(records);
+        map->GetLayers()
+            .Add(std::make_unique<CTxLayer>(&workspace.GetDataSources(), "all", definition.name))
+            ->setStyle(style(color, color));
+    };
+    make("Degrees", "EPSG:4326", CGeoPoint(-123, 48.75), Qt::green); // 500000, 5399600 or so
+    make("Metres", "EPSG:32610", CGeoPoint(500000, 5400000), red);
+    make("Plan", "", CGeoPoint(500400, 5400000), blue);
+    const int bottom = map->GetLayers().GetCount() - 1;
+    ASSERT_TRUE(map->GetLayers().Move(bottom, 0));
+    ASSERT_TRUE(map->GetLayers().Move(1, bottom));
+    wnd.SetMap(map);
+    wnd.FinishDrawing();
+    picture = wnd.grab().toImage();
+    CTxPJCoordSys utm;
+    map->GetProjection(utm);
+    EXPECT_EQ(utm.GetDistUnits(), 10000) << "metres";
+    const CRect2D all = map->GetBounds();
+    expect({{500000, 5400000, red}, {500400, 5400000, blue}, {500000, all.bottom, Qt::green}});
 }
 
 TEST_F(MapWndDrawing, RastersAreDrawnInTheirPlace)
