@@ -155,6 +155,14 @@ int MainWindow::openFiles(const QStringList &paths, bool ask)
     return opened;
 }
 
+void MainWindow::openAtStart(const QStringList &paths)
+{
+    openFiles(paths, false);
+    const CTxMaps &maps = m_document->workspace().GetMaps();
+    if (!m_area->current() && maps.GetCount() > 0)
+        m_area->showMap(maps.GetAt(0)->GetName());
+}
+
 void MainWindow::fail(const QString &what, const QString &why)
 {
     m_output->print(why.isEmpty() ? what : what + QLatin1Char(' ') + why);

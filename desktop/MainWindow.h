@@ -35,6 +35,9 @@ public:
     /// Opens workspaces and datasources. What cannot be opened is told in the output pane and, with @p ask, in a
     /// message box. @return how many were opened.
     int openFiles(const QStringList &paths, bool ask = true);
+    /// Opens what the program was started with, without a question, and shows the first map of its workspace: nobody
+    /// who names a workspace wants to look at an empty window.
+    void openAtStart(const QStringList &paths);
     /// Takes size, place and docks from the last run, and keeps them at the end of this one.
     void setRemembersLayout(bool on);
 

@@ -122,7 +122,7 @@ int runDesktop(const CommandLine &line)
         // After the first picture, so that the window is there while large files are opened. What fails is told in
         // the output pane: several message boxes at start help nobody.
         QMetaObject::invokeMethod(
-            &window, [&window, &line] { window.openFiles(line.files, false); }, Qt::QueuedConnection);
+            &window, [&window, &line] { window.openAtStart(line.files); }, Qt::QueuedConnection);
     }
     // Whoever drives this desktop by scripts; there may be no bus, or another process that serves them.
     ColorsServer server;

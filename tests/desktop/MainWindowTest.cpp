@@ -192,6 +192,24 @@ TEST_F(Window, LayersAreHiddenAndRemovedInTheLayerPane)
     EXPECT_EQ(list->count(), 0);
 }
 
+TEST_F(Window, AStartWithAWorkspaceShowsItsFirstMap)
+{
+    openTowns();
+    const QString workspaceFile = folder.filePath(u"two.txw"_s);
+    for (const QString &name : {u"Second"_s, u"Alone"_s})
+        ASSERT_TRUE(window->document().addMap(name));
+    ASSERT_TRUE(workspace().GetMaps().Rename(workspace().GetMaps().GetAt(0)->GetName(), u"First"_s));
+    ASSERT_TRUE(workspace().SaveAs(workspaceFile));
+    const auto shown = [this](const QStringList &files) {
+        EXPECT_TRUE(window->document().newWorkspace());
+        window->openAtStart(files);
+        return area().currentMap() ? area().currentMap()->map()->GetName() : QString();
+    };
+    EXPECT_EQ(shown({workspaceFile}), u"First"_s);
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_EQ(shown({towns()}), QString());
+}
+
 TEST_F(Window, AMapThatIsOpenedBringsItsLayersAlong)
 {
     openTowns();
