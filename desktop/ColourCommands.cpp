@@ -101,7 +101,8 @@ void ColourCommands::apply(CTxLayer &layer, const CTxColorsetEx &colors, bool st
     if (style == layer.style())
         return;
     layer.setStyle(style);
-    m_area.currentMap()->refresh();
+    if (MapWindow *view = m_area.currentMap()) // closed while the dialog stood
+        view->refresh();
     m_layers.refresh();
     m_document.touch();
 }

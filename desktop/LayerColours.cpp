@@ -147,7 +147,7 @@ std::optional<std::pair<double, double>> LayerColours::heightRange(CTxDataset &d
                                                          ? surfaceRange(static_cast<CDatasetVector &>(dataset))
                                                          : static_cast<CDatasetRaster &>(dataset).GetValueRange();
     if (range && !(range->second > range->first))
-        range->second = range->first + 1;
+        range->second = range->first + std::max(1.0, std::abs(range->first) * 1e-6); // 1 is lost beside a huge one
     return range;
 }
 
@@ -163,12 +163,16 @@ CTxColorsetEx LayerColours::shown(const CTxLayer &layer)
 CTxColorsetEx LayerColours::stock(qint32 style, bool reverse, int count, double floor, double ceiling, bool toSeaLevel)
 {
     CTxColorFolder ramp;
-    if (!toSeaLevel || !TxGetStockGradientTraits(style).hasSeaLevel || reverse || !(floor < 0 && ceiling > 0)) {
+    if (!toSeaLevel || !TxGetStockGradientTraits(style).hasSeaLevel || reverse) {
         ramp.MakeStockGradient(count, style, reverse);
         return colorset(ramp.GetColors(), floor, ceiling);
     }
     // The lower half of an even count is water: each side gets half of a ramp of its own length.
-    const int water = std::clamp(static_cast<int>(std::lround(count * -floor / (ceiling - floor))), 1, count - 1);
+    int water = 0; // land only
+    if (ceiling <= 0)
+        water = count;
+    else if (floor < 0)
+        water = std::clamp(static_cast<int>(std::lround(count * -floor / (ceiling - floor))), 1, count - 1);
     ramp.MakeStockGradient(2 * water, style);
     QList<COLORREF> colors = ramp.GetColors().first(water);
     ramp.MakeStockGradient(2 * (count - water), style);

@@ -18,13 +18,14 @@ namespace LayerColours {
 /// True when @p layer shows heights: a grid, an elevation model or a surface of triangles that is there.
 bool showsHeights(const CTxLayer *layer);
 /// Lowest and highest value of a dataset that shows heights; of a surface, all its records are read. Never without
-/// extent: a plain of one height is taken to be one unit high. Nothing when there are none.
+/// extent: a plain of one height is taken to be one unit high, or a millionth of a huge height.
+/// Nothing when there are none.
 std::optional<std::pair<double, double>> heightRange(CTxDataset &dataset);
 /// The colours that @p layer shows: its own, or the usual ones over the range of its heights.
 CTxColorsetEx shown(const CTxLayer &layer);
 
 /// The stock ramp @p style in @p count colours from @p floor to @p ceiling. With @p toSeaLevel the water of a ramp that
-/// has a sea level ends at height 0, wherever in the range that is.
+/// has a sea level ends at height 0, wherever in the range that is: land alone has no water, water no land.
 CTxColorsetEx stock(qint32 style, bool reverse, int count, double floor, double ceiling, bool toSeaLevel);
 
 /// The colours as stops of a ramp: no more than a straight way between them needs.

@@ -173,6 +173,29 @@ TEST_F(Colours, WhatIsGivenUpLeavesNoTrace)
     EXPECT_FALSE(window->document().isModified());
 }
 
+TEST_F(Colours, WhatGoesWhileADialogStandsIsNotMissed)
+{
+    openGrid();
+    give(twoColors());
+    const auto accept = [this](auto &&lose) {
+        inDialog<StockRampDialog>([this] { action(Actions::StockRamp)->trigger(); },
+                                  [&](StockRampDialog &dialog) {
+                                      lose();
+                                      dialog.accept();
+                                  });
+    };
+    const CTxMap *map = view()->map();
+    accept([this] { area().closeAll(); });
+    EXPECT_EQ(map->GetLayers().GetLayerAt(1)->style().colors.GetSize(), 256) << "the layer is still there";
+    ASSERT_TRUE(area().showMap(map->GetName()));
+    selectLayer(1);
+    accept(
+        [this] { EXPECT_TRUE(window->document().closeDataSource(workspace().GetDataSources().GetAt(0)->GetAlias())); });
+    selectLayer(1);
+    window->document().removeMap(map->GetName());
+    EXPECT_FALSE(action(Actions::StockRamp)->isEnabled());
+}
+
 TEST_F(Colours, EditorsBeginWithWhatTheLayerShows)
 {
     openGrid();
@@ -302,9 +325,14 @@ TEST(LayerColoursTest, TheSeaOfAStockRampEndsAtHeightZero)
     EXPECT_EQ(shallow.GetRGB(2), even.GetAt(2)) << "then land begins";
     EXPECT_EQ(shallow.GetRGB(19), even.GetAt(3));
     even.MakeStockGradient(20, style);
-    for (const CTxColorsetEx &plain : {LayerColours::stock(style, false, 20, -100, 900, false),
-                                       LayerColours::stock(style, false, 20, 100, 900, true)})
-        EXPECT_EQ(plain.GetRGB(2), even.GetAt(2)) << "as it is, without a sea level or with land only";
+    EXPECT_EQ(LayerColours::stock(style, false, 20, -100, 900, false).GetRGB(2), even.GetAt(2)) << "as it is";
+    even.MakeStockGradient(40, style);
+    const CTxColorsetEx land = LayerColours::stock(style, false, 20, 100, 900, true);
+    const CTxColorsetEx sea = LayerColours::stock(style, false, 20, -900, -100, true);
+    for (qint32 i = 0; i < 20; ++i) {
+        EXPECT_EQ(land.GetRGB(i), even.GetAt(20 + i)) << "hills are not drowned";
+        EXPECT_EQ(sea.GetRGB(i), even.GetAt(i));
+    }
 }
 
 TEST(LayerColoursTest, FewStopsHoldARamp)
