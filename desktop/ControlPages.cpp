@@ -27,6 +27,31 @@ constexpr ControlPage table[] = {
      makeSliderToolBars},
     {QT_TRANSLATE_NOOP("ControlPages", "Triangle button"),
      QT_TRANSLATE_NOOP("ControlPages", "Opens what hangs on the control beside it."), makeTriangles},
+    {QT_TRANSLATE_NOOP("ControlPages", "Multi-selection list"),
+     QT_TRANSLATE_NOOP("ControlPages",
+                       "Several entries are chosen at once, by Ctrl and Shift with clicks or keys, all of "
+                       "them, or the ones that were not. What cannot be chosen stays out."),
+     makeSelectionList},
+    {QT_TRANSLATE_NOOP("ControlPages", "Report list"),
+     QT_TRANSLATE_NOOP(
+         "ControlPages",
+         "Rows that are edited in place: F2, Enter, a double click or typing opens a cell, Tab goes on to "
+         "the next, Space checks. A column head sorts, or checks all; Tab leads to it as well."),
+     makeReportList},
+    {QT_TRANSLATE_NOOP("ControlPages", "Drag list"),
+     QT_TRANSLATE_NOOP("ControlPages",
+                       "Rows are put into another order by drag, or by Alt with Up, Down, Home and End. "
+                       "Escape gives a drag up."),
+     makeDragList},
+    {QT_TRANSLATE_NOOP("ControlPages", "Auto-width combo box"),
+     QT_TRANSLATE_NOOP("ControlPages", "The list is as wide as its longest entry, however narrow the box is."),
+     makeAutoWidthCombo},
+    {QT_TRANSLATE_NOOP("ControlPages", "Image combo box"),
+     QT_TRANSLATE_NOOP("ControlPages", "Entries with an icon, each below the one that holds it."), makeImageCombo},
+    {QT_TRANSLATE_NOOP("ControlPages", "Combo boxes on toolbars"),
+     QT_TRANSLATE_NOOP("ControlPages", "Two combo boxes on a lying and on an upright toolbar: they stay in step. The "
+                                       "scale may be typed. The command that is sent shows at the foot of the window."),
+     makeComboToolBars},
     {QT_TRANSLATE_NOOP("ControlPages", "Hue and brightness"),
      QT_TRANSLATE_NOOP("ControlPages", "Picks a colour on a disc of hues and a bar of brightness, by mouse or arrows."),
      makeHsbPicker},

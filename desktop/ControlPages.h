@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 #include <functional>
 #include <span>
 
+class QAction;
+class QMainWindow;
 class QWidget;
 
 /// Shows the value of a page's control in the line below it.
@@ -25,9 +28,12 @@ std::span<const ControlPage> controlPages();
 namespace ControlPages {
 
 /// Commands that the pages' controls send, told apart from others by their numbers.
-enum Command { SliderCommand = 61000, ToolBarCommand, LastCommand = ToolBarCommand };
+enum Command { SliderCommand = 61000, ToolBarCommand, ScaleCommand, UnitCommand, LastCommand = UnitCommand };
 
 QString text(const char *source);
+
+/// A page with a lying and an upright toolbar, both with @p actions, which it takes.
+QMainWindow *makeToolBars(QWidget *parent, const QList<QAction *> &actions);
 
 QWidget *makeAngles(QWidget *parent, const ShowValue &show);
 QWidget *makeNumbers(QWidget *parent, const ShowValue &show);
@@ -35,6 +41,14 @@ QWidget *makeNumbers(QWidget *parent, const ShowValue &show);
 QWidget *makeSlider(QWidget *parent, const ShowValue &show);
 QWidget *makeSliderToolBars(QWidget *parent, const ShowValue &show);
 QWidget *makeTriangles(QWidget *parent, const ShowValue &show);
+
+QWidget *makeSelectionList(QWidget *parent, const ShowValue &show);
+QWidget *makeReportList(QWidget *parent, const ShowValue &show);
+QWidget *makeDragList(QWidget *parent, const ShowValue &show);
+
+QWidget *makeAutoWidthCombo(QWidget *parent, const ShowValue &show);
+QWidget *makeImageCombo(QWidget *parent, const ShowValue &show);
+QWidget *makeComboToolBars(QWidget *parent, const ShowValue &show);
 
 QWidget *makeHsbPicker(QWidget *parent, const ShowValue &show);
 QWidget *makeRgbCube(QWidget *parent, const ShowValue &show);

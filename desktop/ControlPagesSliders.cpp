@@ -30,23 +30,31 @@ QWidget *ControlPages::makeSlider(QWidget *parent, const ShowValue &show)
     return page;
 }
 
-QWidget *ControlPages::makeSliderToolBars(QWidget *parent, const ShowValue &show)
+QMainWindow *ControlPages::makeToolBars(QWidget *parent, const QList<QAction *> &actions)
 {
     auto *page = new QMainWindow(parent); // it has the places for toolbars
     page->setWindowFlags(Qt::Widget);
-    auto *button = new CTdEditSliderButton(ToolBarCommand, -1, nullptr, 0, 70, page);
-    button->setText(text(QT_TRANSLATE_NOOP("ControlPages", "Brightness")));
+    for (QAction *action : actions)
+        action->setParent(page);
     for (const Qt::ToolBarArea area : {Qt::TopToolBarArea, Qt::LeftToolBarArea}) {
         auto *bar =
             new QToolBar(area == Qt::TopToolBarArea ? text(QT_TRANSLATE_NOOP("ControlPages", "Lying toolbar"))
                                                     : text(QT_TRANSLATE_NOOP("ControlPages", "Upright toolbar")));
         page->addToolBar(area, bar);
-        bar->addAction(button);
+        bar->addActions(actions);
     }
     auto *rest = new QLabel(text(QT_TRANSLATE_NOOP("ControlPages", "The toolbars can be dragged to the other sides.")));
     rest->setAlignment(Qt::AlignCenter);
     rest->setWordWrap(true);
     page->setCentralWidget(rest);
+    return page;
+}
+
+QWidget *ControlPages::makeSliderToolBars(QWidget *parent, const ShowValue &show)
+{
+    auto *button = new CTdEditSliderButton(ToolBarCommand, -1, nullptr, 0, 70);
+    button->setText(text(QT_TRANSLATE_NOOP("ControlPages", "Brightness")));
+    QMainWindow *page = makeToolBars(parent, {button});
     const auto tell = [show] { show(QString::number(CTdEditSliderButton::GetPos(ToolBarCommand))); };
     for (QWidget *bar : page->findChildren<QToolBar *>())
         for (CTdEditSlider *slider : bar->findChildren<CTdEditSlider *>())

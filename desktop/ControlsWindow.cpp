@@ -19,6 +19,7 @@ QLabel *makeLine(const QString &name)
 {
     auto *line = new QLabel;
     line->setTextFormat(Qt::PlainText);
+    line->setWordWrap(true); // a long value must not widen the window
     line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     line->setFocusPolicy(Qt::ClickFocus);
     line->setAccessibleName(name);

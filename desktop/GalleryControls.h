@@ -9,5 +9,7 @@ namespace GalleryControls {
 
 /// The window of controls with the page of @p title, as the table of pages has it.
 QPixmap draw(std::string_view title);
+/// The same with the list of the page's first combo box dropped.
+QPixmap drawDropped(std::string_view title);
 
 } // namespace GalleryControls

@@ -37,7 +37,6 @@
 #include <QMessageBox>
 #include <QTabWidget>
 
-
 using namespace GalleryStage;
 
 namespace {
@@ -332,6 +331,12 @@ constexpr GalleryWindow table[] = {
     {"controls-slider", [](const GalleryData &) { return GalleryControls::draw("Slider edit"); }},
     {"controls-toolbars", [](const GalleryData &) { return GalleryControls::draw("Slider on toolbars"); }},
     {"controls-triangle", [](const GalleryData &) { return GalleryControls::draw("Triangle button"); }},
+    {"controls-selection", [](const GalleryData &) { return GalleryControls::draw("Multi-selection list"); }},
+    {"controls-report", [](const GalleryData &) { return GalleryControls::draw("Report list"); }},
+    {"controls-drag", [](const GalleryData &) { return GalleryControls::draw("Drag list"); }},
+    {"controls-width", [](const GalleryData &) { return GalleryControls::drawDropped("Auto-width combo box"); }},
+    {"controls-images", [](const GalleryData &) { return GalleryControls::drawDropped("Image combo box"); }},
+    {"controls-combos", [](const GalleryData &) { return GalleryControls::draw("Combo boxes on toolbars"); }},
     {"controls-hue", [](const GalleryData &) { return GalleryControls::draw("Hue and brightness"); }},
     {"controls-cube", [](const GalleryData &) { return GalleryControls::draw("Colour cube"); }},
     {"controls-colours", [](const GalleryData &) { return GalleryControls::draw("Colour list"); }},

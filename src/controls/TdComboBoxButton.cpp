@@ -115,13 +115,13 @@ void CTdComboBoxButton::choose(int index, const QString &text, bool notify)
     if (!notify)
         return;
     const QPointer<CTdComboBoxButton> alive(this);
+    Q_EMIT chosen(index, text); // before the command, whose receivers may ask those who listen here
     for (const QPointer<QWidget> &window : windows) {
-        CTdHostMessage command(CTdHostMessage::Command, static_cast<qint64>(m_commandId));
-        TdSendMessage(window, command);
         if (!alive)
             return; // who was told took the button away
+        CTdHostMessage command(CTdHostMessage::Command, static_cast<qint64>(m_commandId));
+        TdSendMessage(window, command);
     }
-    Q_EMIT chosen(index, text);
 }
 
 void CTdComboBoxButton::makeEditable(CTdAutoWidthComboBox &control)

@@ -12,9 +12,8 @@ class QStandardItemModel;
 /// A toolbar button that is a combo box. It can stand on several toolbars: its copies show the same entries, the same
 /// choice and the same text, and so do all other buttons that have its command.
 ///
-/// When the user chooses or types, the windows that the button stands in are told the command
-/// (CTdHostMessage::Command), and `chosen` is emitted; choices that the program makes are silent unless it asks
-/// otherwise.
+/// When the user chooses or types, `chosen` is emitted and then the windows that the button stands in are told the
+/// command (CTdHostMessage::Command); choices that the program makes are silent unless it asks otherwise.
 class TDCOMMON_API CTdComboBoxButton : public QWidgetAction
 {
     Q_OBJECT
