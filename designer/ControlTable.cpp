@@ -3,8 +3,13 @@
 #include "colour/HsbPicker.h"
 #include "colour/RgbCubePicker.h"
 #include "colour/TdColorListBox.h"
+#include "controls/HListBox.h"
+#include "controls/ListCtrlEx.h"
+#include "controls/TdAutoWidthComboBox.h"
 #include "controls/TdDMSMakEdit.h"
+#include "controls/TdDragListCtrl.h"
 #include "controls/TdEditSlider.h"
+#include "controls/TdImageComboBox.h"
 #include "controls/TdNumEdit.h"
 #include "controls/TdSliderCtrl.h"
 #include "controls/TdTriangleButton.h"
@@ -47,6 +52,22 @@ constexpr ControlRow table[] = {
     {"CTdTriangleButton", "controls/TdTriangleButton.h", "button",
      QT_TRANSLATE_NOOP("ControlTable", "A small flat button with a triangle"), "triangleButton", "",
      make<CTdTriangleButton>},
+    {"CHListBox", "controls/HListBox.h", "list",
+     QT_TRANSLATE_NOOP("ControlTable", "A list in which several entries are chosen, all of them or the others"),
+     "listBox", "", make<CHListBox>},
+    {"CListCtrlEx", "controls/ListCtrlEx.h", "report",
+     QT_TRANSLATE_NOOP("ControlTable",
+                       "A report list whose cells are edited in place: as text, by choice or check box"),
+     "reportList", "", make<CListCtrlEx>},
+    {"CTdDragListCtrl", "controls/TdDragListCtrl.h", "rows",
+     QT_TRANSLATE_NOOP("ControlTable", "A report list whose rows are put into another order"), "dragList", "",
+     make<CTdDragListCtrl>},
+    {"CTdAutoWidthComboBox", "controls/TdAutoWidthComboBox.h", "choice",
+     QT_TRANSLATE_NOOP("ControlTable", "A combo box whose list is as wide as its longest entry"), "autoWidthCombo", "",
+     make<CTdAutoWidthComboBox>},
+    {"CTdImageComboBox", "controls/TdImageComboBox.h", "images",
+     QT_TRANSLATE_NOOP("ControlTable", "A combo box whose entries have icons and indents"), "imageCombo", "",
+     make<CTdImageComboBox>},
     {"CTdColorListBox", "colour/TdColorListBox.h", "colours",
      QT_TRANSLATE_NOOP("ControlTable", "A list of colours like the legend of heights"), "colorList", "",
      make<CTdColorListBox>},

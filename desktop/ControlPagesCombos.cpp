@@ -17,7 +17,7 @@ constexpr const char *systems[] = {"WGS 84",
                                    "WGS 84 / Pseudo-Mercator",
                                    "WGS 84 / UTM zone 33N",
                                    "ETRS89-extended / LAEA Europe",
-                                   "ETRS89 / UTM zone 32N (zE-N) + DHHN2016 height",
+                                   "NAD83(2011) / California zone 6 (ftUS)",
                                    "NAD83(2011) / Conus Albers",
                                    "OSGB36 / British National Grid",
                                    "CH1903+ / LV95"};

@@ -62,6 +62,7 @@ CTdAutoWidthComboBox::CTdAutoWidthComboBox(QWidget *parent) : QComboBox(parent)
     setMinimumContentsLength(6);
     // A delegate that some styles do not replace by one that draws menu items, which would measure otherwise.
     setItemDelegate(new QStyledItemDelegate(this));
+    setIconSize(iconSize()); // the list's icons would be larger than that of the closed box
     if (auto *list = qobject_cast<QListView *>(view()))
         list->setUniformItemSizes(true);
 }

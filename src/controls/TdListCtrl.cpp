@@ -92,6 +92,24 @@ QString CTdListCtrl::GetColumnTitle(int column) const
     return settings ? settings->title : QString();
 }
 
+void CTdListCtrl::SetColumnTitles(const QStringList &titles)
+{
+    while (GetColumnCount() > titles.size())
+        DeleteColumn(GetColumnCount() - 1);
+    for (int column = 0; column < GetColumnCount(); ++column)
+        SetColumnTitle(column, titles[column]);
+    for (qsizetype column = GetColumnCount(); column < titles.size(); ++column)
+        InsertColumn(-1, titles[column]);
+}
+
+QStringList CTdListCtrl::GetColumnTitles() const
+{
+    QStringList titles;
+    for (int column = 0; column < GetColumnCount(); ++column)
+        titles += GetColumnTitle(column);
+    return titles;
+}
+
 bool CTdListCtrl::SetColumnIcon(int column, const QIcon &icon)
 {
     return m_model->changeColumn(column, [&](ReportModel::Column &settings) { settings.icon = icon; });

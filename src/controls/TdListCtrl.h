@@ -18,6 +18,8 @@ class ReportModel;
 class TDCOMMON_API CTdListCtrl : public QTreeView
 {
     Q_OBJECT
+    /// As forms set them: a column each. A column without a title any more goes, with its cells.
+    Q_PROPERTY(QStringList columnTitles READ GetColumnTitles WRITE SetColumnTitles)
 
 public:
     explicit CTdListCtrl(QWidget *parent = nullptr);
@@ -34,6 +36,9 @@ public:
     int GetColumnCount() const;
     bool SetColumnTitle(int column, const QString &title);
     QString GetColumnTitle(int column) const;
+    /// Gives the columns their titles, in their order; missing columns are inserted at the end, surplus ones removed.
+    void SetColumnTitles(const QStringList &titles);
+    QStringList GetColumnTitles() const;
     /// Shows an icon beside the title.
     bool SetColumnIcon(int column, const QIcon &icon);
     /// Shows a check box in every cell of the column, which the user toggles by click or Space.

@@ -66,7 +66,8 @@ void expectFormIsAsDrawn(const QWidget &form)
     const auto *number = form.findChild<CTdNumEdit *>(u"numberEdit"_s);
     const auto *slider = form.findChild<CTdEditSlider *>(u"editSlider"_s);
     const auto *button = form.findChild<CTdTriangleButton *>(u"triangleButton"_s);
-    ASSERT_TRUE(angle && number && slider && button);
+    const auto *list = form.findChild<CListCtrlEx *>(u"reportList"_s);
+    ASSERT_TRUE(angle && number && slider && button && list);
     EXPECT_EQ(angle->text().toStdString(), "- 45:30: 0.0000");
     EXPECT_EQ(angle->GetPrompt(), u'.');
     EXPECT_EQ(angle->GetEditType(), CTdDMSMakEdit::Range180);
@@ -77,6 +78,7 @@ void expectFormIsAsDrawn(const QWidget &form)
     EXPECT_EQ(slider->GetMax(), 20);
     EXPECT_TRUE(slider->IsEnabledX());
     EXPECT_EQ(button->GetDirection(), Qt::LeftArrow);
+    EXPECT_EQ(list->GetColumnTitles(), (QStringList{u"Name"_s, u"Type"_s}));
 }
 
 TEST(DesignerPlugin, FormsComeOutAsDrawnCompiledAndLoaded)
@@ -85,8 +87,10 @@ TEST(DesignerPlugin, FormsComeOutAsDrawnCompiledAndLoaded)
     Ui::ControlsForm form;
     form.setupUi(&compiled);
     expectFormIsAsDrawn(compiled);
+    form.reportList->InsertItems(0, {{u"Area"_s, u"Double"_s}});
     form.retranslateUi(&compiled); // another language does not clear what was entered
     expectFormIsAsDrawn(compiled);
+    EXPECT_EQ(form.reportList->GetItemText(0, 1), u"Double"_s);
 
     QFile file(QStringLiteral(TD_SOURCE_DIR "/tests/designer/ControlsForm.ui"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
