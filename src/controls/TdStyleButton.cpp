@@ -1,30 +1,54 @@
 #include "controls/TdStyleButton.h"
 
+#include "common/TdModule.h"
 #include "controls/SampleButton.h"
+#include "controls/TdStyleDialog.h"
+#include "res/StringId.h"
 
+#include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 
-CTdStyleButton::CTdStyleButton(QWidget *parent) : QPushButton(parent) {}
+CTdStyleButton::CTdStyleButton(QWidget *parent) : CTdStyleButton(TdStyle::Line, parent) {}
+
+CTdStyleButton::CTdStyleButton(TdStyle::Kind kind, QWidget *parent) : QPushButton(parent), m_kind(kind)
+{
+    setAutoDefault(false);
+    describe();
+    connect(this, &QPushButton::clicked, this, &CTdStyleButton::chooseStyle);
+}
 
 CTdStyleButton::~CTdStyleButton() = default;
 
-void CTdStyleButton::SetSample(Sample sample, const QString &description)
+void CTdStyleButton::SetKind(TdStyle::Kind kind)
 {
-    m_sample = std::move(sample);
-    setAccessibleDescription(description);
-    setToolTip(description);
+    m_kind = kind;
+    describe();
+    updateGeometry();
     update();
 }
 
-void CTdStyleButton::SetSampleBackground(const QColor &color)
+void CTdStyleButton::SetStyle(const CTxGeoStyle &style)
 {
-    m_background = color;
+    m_style = style;
+    describe();
     update();
+}
+
+void CTdStyleButton::describe()
+{
+    constexpr quint32 names[] = {TdStringId::StyleLineTitle, TdStringId::StyleFillTitle,
+                                 TdStringId::StyleSymbolTitle}; // by kind
+    setAccessibleName(CTdModule::LoadString(names[m_kind]));
+    setAccessibleDescription(TdStyle::name(m_kind, m_style));
+    setToolTip(accessibleDescription());
 }
 
 QSize CTdStyleButton::sizeHint() const
 {
-    return SampleButton::sizeFor(*this, {fontMetrics().height() * 5, fontMetrics().height() + 6});
+    const int line = fontMetrics().height();
+    return SampleButton::sizeFor(*this, {m_kind == TdStyle::Symbol ? line * 2 : line * 5, line + 6});
 }
 
 QSize CTdStyleButton::minimumSizeHint() const
@@ -38,14 +62,35 @@ void CTdStyleButton::paintEvent(QPaintEvent *)
     const QRect place = SampleButton::paintFrame(*this, painter);
     if (!isEnabled())
         painter.setOpacity(0.4);
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.setBrush(m_background);
-    painter.drawRect(place.adjusted(0, 0, -1, -1));
-    const QRect inner = place.adjusted(1, 1, -1, -1);
-    if (!m_sample || inner.isEmpty())
+    TdStyle::drawSample(painter, place, m_kind, m_style);
+}
+
+void CTdStyleButton::keyPressEvent(QKeyEvent *event)
+{
+    const bool isDropKey = event->key() == Qt::Key_F4 || event->key() == Qt::Key_Down;
+    if (isDropKey || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click(); // as the colour button opens; Enter is not the dialog's OK here
+    else
+        QPushButton::keyPressEvent(event);
+}
+
+void CTdStyleButton::changeEvent(QEvent *event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        describe();
+}
+
+void CTdStyleButton::chooseStyle()
+{
+    // On the heap: the window may go while the dialog is open, and takes it along.
+    const QPointer<CTdStyleDialog> dialog = new CTdStyleDialog(m_kind, m_style, window());
+    const QPointer<CTdStyleButton> alive(this);
+    const bool accepted = dialog->DoModal() == CTdDialog::IdOk && dialog;
+    const CTxGeoStyle style = accepted ? dialog->GetStyle() : CTxGeoStyle();
+    delete dialog;
+    if (!alive || !accepted || style == m_style)
         return;
-    painter.save();
-    painter.setClipRect(inner);
-    m_sample(painter, inner.adjusted(2, 2, -2, -2));
-    painter.restore();
+    SetStyle(style);
+    Q_EMIT styleChosen(m_style);
 }

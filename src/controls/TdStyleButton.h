@@ -1,40 +1,49 @@
 #pragma once
 
 #include "common/TdCommonExport.h"
+#include "controls/TdStyle.h"
+#include "engine/symbol/TxGeoStyle.h"
 
 #include <QPushButton>
 
-#include <functional>
-
-/// A push button that shows a sample of a line, fill or symbol style.
-///
-/// What the sample looks like is the caller's: it hands in the function that draws it.
+/// A push button that shows a sample of a line style, a fill or a point symbol, and lets the user choose another in a
+/// dialog: by a click, Space, Enter, F4 or the down key.
 class TDCOMMON_API CTdStyleButton : public QPushButton
 {
     Q_OBJECT
+    Q_PROPERTY(TdStyle::Kind kind READ GetKind WRITE SetKind)
 
 public:
-    /// Draws the sample into a rectangle of the painter. It is clipped to that, and the painter's state is saved.
-    using Sample = std::function<void(QPainter &, const QRect &)>;
-
     explicit CTdStyleButton(QWidget *parent = nullptr);
+    /// A button for the part @p kind of styles.
+    explicit CTdStyleButton(TdStyle::Kind kind, QWidget *parent = nullptr);
     ~CTdStyleButton() override;
 
-    /// Shows what @p sample draws; an empty function for none.
-    /// @param description what is to be seen, in words, for the tool tip and readers of the screen
-    void SetSample(Sample sample, const QString &description = QString());
+    /// Which part of the style is shown and chosen; the line at first.
+    TdStyle::Kind GetKind() const { return m_kind; }
+    void SetKind(TdStyle::Kind kind);
 
-    /// What the sample is drawn on; white at first, since styles are made for maps and not for the user's palette.
-    QColor GetSampleBackground() const { return m_background; }
-    void SetSampleBackground(const QColor &color);
+    /// The style, with all its parts.
+    const CTxGeoStyle &GetStyle() const { return m_style; }
+    /// Shows @p style, silently.
+    void SetStyle(const CTxGeoStyle &style);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+Q_SIGNALS:
+    /// The user has chosen another style; the parts of other kinds are as they were.
+    void styleChosen(const CTxGeoStyle &style);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
-    Sample m_sample;
-    QColor m_background = Qt::white;
+    void chooseStyle();
+    void describe();
+
+    TdStyle::Kind m_kind;
+    CTxGeoStyle m_style;
 };

@@ -3,15 +3,18 @@
 #include "controls/TdColorButton.h"
 #include "controls/TdLabelButton.h"
 #include "controls/TdStyleButton.h"
+#include "controls/TdStyleDialog.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialog>
+#include <QDoubleSpinBox>
 #include <QFontDialog>
-#include <QPainter>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -117,19 +120,94 @@ TEST(LabelButton, ShowsItsFontAndAsksForAnother)
     EXPECT_EQ(chosen.size(), 1);
 }
 
-TEST(StyleButton, DrawsItsSampleInsideAndLeavesThePainterAsItWas)
+/// Presses a style button, and lets @p act on the dialog that opens.
+template<class Act>
+void actInDialog(CTdStyleButton &button, const Act &act)
 {
-    CTdStyleButton button;
-    button.resize(120, 40);
-    button.SetSample([](QPainter &painter, const QRect &) {
-        painter.setOpacity(1.0);
-        painter.fillRect(-1000, -1000, 3000, 3000, Qt::blue);
+    QTimer::singleShot(0, [act] {
+        auto *dialog = qobject_cast<CTdStyleDialog *>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        act(*dialog);
+        if (dialog->isVisible())
+            dialog->reject();
     });
-    const QImage shown = button.grab().toImage();
-    EXPECT_EQ(shown.pixelColor(60, 20), QColor(Qt::blue));
-    EXPECT_NE(shown.pixelColor(2, 20), QColor(Qt::blue));
-    button.SetSample({});
-    EXPECT_EQ(button.grab().toImage().pixelColor(60, 20), QColor(Qt::white));
+    QTest::keyClick(&button, Qt::Key_Space);
+}
+
+TEST(StyleButton, StylesAreChosenByNameOrArrowsAndColorsStay)
+{
+    const struct
+    {
+        TdStyle::Kind kind;
+        const char *typed;
+        QList<Qt::Key> keys;
+        qint32 lineStyle, fillStyle, symbolStyle;
+        TxGradientKind gradient;
+        int told;
+    } rows[] = {
+        {TdStyle::Line, "rail", {Qt::Key_Right, Qt::Key_Return}, 13, 0, 0, TxGradientKind::None, 1},
+        {TdStyle::Line, "rail", {Qt::Key_Escape}, 0, 0, 0, TxGradientKind::None, 0},
+        {TdStyle::Line, "", {Qt::Key_Left, Qt::Key_Return}, 0, 0, 0, TxGradientKind::None, 0},
+        {TdStyle::Fill, "brick", {Qt::Key_Enter}, 0, 17, 0, TxGradientKind::None, 1},
+        {TdStyle::Fill, "", {Qt::Key_End, Qt::Key_Left, Qt::Key_Return}, 0, 0, 0, TxGradientKind::Radial, 1},
+        {TdStyle::Symbol, "", {Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}, 0, 0, 9, TxGradientKind::None, 1},
+    };
+    for (const auto &row : rows) {
+        CTdStyleButton button(row.kind);
+        CTxGeoStyle style;
+        style.lineColor = QColor(200, 0, 0, 90);
+        style.lineWidth = 2.123; // finer than the field shows
+        button.SetStyle(style);
+        button.show();
+        const QSignalSpy chosen(&button, &CTdStyleButton::styleChosen);
+        actInDialog(button, [&row](CTdStyleDialog &dialog) {
+            EXPECT_TRUE(dialog.rect().contains(dialog.childrenRect()));
+            QTest::keyClicks(dialog.focusWidget(), QString::fromLatin1(row.typed));
+            for (const Qt::Key key : row.keys)
+                QTest::keyClick(dialog.focusWidget(), key);
+        });
+        style.lineStyle = row.lineStyle;
+        style.fillStyle = row.fillStyle;
+        style.symbolStyle = row.symbolStyle;
+        style.fillGradient = row.gradient;
+        EXPECT_TRUE(button.GetStyle() == style) << button.GetStyle().ToXML().toStdString();
+        EXPECT_EQ(chosen.size(), row.told);
+    }
+}
+
+TEST(StyleButton, FieldsChangeWhatTheyNameAlone)
+{
+    CTdStyleButton button(TdStyle::Fill);
+    CTxGeoStyle style;
+    style.fillBackColor = QColor(0, 0, 255, 0); // none
+    style.fillStyle = 9999;                     // drawn as the first
+    button.SetStyle(style);
+    button.show();
+    actInDialog(button, [](CTdStyleDialog &dialog) {
+        QSignalSpy changed(&dialog, &CTdStyleDialog::styleChanged);
+        auto *opacity = dialog.findChild<QSpinBox *>();
+        opacity->setFocus();
+        opacity->selectAll();
+        QTest::keyClicks(opacity, QStringLiteral("40"));
+        EXPECT_EQ(dialog.GetStyle().fillColor.alpha(), 102);
+        EXPECT_EQ(dialog.GetStyle().fillBackColor.alpha(), 0); // none stays none
+        const QList<CTdColorButton *> colors = dialog.findChildren<CTdColorButton *>();
+        ASSERT_EQ(colors.size(), 2);
+        EXPECT_EQ(colors.last()->GetColor(), std::nullopt);
+        Q_EMIT colors.last()->colorChosen(TxColorRef::make(1, 2, 3));
+        EXPECT_EQ(dialog.GetStyle().fillBackColor, QColor(1, 2, 3, 102));
+        EXPECT_FALSE(dialog.findChild<QCheckBox *>()->isEnabled()); // there is no gradient
+        auto *size = dialog.findChild<QDoubleSpinBox *>();
+        opacity->setFocus();
+        QWheelEvent wheel(QPointF(5, 5), QPointF(5, 5), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(size, &wheel);
+        EXPECT_EQ(dialog.GetStyle().fillSize, 8.0);
+        EXPECT_EQ(dialog.GetStyle().fillStyle, 9999);
+        EXPECT_GT(changed.size(), 0);
+        dialog.accept();
+    });
+    EXPECT_EQ(button.GetStyle().fillColor.alpha(), 102);
 }
 
 } // namespace
