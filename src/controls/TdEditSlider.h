@@ -48,8 +48,8 @@ public:
     void EnableWindowX(int enable);
     bool IsEnabledX() const { return m_enabled; }
     void SetEnabledX(bool enable) { EnableWindowX(enable ? 1 : 0); }
-    /// Sets the font of the control, the edit and the button.
-    void SetFontX(const QFont &font);
+    /// Sets the font of the control, the edit and the button, and draws them anew if @p redraw says so.
+    void SetFontX(const QFont &font, bool redraw = true);
     /// Sets which of the pictures belongs to the control, -1 for none, and the pictures.
     void SetImage(int index) { m_image = index; }
     int GetImage() const { return m_image; }
@@ -61,6 +61,9 @@ public:
     CTdTriangleButton *GetButton() const { return m_button; }
     CTdSliderFrame *GetFrame() const { return m_frame; }
 
+    /// Makes the control a part of a toolbar: it is @p length long (pixels), and across as large as its numbers need.
+    void SetToolBarSize(Qt::Orientation orientation, int length);
+
     QSize sizeHint() const override;
 
 Q_SIGNALS:
@@ -71,15 +74,18 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void moveEvent(QMoveEvent *event) override;
     void changeEvent(QEvent *event) override;
-    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     int narrowSide() const;
+    int widthOfNumbers() const;
+    void placeChildren();
     void popUp();
     void followEdit();
     void followSlider();
+    void giveUp();
     void tellCommand() const;
 
     int m_commandId;
@@ -89,4 +95,7 @@ private:
     const QList<QIcon> *m_images = nullptr; // not owned
     CTdNumEdit *m_edit;
     bool m_enabled = false;
+    QString m_before; // what the edit showed when the slider opened
+    Qt::Orientation m_orientation = Qt::Horizontal;
+    int m_length = 60; // pixels, along a toolbar
 };

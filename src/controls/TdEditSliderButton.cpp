@@ -3,19 +3,19 @@
 #include "basic/TdHostMessage.h"
 #include "common/TdSendMessage.h"
 #include "controls/TdEditSlider.h"
+#include "controls/TdNumEdit.h"
 
 #include <QDataStream>
+#include <QMainWindow>
 #include <QPointer>
 #include <QToolBar>
-
-#include <algorithm>
 
 namespace {
 
 constexpr int usualWidth = 60;             // pixels
 constexpr int greatestWidth = 10000;       // pixels; more is no width but garbage
 constexpr quint32 childStyle = 0x50000010; // stands in a window, is visible, takes part in the toolbar
-constexpr quint32 lyingStyle = 0x2;        // set in an upright toolbar, cleared in a lying one
+constexpr quint32 uprightStyle = 0x2;      // set in an upright toolbar, cleared in a lying one
 
 /// Every button there is, in the order they were made. User-interface thread only.
 QList<CTdEditSliderButton *> &allButtons()
@@ -24,14 +24,25 @@ QList<CTdEditSliderButton *> &allButtons()
     return buttons;
 }
 
+/// The main window that @p control stands in, through floating toolbars and dialogs too, else its own window.
+QWidget *frameOf(const CTdEditSlider &control)
+{
+    for (QWidget *around = control.parentWidget(); around; around = around->parentWidget()) {
+        if (qobject_cast<QMainWindow *>(around))
+            return around;
+    }
+    return control.window();
+}
+
 } // namespace
 
 CTdEditSliderButton::CTdEditSliderButton(int commandId, int image, const QList<QIcon> *images, quint32 style, int width,
                                          QObject *parent)
     : QWidgetAction(parent), m_commandId(commandId), m_image(image), m_images(images),
-      m_width(width == 0 ? usualWidth : width), m_style(style | childStyle)
+      m_width(width == 0 ? usualWidth : qBound(1, width, greatestWidth)), m_style(style | childStyle)
 {
     allButtons().append(this);
+    applyLook();
     connect(this, &QAction::changed, this, &CTdEditSliderButton::followState);
 }
 
@@ -50,34 +61,41 @@ QList<CTdEditSlider *> CTdEditSliderButton::controls() const
     return list;
 }
 
+QList<CTdEditSliderButton *> CTdEditSliderButton::withSameCommand()
+{
+    if (m_commandId == -1)
+        return {this};
+    QList<CTdEditSliderButton *> same = allButtons();
+    same.removeIf([this](const CTdEditSliderButton *button) { return button->m_commandId != m_commandId; });
+    return same;
+}
+
 QWidget *CTdEditSliderButton::createWidget(QWidget *parent)
 {
     auto *control = new CTdEditSlider(m_commandId, parent);
     control->setAccessibleName(text());
+    control->GetEdit()->setAccessibleName(text()); // it has the focus
     control->SetImages(m_images);
     control->SetImage(m_image);
     control->SetRange(m_minimum, m_maximum);
     control->SetPos(m_position);
     control->EnableWindowX(isEnabled() ? 1 : 0);
-    const auto fit = [this, control](Qt::Orientation orientation) {
-        const QSize lying(m_width, control->sizeHint().height());
-        control->setFixedSize(orientation == Qt::Horizontal ? lying : lying.transposed());
-        m_style = orientation == Qt::Horizontal ? m_style & ~lyingStyle : m_style | lyingStyle;
-    };
-    if (auto *bar = qobject_cast<QToolBar *>(parent)) {
-        fit(bar->orientation());
-        connect(bar, &QToolBar::orientationChanged, control, fit);
-    } else {
-        fit(Qt::Horizontal);
-    }
+    fit(control);
+    if (auto *bar = qobject_cast<QToolBar *>(parent))
+        connect(bar, &QToolBar::orientationChanged, control, [this, control] { fit(control); });
     connect(control, &CTdEditSlider::positionEdited, this, [this, control](int position) {
-        m_position = position;
-        for (CTdEditSlider *other : controls()) {
-            if (other != control)
-                other->SetPos(position);
-        }
+        for (CTdEditSliderButton *button : withSameCommand())
+            button->applyPosition(position, control);
     });
     return control;
+}
+
+void CTdEditSliderButton::fit(CTdEditSlider *control)
+{
+    const auto *bar = qobject_cast<QToolBar *>(control->parentWidget());
+    const Qt::Orientation orientation = bar ? bar->orientation() : Qt::Horizontal;
+    control->SetToolBarSize(orientation, m_width);
+    m_style = orientation == Qt::Horizontal ? m_style & ~uprightStyle : m_style | uprightStyle;
 }
 
 void CTdEditSliderButton::SetStyle(quint32 style)
@@ -88,32 +106,39 @@ void CTdEditSliderButton::SetStyle(quint32 style)
 void CTdEditSliderButton::applyRange(int minimum, int maximum)
 {
     m_minimum = minimum;
-    m_maximum = maximum;
+    m_maximum = qMax(minimum, maximum); // as the sliders have it
     for (CTdEditSlider *control : controls())
         control->SetRange(minimum, maximum);
 }
 
 void CTdEditSliderButton::SetRange(int minimum, int maximum)
 {
-    for (CTdEditSliderButton *button : allButtons()) {
-        if (button == this || button->m_commandId == m_commandId)
-            button->applyRange(minimum, maximum);
+    for (CTdEditSliderButton *button : withSameCommand())
+        button->applyRange(minimum, maximum);
+}
+
+void CTdEditSliderButton::applyPosition(int position, const CTdEditSlider *except)
+{
+    m_position = position;
+    for (CTdEditSlider *control : controls()) {
+        if (control != except) // it may show what was typed beyond the range
+            control->SetPos(position);
     }
 }
 
 void CTdEditSliderButton::SetValue(int position, bool notify)
 {
-    m_position = position;
-    QList<QPointer<QWidget>> windows;
-    for (CTdEditSlider *control : controls()) {
-        control->SetPos(position);
-        if (!windows.contains(control->window()))
-            windows.append(control->window());
-    }
+    applyPosition(position);
     if (!notify)
         return;
+    const qint64 commandId = m_commandId; // who hears of it may delete the button
+    QList<QPointer<QWidget>> windows;
+    for (const CTdEditSlider *control : controls()) {
+        if (QWidget *window = frameOf(*control); !windows.contains(window))
+            windows.append(window);
+    }
     for (const QPointer<QWidget> &window : windows) {
-        CTdHostMessage command(CTdHostMessage::Command, static_cast<qint64>(m_commandId));
+        CTdHostMessage command(CTdHostMessage::Command, commandId);
         TdSendMessage(window, command);
     }
 }
@@ -134,16 +159,33 @@ void CTdEditSliderButton::followState()
     for (CTdEditSlider *control : controls()) {
         control->EnableWindowX(isEnabled() ? 1 : 0);
         control->setAccessibleName(text());
+        control->GetEdit()->setAccessibleName(text());
     }
+}
+
+void CTdEditSliderButton::applyLook()
+{
+    for (CTdEditSlider *control : controls()) {
+        control->SetCommandId(m_commandId);
+        control->SetImages(m_images);
+        control->SetImage(m_image);
+        fit(control);
+    }
+    if (m_images && m_image >= 0 && m_image < m_images->size())
+        setIcon(m_images->at(m_image)); // menus and lists of commands show it
 }
 
 void CTdEditSliderButton::CopyFrom(const CTdEditSliderButton &other)
 {
+    setText(other.text());
+    setToolTip(other.toolTip());
+    m_commandId = other.m_commandId;
     m_width = other.m_width;
     m_style = other.m_style;
     m_images = other.m_images;
     m_image = other.m_image;
-    applyRange(other.m_minimum, other.m_maximum);
+    applyLook();
+    SetRange(other.m_minimum, other.m_maximum);
     SetValue(other.m_position);
 }
 
@@ -170,9 +212,8 @@ bool CTdEditSliderButton::Deserialize(QDataStream &stream)
     m_image = image;
     m_width = width;
     m_style = style;
-    for (CTdEditSlider *control : controls())
-        control->SetCommandId(commandId);
-    applyRange(minimum, maximum);
+    applyLook();
+    SetRange(minimum, maximum);
     SetValue(position);
     return true;
 }

@@ -20,7 +20,7 @@ public:
     /// @param image index of its picture in @p images, -1 for none
     /// @param images pictures of the toolbar; not owned, null for none
     /// @param style bits that are kept for the host and come back from a stream
-    /// @param width in pixels; 0 for 60
+    /// @param width in pixels, 1 to 10,000; 0 for 60
     explicit CTdEditSliderButton(int commandId = -1, int image = -1, const QList<QIcon> *images = nullptr,
                                  quint32 style = 0, int width = 0, QObject *parent = nullptr);
     ~CTdEditSliderButton() override;
@@ -34,9 +34,10 @@ public:
     int GetMax() const { return m_maximum; }
     int GetValue() const { return m_position; }
 
-    /// Sets the range, here and in every other button with the same command.
+    /// Sets the range, here and in every other button with the same command. Reversed, it ends where it starts.
     void SetRange(int minimum, int maximum);
-    /// Sets the position. @param notify tell the command to the windows that the button stands in
+    /// Sets the position of this button alone; what the user sets goes to every button with the same command.
+    /// @param notify tell the command to the main windows that the button stands in
     void SetValue(int position, bool notify = false);
     /// The position of the first button with the command @p commandId that shows on a toolbar; -1 when there is none.
     static int GetPos(int commandId);
@@ -44,7 +45,7 @@ public:
     void EnableWindow(int enable) { setEnabled(enable != 0); }
     bool IsEnabled() const { return isEnabled(); }
 
-    /// Takes over width, style, range, position and pictures.
+    /// Takes over command, texts, width, style, range, position and pictures.
     void CopyFrom(const CTdEditSliderButton &other);
     /// Writes command and picture, width, style, range and position.
     void Serialize(QDataStream &stream) const;
@@ -57,7 +58,11 @@ protected:
 
 private:
     QList<CTdEditSlider *> controls() const;
+    QList<CTdEditSliderButton *> withSameCommand();
     void applyRange(int minimum, int maximum);
+    void applyPosition(int position, const CTdEditSlider *except = nullptr);
+    void applyLook();
+    void fit(CTdEditSlider *control);
     void followState();
 
     int m_commandId;

@@ -1,5 +1,6 @@
 #include "controls/TdSliderCtrl.h"
 
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -25,4 +26,11 @@ void CTdSliderCtrl::keyPressEvent(QKeyEvent *event)
         Q_EMIT chosen();
     else
         QSlider::keyPressEvent(event);
+}
+
+void CTdSliderCtrl::focusOutEvent(QFocusEvent *event)
+{
+    QSlider::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason) // a window over this one comes back
+        Q_EMIT left();
 }

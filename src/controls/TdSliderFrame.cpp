@@ -3,6 +3,7 @@
 #include "controls/TdSliderCtrl.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -14,14 +15,16 @@ CTdSliderFrame::CTdSliderFrame(QWidget *owner) : QFrame(owner, Qt::Popup), m_sli
     setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
-    layout->addWidget(m_slider, 0, Qt::AlignHCenter);
+    layout->addWidget(m_slider);
     setFocusProxy(m_slider);
+    m_slider->setProperty("controlId", 1);
     connect(m_slider, &QSlider::valueChanged, this, &CTdSliderFrame::scrolled);
     connect(m_slider, &CTdSliderCtrl::chosen, this, [this] {
         // Hidden first: who hears of it may open a window of its own.
         ShowWindow(false);
         Q_EMIT chosen();
     });
+    connect(m_slider, &CTdSliderCtrl::left, this, &QWidget::hide);
 }
 
 CTdSliderFrame::~CTdSliderFrame() = default;
@@ -65,4 +68,21 @@ void CTdSliderFrame::ShowWindow(bool show, const QRect &place)
     setGeometry(where);
     QFrame::show();
     m_slider->setFocus(Qt::PopupFocusReason);
+}
+
+void CTdSliderFrame::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel)) {
+        hide();
+        Q_EMIT cancelled();
+    } else if (event->key() == Qt::Key_F4) {
+        hide(); // the key that opened it
+    } else {
+        QFrame::keyPressEvent(event);
+    }
+}
+
+void CTdSliderFrame::hideEvent(QHideEvent *)
+{
+    m_slider->setSliderDown(false); // hidden in the middle of a drag, it never hears of the mouse going up
 }

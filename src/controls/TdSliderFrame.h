@@ -6,7 +6,8 @@
 
 class CTdSliderCtrl;
 
-/// The pop-up window that holds the slider of a slider edit. A click elsewhere and Escape close it.
+/// The pop-up window that holds the slider of a slider edit. A click elsewhere, Escape and a loss of the focus
+/// close it.
 class TDCOMMON_API CTdSliderFrame : public QFrame
 {
     Q_OBJECT
@@ -32,6 +33,12 @@ Q_SIGNALS:
     void scrolled();
     /// The user has chosen a value; the window hides.
     void chosen();
+    /// The user gave up with Escape; the window hides.
+    void cancelled();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     CTdSliderCtrl *m_slider;

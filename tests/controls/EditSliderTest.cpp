@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDataStream>
 #include <QMainWindow>
+#include <QPointer>
 #include <QScreen>
 #include <QTest>
 #include <QToolBar>
@@ -18,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -31,14 +33,23 @@ public:
     ~Host() override { CTdModule::SetMainWnd(nullptr); }
 
     QList<qint64> m_commands;
+    std::function<void()> m_inCommand;
 
 protected:
     bool event(QEvent *event) override
     {
         if (CTdHostMessage *message = CTdHostMessage::from(event);
             message && message->message() == CTdHostMessage::Command)
-            m_commands.append(message->number());
+            tell(message->number());
         return QMainWindow::event(event);
+    }
+
+private:
+    void tell(qint64 command)
+    {
+        m_commands.append(command);
+        if (m_inCommand)
+            m_inCommand();
     }
 };
 
@@ -85,6 +96,7 @@ TEST_F(EditSlider, KeysMoveChooseAndGiveUp)
     EXPECT_EQ(shown(), "1");
     QTest::keyClick(slider, Qt::Key_Escape);
     EXPECT_FALSE(m_control->GetFrame()->isVisible());
+    EXPECT_EQ(shown(), "0"); // given up
     EXPECT_TRUE(m_host.m_commands.isEmpty());
     QTest::keyClick(m_control->GetEdit(), Qt::Key_Down, Qt::AltModifier);
     ASSERT_TRUE(m_control->GetFrame()->isVisible());
@@ -100,6 +112,34 @@ TEST_F(EditSlider, KeysMoveChooseAndGiveUp)
     EXPECT_FALSE(m_control->GetFrame()->isVisible());
     EXPECT_TRUE(m_control->GetEdit()->isReadOnly());
     EXPECT_TRUE(m_control->GetEdit()->isEnabled());
+}
+
+TEST_F(EditSlider, EscapeInTheMiddleOfADragBringsBackWhatWasTyped)
+{
+    m_control->GetEdit()->setText(u"250"_s);
+    QSlider *slider = open();
+    QTest::mousePress(slider, Qt::LeftButton, {}, QPoint(slider->width() / 2, slider->height() / 2));
+    EXPECT_NE(shown(), "250");
+    QTest::keyClick(slider, Qt::Key_Escape);
+    EXPECT_EQ(shown(), "250");
+    EXPECT_EQ(m_control->GetPos(), 100);
+    EXPECT_FALSE(slider->isSliderDown());
+}
+
+TEST_F(EditSlider, TheHostMayDeleteItInItsCommand)
+{
+    for (const bool inTheEdit : {true, false}) {
+        QPointer<CTdEditSlider> control = new CTdEditSlider(7, &m_host);
+        m_host.setCentralWidget(control);
+        control->EnableWindowX(1);
+        m_host.m_inCommand = [control] { delete control; };
+        if (!inTheEdit)
+            QTest::mouseClick(control->GetButton(), Qt::LeftButton);
+        QWidget *slider = control->GetFrame()->GetSlider();
+        QTest::keyClick(inTheEdit ? control->GetEdit() : slider, Qt::Key_Return);
+        EXPECT_TRUE(control.isNull());
+    }
+    EXPECT_EQ(m_host.m_commands.size(), 2);
 }
 
 TEST_F(EditSlider, TheSliderClampsWhatTheEditKeeps)
@@ -128,7 +168,7 @@ TEST_F(EditSlider, DeliberatelyARangeThatIsNotSymmetricClampsToItsStart)
     EXPECT_EQ(m_control->GetPos(), INT_MAX);
 }
 
-TEST_F(EditSlider, ThePopUpStaysOnTheScreenAndHidesWhenTheWindowMoves)
+TEST_F(EditSlider, ThePopUpStaysOnTheScreenAndHidesWhenItsPlaceChanges)
 {
     const QRect room = m_host.screen()->availableGeometry();
     m_host.move(room.right() - m_host.width(), room.bottom() - m_host.height());
@@ -137,6 +177,26 @@ TEST_F(EditSlider, ThePopUpStaysOnTheScreenAndHidesWhenTheWindowMoves)
     m_host.move(10, 10);
     QCoreApplication::processEvents();
     EXPECT_FALSE(m_control->GetFrame()->isVisible());
+    QWidget between;
+    m_control->setParent(&between);
+    between.setParent(&m_host);
+    const std::function<void()> changes[] = {
+        [&] { between.move(5, 5); },
+        [this] { m_host.hide(); },
+        [this] { m_control->setEnabled(false); },
+    };
+    for (const auto &change : changes) {
+        m_control->setEnabled(true);
+        m_host.show();
+        between.show();
+        m_control->show();
+        open();
+        change();
+        EXPECT_FALSE(m_control->GetFrame()->isVisible());
+    }
+    m_control->setParent(nullptr);
+    between.setParent(nullptr);
+    delete m_control;
 }
 
 TEST(EditSliderButton, CopiesStayInStep)
@@ -163,7 +223,9 @@ TEST(EditSliderButton, CopiesStayInStep)
     onLying->GetEdit()->selectAll();
     QTest::keyClicks(onLying->GetEdit(), u"50"_s);
     EXPECT_EQ(onUpright->GetPos(), 10);
+    EXPECT_EQ(second.GetValue(), 10); // else GetPos() would not tell what the user set
     EXPECT_EQ(CTdEditSliderButton::GetPos(40), 10);
+    EXPECT_GT(onUpright->GetEdit()->width(), onUpright->fontMetrics().horizontalAdvance(u"-10"_s) + 6);
     EXPECT_EQ(CTdEditSliderButton::GetPos(99), -1);
     first.EnableWindow(0);
     EXPECT_TRUE(onUpright->GetEdit()->isReadOnly());
@@ -194,6 +256,22 @@ TEST(EditSliderButton, StreamsComeBackAndGarbageChangesNothing)
     EXPECT_EQ(back.GetStyle(), 0x50000014U);
     EXPECT_EQ(back.GetMin(), -7);
     EXPECT_EQ(back.GetValue(), 5);
+    CTdEditSliderButton copy;
+    QToolBar bar;
+    bar.addAction(&copy);
+    copy.CopyFrom(button);
+    const auto *control = qobject_cast<CTdEditSlider *>(bar.widgetForAction(&copy));
+    EXPECT_EQ(control->width(), 90);
+    EXPECT_EQ(control->GetPos(), 5);
+    EXPECT_EQ(control->GetCommandId(), 40);
+    EXPECT_EQ(control->GetImage(), 2);
+    CTdEditSliderButton reversed(0, -1, nullptr, 0, INT_MAX); // what is written can be read, however absurd
+    reversed.SetRange(5, -5);
+    QByteArray absurd;
+    QDataStream outAgain(&absurd, QIODevice::WriteOnly);
+    reversed.Serialize(outAgain);
+    QDataStream inAgain(absurd);
+    EXPECT_TRUE(CTdEditSliderButton().Deserialize(inAgain));
     for (const QByteArray &garbage : {bytes.left(27), QByteArray(28, '\xff'), QByteArray()}) {
         QDataStream broken(garbage);
         EXPECT_FALSE(back.Deserialize(broken));
