@@ -78,6 +78,7 @@ protected:
 private:
     qint16 typeOf(int row) const { return CTdCommMethods::GetFieldTypeFromName(GetItemText(row, Type)); }
     CellVerdict judgeName(int row, const QString &text) const;
+    CellVerdict judgeLength(const QString &text) const;
     void setLengthOf(int row);
     bool hasField(const QString &name, int besides) const;
 
@@ -94,9 +95,9 @@ FieldList::FieldList()
         Qt::Alignment alignment = Qt::AlignLeft;
     };
     constexpr ColumnRow columns[] = {
-        {QT_TRANSLATE_NOOP("ControlPages", "Name"), 130, CellEditor::Text},
-        {QT_TRANSLATE_NOOP("ControlPages", "Type"), 110, CellEditor::Choice},
-        {QT_TRANSLATE_NOOP("ControlPages", "Length"), 70, CellEditor::Text, Qt::AlignRight},
+        {QT_TRANSLATE_NOOP("ControlPages", "Name"), 120, CellEditor::Text},
+        {QT_TRANSLATE_NOOP("ControlPages", "Type"), 100, CellEditor::Choice},
+        {QT_TRANSLATE_NOOP("ControlPages", "Length"), 90, CellEditor::Text, Qt::AlignRight},
         {QT_TRANSLATE_NOOP("ControlPages", "Required"), 90, CellEditor::Check},
     };
     QStringList types;
@@ -109,6 +110,7 @@ FieldList::FieldList()
     }
     SetColumnValidator(Name, [this](int row, const QString &text) { return judgeName(row, text); });
     SetColumnValidator(Length, m_lengths);
+    SetColumnValidator(Length, [this](int, const QString &text) { return judgeLength(text); });
     SetHeaderCheck(Required, true);
 
     struct FieldRow
@@ -157,6 +159,16 @@ CellVerdict FieldList::judgeName(int row, const QString &text) const
         return CellVerdict::Refuse(
             ControlPages::text(QT_TRANSLATE_NOOP("ControlPages", "There is a field %1 already.")).arg(name));
     return CellVerdict::Accept(name);
+}
+
+CellVerdict FieldList::judgeLength(const QString &text) const
+{
+    const int length = text.toInt();
+    if (length >= m_lengths->bottom() && length <= m_lengths->top())
+        return CellVerdict::Accept(QString::number(length));
+    return CellVerdict::Refuse(ControlPages::text(QT_TRANSLATE_NOOP("ControlPages", "A text has a length of %1 to %2."))
+                                   .arg(m_lengths->bottom())
+                                   .arg(m_lengths->top()));
 }
 
 void FieldList::addField()
@@ -250,8 +262,9 @@ QWidget *ControlPages::makeReportList(QWidget *parent, const ShowValue &show)
         hint->setVisible(count == 0);
         if (count == 0 && remove->hasFocus())
             add->setFocus();
-        remove->setEnabled(count > 0);
+        remove->setEnabled(list->GetSelCount() > 0);
     };
+    QObject::connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, list, tell);
     const QAbstractItemModel *rows = list->model();
     QObject::connect(rows, &QAbstractItemModel::dataChanged, list, tell);
     QObject::connect(rows, &QAbstractItemModel::rowsInserted, list, tell);
@@ -279,7 +292,7 @@ QWidget *ControlPages::makeDragList(QWidget *parent, const ShowValue &show)
         QStringList names;
         for (int row = 0; row < list->GetItemCount(); ++row)
             names += list->GetItemText(row, 0);
-        show(ControlPages::text(QT_TRANSLATE_NOOP("ControlPages", "from the top: %1")).arg(fewOf(names)));
+        show(ControlPages::text(QT_TRANSLATE_NOOP("ControlPages", "from the top: %1")).arg(names.join(u", "_s)));
     };
     QObject::connect(list, &CTdDragListCtrl::rowsMoved, list, tell);
     tell();

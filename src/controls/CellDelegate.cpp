@@ -82,8 +82,10 @@ CellVerdict CellDelegate::judge(const CellEditor &settings, const QString &text)
         int position = 0;
         if (settings.typed->validate(fixed, position) != QValidator::Acceptable) {
             settings.typed->fixup(fixed);
-            if (settings.typed->validate(fixed, position) != QValidator::Acceptable)
-                return CellVerdict::Refuse({});
+            if (settings.typed->validate(fixed, position) != QValidator::Acceptable) {
+                const CellVerdict why = settings.validator ? settings.validator(m_cell.row(), text) : CellVerdict();
+                return CellVerdict::Refuse(why.accepted ? QString() : why.text);
+            }
         }
     }
     return settings.validator ? settings.validator(m_cell.row(), fixed) : CellVerdict::Accept(fixed);

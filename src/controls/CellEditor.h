@@ -32,5 +32,5 @@ struct CellEditor
     Kind kind = None;
     QStringList choices;              ///< of a Choice; without any the column cannot be edited
     Validator validator;              ///< of a Text or Choice; empty: every entry is taken
-    QPointer<const QValidator> typed; ///< of a Text, not owned: which keys are taken; judges before validator does
+    QPointer<const QValidator> typed; ///< of a Text, not owned: which keys are taken; what it refuses, validator explains
 };

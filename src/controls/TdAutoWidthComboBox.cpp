@@ -2,9 +2,11 @@
 
 #include <QLineEdit>
 #include <QListView>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 
@@ -103,6 +105,14 @@ int CTdAutoWidthComboBox::GetDroppedWidth() const
 void CTdAutoWidthComboBox::showPopup()
 {
     const QRect room = screen()->availableGeometry();
+    m_showsLongList = count() > maxVisibleItems();
+    if (m_showsLongList)
+        view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // Beside the scroll bar there is no need for the strips above and below that scroll a menu.
+    for (QWidget *strip : view()->parentWidget()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+        if (strip != view())
+            strip->setMaximumHeight(m_showsLongList ? 0 : QWIDGETSIZE_MAX);
+    }
     QComboBox::showPopup();
     QWidget *list = view()->window();
     if (list == window())
@@ -114,6 +124,25 @@ void CTdAutoWidthComboBox::showPopup()
     place.moveLeft(isRightToLeft() ? corner.x() + width() - place.width() : corner.x());
     place.moveLeft(std::clamp(place.left(), room.left(), room.left() + room.width() - place.width()));
     list->setGeometry(place);
+}
+
+void CTdAutoWidthComboBox::hidePopup()
+{
+    QComboBox::hidePopup();
+    m_showsLongList = false;
+}
+
+void CTdAutoWidthComboBox::initStyleOption(QStyleOptionComboBox *option) const
+{
+    QComboBox::initStyleOption(option);
+    // Some styles drop the list of a box that is not editable as a menu: as high as the screen, without a scroll bar.
+    option->editable = option->editable || m_showsLongList;
+}
+
+void CTdAutoWidthComboBox::paintEvent(QPaintEvent *event)
+{
+    const QScopedValueRollback asItIs(m_showsLongList, false);
+    QComboBox::paintEvent(event);
 }
 
 void CTdAutoWidthComboBox::wheelEvent(QWheelEvent *event)

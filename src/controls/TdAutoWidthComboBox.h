@@ -6,8 +6,8 @@
 
 /// A combo box whose list is as wide as its longest entry, however narrow the box is, and stays on its screen.
 ///
-/// Made for long lists: opening one of 10,000 entries measures only the few that can be the longest. The wheel changes
-/// nothing as long as the box has no focus.
+/// Made for long lists: opening one of 10,000 entries measures only the few that can be the longest, and shows
+/// maxVisibleItems() of them beside a scroll bar. The wheel changes nothing as long as the box has no focus.
 class TDCOMMON_API CTdAutoWidthComboBox : public QComboBox
 {
     Q_OBJECT
@@ -20,10 +20,16 @@ public:
     int GetDroppedWidth() const;
 
     void showPopup() override;
+    void hidePopup() override;
 
 protected:
     /// What the entry @p index needs beside its text and its icon, in pixels.
     virtual int extraWidth(const QModelIndex &index) const;
 
+    void initStyleOption(QStyleOptionComboBox *option) const override;
+    void paintEvent(QPaintEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    bool m_showsLongList = false;
 };

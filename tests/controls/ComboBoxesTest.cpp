@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QPixmap>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolBar>
@@ -75,6 +76,11 @@ TEST(AutoWidthComboBox, TenThousandEntriesAreMeasuredAtOnce)
     EXPECT_GT(box.GetDroppedWidth(), 100);
     RecordProperty("milliseconds", static_cast<int>(clock.elapsed()));
     EXPECT_LT(clock.elapsed(), 500);
+    // Whatever the style: not over the whole screen, and with a scroll bar.
+    box.show();
+    box.showPopup();
+    EXPECT_LE(box.view()->height(), (box.maxVisibleItems() + 1) * box.view()->sizeHintForRow(0));
+    EXPECT_TRUE(box.view()->verticalScrollBar()->isVisible());
 }
 
 TEST(AutoWidthComboBox, TheWheelChangesOnlyWhatHasTheFocus)

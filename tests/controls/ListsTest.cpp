@@ -198,6 +198,9 @@ TEST(ListCtrlEx, KeepsARefusedEntryOpenUntilItIsRightOrGivenUp)
     QTest::keyClick(test.focus(), Qt::Key_Return);
     ASSERT_TRUE(test.list.IsEditing());
     EXPECT_EQ(test.line()->toolTip().toStdString(), "This entry is not valid.");
+    test.list.SetColumnValidator(3, [](int, const QString &) { return CellVerdict::Refuse(u"1 to 99, please."_s); });
+    QTest::keyClick(test.focus(), Qt::Key_Return);
+    EXPECT_EQ(test.line()->toolTip().toStdString(), "1 to 99, please.");
     QTest::keyClick(test.focus(), Qt::Key_Escape);
     EXPECT_EQ(test.list.GetItemText(1, 3).toStdString(), "7");
 }
