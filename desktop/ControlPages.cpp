@@ -21,6 +21,10 @@ constexpr ControlPage table[] = {
                                        "F4 or Alt+Down. A value is chosen by Enter or when the mouse goes up; Escape "
                                        "closes the slider and chooses nothing."),
      makeSlider},
+    {QT_TRANSLATE_NOOP("ControlPages", "Upright slider"),
+     QT_TRANSLATE_NOOP("ControlPages", "Tells what was chosen when the mouse goes up, or by Enter. This is the slider "
+                                       "that drops down from the slider edit."),
+     makeUprightSlider},
     {QT_TRANSLATE_NOOP("ControlPages", "Slider on toolbars"),
      QT_TRANSLATE_NOOP("ControlPages", "One slider edit on a lying and on an upright toolbar: they stay in step. The "
                                        "command that it sends shows at the foot of the window."),
@@ -52,6 +56,36 @@ constexpr ControlPage table[] = {
      QT_TRANSLATE_NOOP("ControlPages", "Two combo boxes on a lying and on an upright toolbar: they stay in step. The "
                                        "scale may be typed. The command that is sent shows at the foot of the window."),
      makeComboToolBars},
+    {QT_TRANSLATE_NOOP("ControlPages", "Colour button"),
+     QT_TRANSLATE_NOOP("ControlPages", "Shows a colour. A click, Space, Enter or F4 opens the default colours, all "
+                                       "others, and no colour where that is allowed."),
+     makeColorButtons},
+    {QT_TRANSLATE_NOOP("ControlPages", "Label button"),
+     QT_TRANSLATE_NOOP("ControlPages",
+                       "Shows the font of labels, in their colour and made to fit. A click opens the dialog of fonts."),
+     makeLabelButton},
+    {QT_TRANSLATE_NOOP("ControlPages", "Style buttons"),
+     QT_TRANSLATE_NOOP("ControlPages", "Show a line, a fill and a point symbol. A click, Space, Enter or F4 opens all "
+                                       "styles of the library: typing goes to a name, arrows move, Enter chooses."),
+     makeStyleButtons},
+    {QT_TRANSLATE_NOOP("ControlPages", "Bitmap"),
+     QT_TRANSLATE_NOOP("ControlPages", "A picture in memory. Fewer bits are fewer colours, chosen to suit it; "
+                                       "dithering spreads what is lost over the neighbours."),
+     makeBitmap},
+    {QT_TRANSLATE_NOOP("ControlPages", "File dialog"),
+     QT_TRANSLATE_NOOP("ControlPages", "Opens and saves with a preview, and begins in the folder that was used last. "
+                                       "Below is what the library finds out about a file before it opens it."),
+     makeFiles},
+    {QT_TRANSLATE_NOOP("ControlPages", "Tab order"),
+     QT_TRANSLATE_NOOP(
+         "ControlPages",
+         "Tab goes through a form as the numbers say. Collating puts it in the order in which one reads."),
+     makeTabOrder},
+    {QT_TRANSLATE_NOOP("ControlPages", "Annotation standard"),
+     QT_TRANSLATE_NOOP(
+         "ControlPages",
+         "How annotations are written: kept in the profile once it is stored. What cannot be is told below."),
+     makeAnnotation},
     {QT_TRANSLATE_NOOP("ControlPages", "Hue and brightness"),
      QT_TRANSLATE_NOOP("ControlPages", "Picks a colour on a disc of hues and a bar of brightness, by mouse or arrows."),
      makeHsbPicker},
@@ -63,6 +97,10 @@ constexpr ControlPage table[] = {
     {QT_TRANSLATE_NOOP("ControlPages", "Stock ramps"),
      QT_TRANSLATE_NOOP("ControlPages", "The stock colour ramps by picture and name; typing goes to a name."),
      makeGradients},
+    {QT_TRANSLATE_NOOP("ControlPages", "Workspace tree"),
+     QT_TRANSLATE_NOOP("ControlPages", "What a workspace holds. The line above shows only what has every word that is "
+                                       "typed; Down and Enter go to the tree."),
+     makeWorkspaceTree},
 };
 
 } // namespace

@@ -39,6 +39,7 @@ QWidget *makeAngles(QWidget *parent, const ShowValue &show);
 QWidget *makeNumbers(QWidget *parent, const ShowValue &show);
 
 QWidget *makeSlider(QWidget *parent, const ShowValue &show);
+QWidget *makeUprightSlider(QWidget *parent, const ShowValue &show);
 QWidget *makeSliderToolBars(QWidget *parent, const ShowValue &show);
 QWidget *makeTriangles(QWidget *parent, const ShowValue &show);
 
@@ -50,9 +51,18 @@ QWidget *makeAutoWidthCombo(QWidget *parent, const ShowValue &show);
 QWidget *makeImageCombo(QWidget *parent, const ShowValue &show);
 QWidget *makeComboToolBars(QWidget *parent, const ShowValue &show);
 
+QWidget *makeColorButtons(QWidget *parent, const ShowValue &show);
+QWidget *makeLabelButton(QWidget *parent, const ShowValue &show);
+QWidget *makeStyleButtons(QWidget *parent, const ShowValue &show);
+QWidget *makeBitmap(QWidget *parent, const ShowValue &show);
+QWidget *makeFiles(QWidget *parent, const ShowValue &show);
+QWidget *makeTabOrder(QWidget *parent, const ShowValue &show);
+QWidget *makeAnnotation(QWidget *parent, const ShowValue &show);
+
 QWidget *makeHsbPicker(QWidget *parent, const ShowValue &show);
 QWidget *makeRgbCube(QWidget *parent, const ShowValue &show);
 QWidget *makeColorList(QWidget *parent, const ShowValue &show);
 QWidget *makeGradients(QWidget *parent, const ShowValue &show);
+QWidget *makeWorkspaceTree(QWidget *parent, const ShowValue &show);
 
 } // namespace ControlPages

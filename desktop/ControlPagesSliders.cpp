@@ -2,6 +2,7 @@
 
 #include "controls/TdEditSlider.h"
 #include "controls/TdEditSliderButton.h"
+#include "controls/TdSliderCtrl.h"
 #include "controls/TdTriangleButton.h"
 
 #include <QCheckBox>
@@ -47,6 +48,26 @@ QMainWindow *ControlPages::makeToolBars(QWidget *parent, const QList<QAction *> 
     rest->setAlignment(Qt::AlignCenter);
     rest->setWordWrap(true);
     page->setCentralWidget(rest);
+    return page;
+}
+
+QWidget *ControlPages::makeUprightSlider(QWidget *parent, const ShowValue &show)
+{
+    auto *page = new QWidget(parent);
+    auto *form = new QFormLayout(page);
+    auto *slider = new CTdSliderCtrl;
+    slider->setRange(-100, 0); // negated, since its smallest position is at the top
+    slider->setTickInterval(10);
+    slider->setValue(-40);
+    slider->setFixedHeight(180);
+    slider->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed); // at the top
+    form->addRow(text(QT_TRANSLATE_NOOP("ControlPages", "&Height:")), slider);
+    const auto tell = [slider, show](const char *what) { show(text(what).arg(-slider->value())); };
+    const char *moved = QT_TRANSLATE_NOOP("ControlPages", "at %1");
+    QObject::connect(slider, &QSlider::valueChanged, page, [tell, moved] { tell(moved); });
+    QObject::connect(slider, &CTdSliderCtrl::chosen, page,
+                     [tell] { tell(QT_TRANSLATE_NOOP("ControlPages", "%1 chosen")); });
+    tell(moved);
     return page;
 }
 

@@ -22,6 +22,7 @@ QLabel *makeLine(const QString &name)
     line->setWordWrap(true); // a long value must not widen the window
     line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     line->setFocusPolicy(Qt::ClickFocus);
+    line->setWordWrap(true); // paths may be long
     line->setAccessibleName(name);
     return line;
 }
