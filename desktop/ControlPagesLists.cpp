@@ -174,7 +174,7 @@ CellVerdict FieldList::judgeLength(const QString &text) const
 void FieldList::addField()
 {
     if (!EndEdit())
-        return;
+        return setFocus(); // to the entry that was refused
     int number = 1;
     while (hasField(u"Field%1"_s.arg(number), -1))
         ++number;

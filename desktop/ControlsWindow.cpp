@@ -74,6 +74,8 @@ ControlsWindow::ControlsWindow(QWidget *parent)
     auto *lines = new QFormLayout;
     lines->addRow(tr("Value:"), m_value);
     lines->addRow(tr("Last command:"), m_command);
+    for (QWidget *line : {m_value, m_command}) // their names stand beside the first of several lines
+        static_cast<QLabel *>(lines->labelForField(line))->setAlignment(Qt::AlignTop);
     right->addLayout(lines);
     auto *top = new QHBoxLayout;
     top->addWidget(m_list);

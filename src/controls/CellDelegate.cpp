@@ -135,7 +135,14 @@ void CellDelegate::refuse(const QString &message)
     }
     for (QAction *action : m_editor->actions())
         action->setToolTip(message);
-    QToolTip::showText(m_editor->mapToGlobal(QPoint(0, m_editor->height() - 12)), message, m_editor, {}, messageTime);
+    showMessage();
+}
+
+void CellDelegate::showMessage() const
+{
+    if (m_editor && !m_editor->toolTip().isEmpty())
+        QToolTip::showText(m_editor->mapToGlobal(QPoint(0, m_editor->height() - 12)), m_editor->toolTip(), m_editor, {},
+                           messageTime);
 }
 
 void CellDelegate::withdrawMessage()

@@ -24,6 +24,8 @@ public:
     /// Writes the entry of the open editor into its cell. An entry that was not changed is never judged.
     /// @return false when it is refused: the message shows, and the cell keeps its text.
     bool settle();
+    /// Shows the message of a refused entry anew: a click takes tips away.
+    void showMessage() const;
     /// The editor was closed.
     void forget();
 

@@ -141,6 +141,7 @@ void CListCtrlEx::mousePressEvent(QMouseEvent *event)
 void CListCtrlEx::mouseReleaseEvent(QMouseEvent *event)
 {
     CTdListCtrl::mouseReleaseEvent(event);
+    m_delegate->showMessage(); // of an entry that the press could not end
     // Not at the double click itself: its release would choose from the list that has just come up under the mouse.
     if (std::exchange(m_dropsDownOnRelease, false)) {
         if (auto *choice = qobject_cast<QComboBox *>(m_delegate->editor()))

@@ -12,6 +12,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -184,6 +185,7 @@ TEST(ListCtrlEx, KeepsARefusedEntryOpenUntilItIsRightOrGivenUp)
     EXPECT_EQ(test.line()->toolTip().toStdString(), "A name, please.");
     QTest::mouseClick(test.list.viewport(), Qt::LeftButton, {}, middle(test.list, 1));
     EXPECT_TRUE(test.line()->hasFocus());
+    EXPECT_EQ(QToolTip::text().toStdString(), "A name, please."); // which a click takes away by itself
     EXPECT_EQ(test.list.GetCurItem(), 0);
     EXPECT_FALSE(test.list.EndEdit());
     EXPECT_EQ(test.list.GetItemText(0, 0).toStdString(), "a");

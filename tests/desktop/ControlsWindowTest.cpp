@@ -1,10 +1,15 @@
 #include "ControlsWindow.h"
 #include "ControlPages.h"
 #include "DesktopFixture.h"
+#include "controls/ListCtrlEx.h"
 #include "controls/TdDMSMakEdit.h"
 #include "controls/TdEditSlider.h"
 
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QToolBar>
 
 namespace {
@@ -68,6 +73,44 @@ TEST_F(Controls, CommandsShowWithTheirValue)
     QTest::keyClicks(copies.first()->focusProxy(), u"9\r"_s);
     EXPECT_EQ(copies.last()->GetPos(), 9);
     EXPECT_EQ(m_window->commandText().toStdString(), "61001, with the value 9");
+    const QList<QComboBox *> boxes = page("Combo boxes on toolbars")->findChildren<QComboBox *>();
+    ASSERT_EQ(boxes.size(), 4);
+    boxes[0]->lineEdit()->selectAll();
+    QTest::keyClicks(boxes[0]->lineEdit(), u"1:7,500\r"_s);
+    EXPECT_EQ(m_window->commandText().toStdString(), "61002, with the value 1:7,500 · Metres");
+    QTest::keyClick(boxes[1], Qt::Key_Down);
+    EXPECT_EQ(m_window->commandText().toStdString(), "61003, with the value 1:7,500 · Feet");
+    EXPECT_EQ(boxes[2]->currentText(), boxes[0]->currentText());
+    EXPECT_EQ(boxes[3]->currentText(), boxes[1]->currentText());
+}
+
+TEST_F(Controls, FieldsAreAddedNamedAndRemovedToTheLast)
+{
+    auto *list = page("Report list")->findChild<CListCtrlEx *>();
+    const QList<QPushButton *> buttons = m_window->page()->findChildren<QPushButton *>();
+    ASSERT_TRUE(list && buttons.size() == 2);
+    QApplication::setActiveWindow(m_window);
+    const auto type = [this](const QString &text) { QTest::keyClicks(m_window->focusWidget(), text); };
+    buttons[0]->click();
+    type(u"name\r"_s); // there is one
+    EXPECT_TRUE(list->IsEditing());
+    buttons[0]->click();
+    EXPECT_EQ(list->GetItemCount(), 8);
+    type(u"s\r"_s);
+    EXPECT_EQ(list->GetItemText(1, 0).toStdString(), "names");
+    EXPECT_EQ(m_window->valueText().toStdString(), "8 fields, 2 required");
+    // A type brings its length; only that of texts may be changed.
+    EXPECT_TRUE(list->EditItem(1, 1));
+    QTest::keyClick(m_window->focusWidget(), Qt::Key_Home);
+    QTest::keyClick(m_window->focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(list->GetItemText(1, 2).toStdString(), "1");
+    EXPECT_FALSE(list->EditItem(1, 2));
+    list->selectAll();
+    buttons[1]->click();
+    EXPECT_EQ(m_window->valueText().toStdString(), "0 fields, 0 required");
+    EXPECT_FALSE(buttons[1]->isEnabled());
+    buttons[0]->click();
+    EXPECT_TRUE(list->IsEditing());
 }
 
 } // namespace
