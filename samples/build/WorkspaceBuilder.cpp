@@ -88,10 +88,8 @@ constexpr MapSample maps[] = {
 TxLayerStyle styleOf(const LayerSample &sample)
 {
     TxLayerStyle style;
-    style.line = QColor::fromRgba(sample.line);
-    style.fill = QColor::fromRgba(sample.fill);
-    style.lineWidth = sample.lineWidth;
-    style.symbolSize = sample.symbolSize;
+    style.geoStyle =
+        plainStyle(QColor::fromRgba(sample.line), QColor::fromRgba(sample.fill), sample.lineWidth, sample.symbolSize);
     style.labelField = QString::fromUtf8(sample.labelField);
     if (const HeightSample *heights = sample.heights) {
         CTxColorFolder ramp;

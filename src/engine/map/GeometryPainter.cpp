@@ -6,6 +6,8 @@
 #include "engine/geometry/GeoRegion.h"
 #include "engine/geometry/GeoText.h"
 #include "engine/map/HeightRamp.h"
+#include "engine/symbol/TxEspecialFill.h"
+#include "engine/symbol/TxSymbol.h"
 
 #include <QPainter>
 
@@ -44,35 +46,51 @@ void visitParts(const CGeoParts &parts, Visit visit)
     }
 }
 
-QImage makeSymbol(const TxLayerStyle &style, qreal pixelRatio)
+/// How far a symbol reaches to each side of its place.
+double symbolReach(const CTxGeoStyle &style)
 {
-    const double outline = std::min(style.lineWidth, style.symbolSize / 3);
-    const int side = static_cast<int>(std::ceil((style.symbolSize + outline + 1) * pixelRatio)) | 1; // a middle pixel
+    constexpr double quarter = 90.0;
+    const bool isUpright = std::fmod(style.symbolAngle, quarter) == 0;
+    return isUpright ? style.symbolSize / 2 + style.symbolOutlineWidth : CTxSymbol(style).GetBounds().right();
+}
+
+/// A picture of the symbol with its place in the middle.
+QImage makeSymbol(const CTxGeoStyle &style, qreal pixelRatio)
+{
+    // Even or odd as the symbol's box, so that its edges lie between pixels.
+    const int box = static_cast<int>(std::lround(style.symbolSize * pixelRatio));
+    const int side = 2 * static_cast<int>(std::ceil(symbolReach(style) * pixelRatio)) + 2 + box % 2;
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     image.setDevicePixelRatio(pixelRatio);
     QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(style.line, outline));
-    painter.setBrush(style.fill);
     const double middle = side / pixelRatio / 2;
-    const double radius = style.symbolSize / 2;
-    painter.drawEllipse(QPointF(middle, middle), radius, radius);
+    CTxSymbol(style).Draw(&painter, QPointF(middle, middle));
     return image;
 }
 
 } // namespace
 
+double GeometryPainter::reach(const TxLayerStyle &style)
+{
+    constexpr double ofTexts = 64.0;
+    return std::max({ofTexts, symbolReach(style.geoStyle.inRange()), CTxLineStyleObj(style.geoStyle).GetReach()});
+}
+
 GeometryPainter::GeometryPainter(const MapView &view, const TxLayerStyle &style,
                                  std::shared_ptr<const TxReprojector> reprojector, qreal pixelRatio, const QFont &font)
-    : m_path(view, std::move(reprojector), 0.5 / pixelRatio), m_style(style), m_pixelRatio(pixelRatio), m_font(font),
-      m_pen(style.line, style.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin),
-      m_symbol(makeSymbol(style, pixelRatio)), m_deviceSize((view.size() * pixelRatio).toSize()),
+    : m_path(view, std::move(reprojector), 0.5 / pixelRatio, reach(style)), m_style(style.geoStyle.inRange()),
+      m_pixelRatio(pixelRatio), m_font(font),
+      m_pen(m_style.lineColor, m_style.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin),
+      m_fill(m_style.fillStyle, m_style.fillColor, m_style.fillBackColor, m_style.fillSize, m_style.fillAngle),
+      m_symbol(makeSymbol(m_style, pixelRatio)), m_deviceSize((view.size() * pixelRatio).toSize()),
       m_heights(style.colors, style.stepped)
 {
+    if (m_style.lineStyle != 0)
+        m_line = std::make_unique<CTxLineStyleObj>(m_style);
     // A line of up to one pixel is quick as a whole; where it shines through, overlapping ends would show.
-    const double width = style.lineWidth * pixelRatio;
-    m_strokesSegments = width > 1 && width <= widestOfSegments && style.line.alpha() == 255;
+    const double width = m_style.lineWidth * pixelRatio;
+    m_strokesSegments = width > 1 && width <= widestOfSegments && m_style.lineColor.alpha() == 255;
     if (m_strokesSegments)
         m_pen.setCapStyle(Qt::SquareCap);
 }
@@ -119,13 +137,17 @@ void GeometryPainter::drawPoint(QPainter &painter, const CGeoPoint &point)
     const QPointF place = m_path.point(point.GetPoint());
     if (std::isnan(place.x()) || std::isnan(place.y()) || !takePixel(place))
         return;
-    const double x = std::round(place.x() * m_pixelRatio) - m_symbol.width() / 2;
-    const double y = std::round(place.y() * m_pixelRatio) - m_symbol.height() / 2;
+    const double x = std::round(place.x() * m_pixelRatio - m_symbol.width() / 2.0);
+    const double y = std::round(place.y() * m_pixelRatio - m_symbol.height() / 2.0);
     painter.drawImage(QPointF(x / m_pixelRatio, y / m_pixelRatio), m_symbol);
 }
 
 void GeometryPainter::drawLine(QPainter &painter, const CGeoLine &line)
 {
+    if (m_line) {
+        strokeStyled(painter, line);
+        return;
+    }
     painter.setPen(m_pen);
     visitParts(line, [&](size_t, std::span<const CPoint2D> part) {
         for (const QPolygonF &piece : m_path.line(part))
@@ -145,7 +167,45 @@ void GeometryPainter::stroke(QPainter &painter, const QPolygonF &line) const
             painter.drawLine(line[i - 1], line[i]);
 }
 
-QPainterPath GeometryPainter::regionPath(const CGeoRegion &region)
+void GeometryPainter::strokeStyled(QPainter &painter, const CGeoParts &parts)
+{
+    visitParts(parts, [&](size_t, std::span<const CPoint2D> part) {
+        const QPolygonF &line = m_path.whole(part);
+        m_line->Polyline(&painter, line.constData(), static_cast<qint32>(line.size()));
+    });
+}
+
+QBrush GeometryPainter::makeBrush(const QPainter &painter)
+{
+    QBrush brush = m_fill.GetBrush(painter);
+    const QSize tile = brush.textureImage().size();
+    if (tile.isEmpty())
+        return brush;
+    // The pattern begins at the map's origin, at whole pixels; a tile further on, or a million, is the same.
+    const QPointF pixels = m_path.view().toPixel(CPoint2D(0, 0)) * m_pixelRatio;
+    const QPointF origin(std::round(pixels.x()) / m_pixelRatio, std::round(pixels.y()) / m_pixelRatio);
+    const QTransform toPainter = brush.transform();
+    const QPointF inTile = toPainter.inverted().map(origin);
+    const QPointF rest(std::fmod(inTile.x(), tile.width()), std::fmod(inTile.y(), tile.height()));
+    brush.setTransform(QTransform::fromTranslate(rest.x(), rest.y()) * toPainter);
+    return brush;
+}
+
+void GeometryPainter::fill(QPainter &painter, const QPainterPath &path, const QRectF &bounds)
+{
+    if (m_style.fillGradient != TxGradientKind::None) {
+        CTxEspecialFill::FillPath(painter, path, CTxEspecialFill::GradientBrush(bounds, m_style));
+        return;
+    }
+    if (!m_brush)
+        m_brush = makeBrush(painter);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(*m_brush);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_style.fillAngle != 0);
+    painter.drawPath(path);
+}
+
+QPainterPath GeometryPainter::regionPath(const CGeoRegion &region, QRectF &bounds)
 {
     QPainterPath path;
     path.setFillRule(Qt::OddEvenFill);
@@ -154,6 +214,7 @@ QPainterPath GeometryPainter::regionPath(const CGeoRegion &region)
         if (!ring.isEmpty()) {
             path.addPolygon(ring);
             path.closeSubpath();
+            bounds |= m_path.ringBounds();
         }
     });
     return path;
@@ -165,12 +226,15 @@ void GeometryPainter::drawRegion(QPainter &painter, const CGeoRegion &region)
         drawSurface(painter, region);
         return;
     }
-    const QPainterPath path = regionPath(region);
+    QRectF bounds;
+    const QPainterPath path = regionPath(region, bounds);
     if (path.isEmpty())
         return;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(m_style.fill);
-    painter.drawPath(path);
+    fill(painter, path, bounds);
+    if (m_line) {
+        strokeStyled(painter, region);
+        return;
+    }
     painter.setPen(m_pen);
     const QList<QPolygonF> rings = path.toSubpathPolygons();
     for (const QPolygonF &ring : rings)
@@ -227,7 +291,7 @@ void GeometryPainter::drawText(QPainter &painter, const CGeoText &text)
     painter.translate(place);
     painter.rotate(-text.GetAngle());
     painter.setFont(font);
-    painter.setPen(m_style.line);
+    painter.setPen(m_style.lineColor);
     double y = 0;
     for (const QString &line : lines) {
         painter.drawText(QPointF(0, y), line);
@@ -277,8 +341,9 @@ std::optional<GeometryPainter::LabelPlace> GeometryPainter::labelPlace(const CEl
     visitSimple(geometry, [&](const CElemGeometry &simple) {
         if (const auto *point = dynamic_cast<const CGeoPoint *>(&simple)) {
             if (best.extent < 0)
-                best = {m_path.point(point->GetPoint()) - QPointF(0, m_style.symbolSize / 2 + m_style.lineWidth), 0,
-                        true};
+                best = {m_path.point(point->GetPoint()) -
+                            QPointF(0, m_style.symbolSize / 2 + m_style.symbolOutlineWidth),
+                        0, true};
         } else if (const auto *line = dynamic_cast<const CGeoLine *>(&simple)) {
             visitParts(*line, [&](size_t, std::span<const CPoint2D> part) {
                 for (const QPolygonF &piece : m_path.line(part)) {

@@ -18,7 +18,6 @@
 namespace {
 
 constexpr int recordsBetweenLooks = 8; // at the clock
-constexpr double room = 64.0;          // pixels beyond the window from which symbols and texts may reach in
 
 /// The interval of heights of @p geometry, as left and right of a rectangle; void without heights.
 CRect2D heightsOf(const CElemGeometry &geometry)
@@ -216,7 +215,8 @@ bool MapRenderer::query(CDatasetVector &dataset, bool everything)
     }
     if (!everything) {
         definition.bounds = m_settings.view.bounds();
-        definition.bounds.InflateRect(room * m_settings.view.scale(), room * m_settings.view.scale());
+        const double room = GeometryPainter::reach(task.style) * m_settings.view.scale();
+        definition.bounds.InflateRect(room, room);
         if (m_reprojector)
             definition.bounds = m_reprojector->inverse(definition.bounds);
         if (definition.bounds.IsVoid()) // nothing of this coordinate system lies here
@@ -251,6 +251,7 @@ void MapRenderer::drawRecords(CTxRecordset &recordset, qint64 milliseconds)
 {
     QPainter painter(m_layerImage.isNull() ? &m_image : &m_layerImage);
     painter.setRenderHint(QPainter::Antialiasing);
+    const int between = m_geometries->isSlow() ? 1 : recordsBetweenLooks;
     for (int count = 1; !recordset.IsEOF(); ++count) {
         CElemGeometry *raw = nullptr;
         recordset.GetGeometry(raw);
@@ -263,7 +264,7 @@ void MapRenderer::drawRecords(CTxRecordset &recordset, qint64 milliseconds)
             }
         }
         recordset.MoveNext();
-        if (count % recordsBetweenLooks == 0 && m_timer.elapsed() >= milliseconds)
+        if (count % between == 0 && m_timer.elapsed() >= milliseconds)
             return;
     }
     painter.end();

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr double room = 64.0; // pixels beyond the window that wide lines may reach in from
-
 /// One side of a rectangle, for cutting polygons: which points are inside, and where an edge crosses it.
 struct Side
 {
@@ -84,7 +82,8 @@ bool isPlace(const QPointF &p)
 
 } // namespace
 
-ScreenPath::ScreenPath(const MapView &view, std::shared_ptr<const TxReprojector> reprojector, double tolerance)
+ScreenPath::ScreenPath(const MapView &view, std::shared_ptr<const TxReprojector> reprojector, double tolerance,
+                       double room)
     : m_view(view), m_reprojector(std::move(reprojector)), m_tolerance(tolerance),
       m_window(QRectF(QPointF(), view.size()).adjusted(-room, -room, room, room))
 {
@@ -133,6 +132,12 @@ QRectF ScreenPath::boundsOfProjected() const
     return QRectF(QPointF(left, top), QPointF(right, bottom));
 }
 
+bool ScreenPath::isNearWindow(const QRectF &bounds) const
+{
+    return bounds.left() <= m_window.right() && bounds.right() >= m_window.left() &&
+           bounds.top() <= m_window.bottom() && bounds.bottom() >= m_window.top();
+}
+
 void ScreenPath::cutLine(const QPolygonF &line)
 {
     QPolygonF piece;
@@ -157,8 +162,7 @@ const std::vector<QPolygonF> &ScreenPath::line(std::span<const CPoint2D> points)
     m_pieces.clear();
     project(points);
     const QRectF bounds = boundsOfProjected();
-    if (!(bounds.left() <= m_window.right() && bounds.right() >= m_window.left() && bounds.top() <= m_window.bottom() &&
-          bounds.bottom() >= m_window.top()))
+    if (!isNearWindow(bounds))
         return m_pieces;
     QPolygonF run;
     const auto finish = [&] {
@@ -182,11 +186,19 @@ const QPolygonF &ScreenPath::ring(std::span<const CPoint2D> points)
 {
     project(points);
     m_projected.removeIf([](const QPointF &place) { return !isPlace(place); });
-    const QRectF bounds = boundsOfProjected();
-    m_ring = m_window.contains(bounds) ? m_projected : cutRing(m_projected, m_window);
+    m_ringBounds = boundsOfProjected();
+    m_ring = m_window.contains(m_ringBounds) ? m_projected : cutRing(m_projected, m_window);
     if (m_ring.size() < 2)
         m_ring.clear();
     else if (m_ring.front() != m_ring.back())
         m_ring.append(m_ring.front());
     return m_ring;
+}
+
+const QPolygonF &ScreenPath::whole(std::span<const CPoint2D> points)
+{
+    project(points);
+    if (!isNearWindow(boundsOfProjected()))
+        m_projected.clear();
+    return m_projected;
 }

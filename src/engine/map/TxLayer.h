@@ -3,6 +3,7 @@
 #include "engine/base/TxExport.h"
 #include "engine/map/TxLayerStyle.h"
 
+#include <QMap>
 #include <QString>
 
 class CTxDataset;
@@ -53,8 +54,9 @@ private:
     QString m_alias;
     QString m_datasetName;
     QString m_name;
-    QString m_unknownXml;      // what the workspace file held of it that this version does not know
-    QString m_unknownColorset; // likewise, of its colours
+    QString m_unknownXml;                     // what the workspace file held of it that this version does not know
+    QString m_unknownColorset;                // likewise, of its colours
+    QMap<QString, QString> m_unknownGeoStyle; // likewise, of its geoStyle, by element
     TxLayerStyle m_style;
     bool m_visible = true;
     bool m_selectable = true;

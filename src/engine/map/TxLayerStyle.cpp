@@ -30,21 +30,37 @@ struct KindLook
     Look look;
     double lineWidth;
     double symbolSize;
+    quint32 parts;
 };
 
+using Parts = TxStyleParts;
+
+constexpr quint32 everything = Parts::Line | Parts::Fill | Parts::Symbol | Parts::Text;
+
 constexpr std::array kindLooks = {
-    KindLook{CElemDatasetInfo::Point, Look::Symbol, 1.0, 7.0},
-    KindLook{CElemDatasetInfo::Point3D, Look::Symbol, 1.0, 7.0},
-    KindLook{CElemDatasetInfo::PointGL3D, Look::Symbol, 1.0, 7.0},
-    KindLook{CElemDatasetInfo::Line, Look::Line, 1.4, 6.0},
-    KindLook{CElemDatasetInfo::Line3D, Look::Line, 1.4, 6.0},
-    KindLook{CElemDatasetInfo::Network, Look::Line, 1.8, 5.0},
-    KindLook{CElemDatasetInfo::Route, Look::Line, 2.2, 6.0},
-    KindLook{CElemDatasetInfo::Traverse, Look::Line, 1.2, 5.0},
-    KindLook{CElemDatasetInfo::Text, Look::Text, 1.0, 6.0},
-    KindLook{CElemDatasetInfo::Text3D, Look::Text, 1.0, 6.0},
-    KindLook{CElemDatasetInfo::CAD, Look::Line, 1.2, 5.0},
+    KindLook{CElemDatasetInfo::Point, Look::Symbol, 1.0, 7.0, Parts::Symbol},
+    KindLook{CElemDatasetInfo::Point3D, Look::Symbol, 1.0, 7.0, Parts::Symbol},
+    KindLook{CElemDatasetInfo::PointGL3D, Look::Symbol, 1.0, 7.0, Parts::Symbol},
+    KindLook{CElemDatasetInfo::Line, Look::Line, 1.4, 6.0, Parts::Line},
+    KindLook{CElemDatasetInfo::Line3D, Look::Line, 1.4, 6.0, Parts::Line},
+    KindLook{CElemDatasetInfo::Network, Look::Line, 1.8, 5.0, Parts::Line | Parts::Symbol}, // edges and nodes
+    KindLook{CElemDatasetInfo::Route, Look::Line, 2.2, 6.0, Parts::Line},
+    KindLook{CElemDatasetInfo::Traverse, Look::Line, 1.2, 5.0, Parts::Line},
+    KindLook{CElemDatasetInfo::Region, Look::Region, 0.8, 6.0, Parts::Line | Parts::Fill},
+    KindLook{CElemDatasetInfo::Parcel, Look::Region, 0.8, 6.0, Parts::Line | Parts::Fill},
+    KindLook{CElemDatasetInfo::Region3D, Look::Region, 0.8, 6.0, Parts::Line | Parts::Fill},
+    KindLook{CElemDatasetInfo::Text, Look::Text, 1.0, 6.0, Parts::Text},
+    KindLook{CElemDatasetInfo::Text3D, Look::Text, 1.0, 6.0, Parts::Text},
+    KindLook{CElemDatasetInfo::CAD, Look::Line, 1.2, 5.0, everything},
 };
+
+/// The row of @p kind; of kinds of heights and pictures, and others that have none, one without parts.
+KindLook lookOf(CElemDatasetInfo::Type kind)
+{
+    const auto at =
+        std::find_if(kindLooks.begin(), kindLooks.end(), [kind](const KindLook &row) { return row.kind == kind; });
+    return at == kindLooks.end() ? KindLook{kind, Look::Region, 0.8, 6.0, 0} : *at;
+}
 
 /// The relative luminance of @p colour, 0 (black) to 1 (white), as contrast ratios are made of it.
 double luminance(const QColor &colour)
@@ -63,33 +79,49 @@ double contrast(const QColor &a, const QColor &b)
 
 } // namespace
 
+quint32 TxStyleParts::of(CElemDatasetInfo::Type kind)
+{
+    return lookOf(kind).parts;
+}
+
+CTxGeoStyle plainStyle(const QColor &line, const QColor &fill, double lineWidth, double symbolSize)
+{
+    CTxGeoStyle style;
+    style.lineColor = line;
+    style.lineWidth = lineWidth;
+    style.fillColor = style.symbolColor = fill;
+    style.symbolOutlineColor = line;
+    style.symbolOutlineWidth = std::min(lineWidth, symbolSize / 3); // else it would cover the circle
+    style.symbolSize = symbolSize - style.symbolOutlineWidth;
+    return style;
+}
+
 TxLayerStyle defaultStyle(CElemDatasetInfo::Type kind, int index)
 {
-    const auto at =
-        std::find_if(kindLooks.begin(), kindLooks.end(), [kind](const KindLook &row) { return row.kind == kind; });
-    const KindLook row = at == kindLooks.end() ? KindLook{kind, Look::Region, 0.8, 6.0} : *at;
+    const KindLook row = lookOf(kind);
     const size_t number = static_cast<size_t>(std::max(index, 0));
     const QColor strong = QColor::fromRgb(strongColours[number % strongColours.size()]);
 
     TxLayerStyle style;
-    style.lineWidth = row.lineWidth;
-    style.symbolSize = row.symbolSize;
+    QColor line = style.geoStyle.lineColor;
+    QColor fill = style.geoStyle.fillColor;
     switch (row.look) {
     case Look::Region:
-        style.fill = QColor::fromRgb(regionColours[number % regionColours.size()].fill);
-        style.line = QColor::fromRgb(regionColours[number % regionColours.size()].line);
+        fill = QColor::fromRgb(regionColours[number % regionColours.size()].fill);
+        line = QColor::fromRgb(regionColours[number % regionColours.size()].line);
         break;
     case Look::Line:
-        style.line = strong;
-        style.fill = QColor(strong.red(), strong.green(), strong.blue(), 70);
+        line = strong;
+        fill = QColor(strong.red(), strong.green(), strong.blue(), 70);
         break;
     case Look::Symbol:
-        style.fill = strong;
-        style.line = QColor(Qt::white);
+        fill = strong;
+        line = QColor(Qt::white);
         break;
     case Look::Text:
         break;
     }
+    style.geoStyle = plainStyle(line, fill, row.lineWidth, row.symbolSize);
     return style;
 }
 
@@ -97,17 +129,18 @@ TxLayerStyle legibleStyle(const TxLayerStyle &style, const QColor &background)
 {
     constexpr double enough = 2.2;
     TxLayerStyle result = style;
-    if (contrast(style.line, background) >= enough)
+    QColor &line = result.geoStyle.lineColor;
+    if (contrast(line, background) >= enough)
         return result;
     const double step = luminance(background) < 0.18 ? 0.05 : -0.05;
     float hue = 0;
     float saturation = 0;
     float lightness = 0;
     float alpha = 0;
-    result.line.getHslF(&hue, &saturation, &lightness, &alpha);
-    for (int i = 0; i < 20 && contrast(result.line, background) < enough; ++i) {
+    line.getHslF(&hue, &saturation, &lightness, &alpha);
+    for (int i = 0; i < 20 && contrast(line, background) < enough; ++i) {
         lightness = std::clamp(lightness + static_cast<float>(step), 0.0F, 1.0F);
-        result.line = QColor::fromHslF(std::max(hue, 0.0F), saturation, lightness, alpha);
+        line = QColor::fromHslF(std::max(hue, 0.0F), saturation, lightness, alpha);
     }
     return result;
 }

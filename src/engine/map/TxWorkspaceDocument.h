@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QList>
+#include <QMap>
 #include <QString>
 
 /// What a workspace file says, as plain values: the reader makes it, the writer takes it. Texts called "unknown" hold
@@ -19,6 +20,22 @@ struct TxDataSourceRecord
     QString unknown;
 };
 
+/// A layer's looks as far as the attributes of its element say them: see plainStyle().
+struct TxPlainLooks
+{
+    static constexpr double minimumLineWidth = 0.1, maximumLineWidth = 20;
+    static constexpr double minimumSymbolSize = 1, maximumSymbolSize = 100;
+
+    QColor line;
+    QColor fill;
+    double lineWidth;
+    double symbolSize;
+
+    CTxGeoStyle toGeoStyle() const { return plainStyle(line, fill, lineWidth, symbolSize); }
+    /// Those most like @p style, exactly so when it is a plain one.
+    static TxPlainLooks nearest(const CTxGeoStyle &style);
+};
+
 struct TxLayerRecord
 {
     QString name; ///< empty for the name made from dataset and alias
@@ -30,7 +47,8 @@ struct TxLayerRecord
     bool editable = false;
     bool editableLock = false;
     TxLayerStyle style;
-    QString unknownColorset; ///< of the style's colours
+    QString unknownColorset;                ///< of the style's colours
+    QMap<QString, QString> unknownGeoStyle; ///< of the geoStyle and of its parts, by the element's name
     QString unknown;
 };
 

@@ -102,6 +102,7 @@ TxMapRecord TxWorkspaceFile::toRecord(const CTxMap &map)
         record.layers.back().name = layer.m_name;
         record.layers.back().unknown = layer.m_unknownXml;
         record.layers.back().unknownColorset = layer.m_unknownColorset;
+        record.layers.back().unknownGeoStyle = layer.m_unknownGeoStyle;
     }
     return record;
 }
@@ -136,6 +137,7 @@ void TxWorkspaceFile::buildMap(CTxMap &map, const TxMapRecord &record, const CTx
         layer->m_name = at->name;
         layer->m_unknownXml = at->unknown;
         layer->m_unknownColorset = at->unknownColorset;
+        layer->m_unknownGeoStyle = at->unknownGeoStyle;
         layer->m_style = at->style;
         layer->m_visible = at->visible;
         layer->m_selectable = at->selectable;

@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 #include <algorithm>
 #include <cmath>
@@ -22,7 +23,7 @@ class Attributes
 public:
     explicit Attributes(QXmlStreamReader &reader) : m_reader(reader), m_attributes(reader.attributes()) {}
 
-    QString text(const char16_t *name)
+    QString text(QStringView name)
     {
         const auto at = find(name);
         if (at == m_attributes.end())
@@ -33,7 +34,7 @@ public:
     }
 
     /// A text that must be there and not be empty.
-    QString required(const char16_t *name)
+    QString required(QStringView name)
     {
         const QString value = text(name);
         if (value.isEmpty())
@@ -41,7 +42,7 @@ public:
         return value;
     }
 
-    double number(const char16_t *name, double fallback, double least, double most)
+    double number(QStringView name, double fallback, double least, double most)
     {
         const QString value = text(name);
         if (value.isNull())
@@ -54,7 +55,7 @@ public:
     }
 
     template<class Integer>
-    Integer integer(const char16_t *name, Integer fallback)
+    Integer integer(QStringView name, Integer fallback)
     {
         const QString value = text(name);
         if (value.isNull())
@@ -66,7 +67,7 @@ public:
         return static_cast<Integer>(result);
     }
 
-    bool flag(const char16_t *name, bool fallback)
+    bool flag(QStringView name, bool fallback)
     {
         const QString value = text(name);
         if (value.isNull())
@@ -78,7 +79,7 @@ public:
         return false;
     }
 
-    QColor colour(const char16_t *name, const QColor &fallback)
+    QColor colour(QStringView name, const QColor &fallback)
     {
         const QString value = text(name);
         if (value.isNull())
@@ -97,17 +98,16 @@ public:
     }
 
 private:
-    QXmlStreamAttributes::iterator find(const char16_t *name)
+    QXmlStreamAttributes::iterator find(QStringView name)
     {
-        return std::find_if(m_attributes.begin(), m_attributes.end(), [name](const QXmlStreamAttribute &attribute) {
-            return attribute.qualifiedName() == QStringView(name);
-        });
+        return std::find_if(m_attributes.begin(), m_attributes.end(),
+                            [name](const QXmlStreamAttribute &attribute) { return attribute.qualifiedName() == name; });
     }
-    void fail(const char16_t *name, const QString &what)
+    void fail(QStringView name, const QString &what)
     {
         if (!m_reader.hasError())
             m_reader.raiseError(QStringLiteral("the attribute \"%1\" of \"%2\" %3")
-                                    .arg(QString::fromUtf16(name), m_reader.qualifiedName().toString(), what));
+                                    .arg(name.toString(), m_reader.qualifiedName().toString(), what));
     }
 
     QXmlStreamReader &m_reader;
@@ -188,6 +188,55 @@ void readColorset(QXmlStreamReader &reader, TxLayerRecord &record)
     }
 }
 
+using PartNames = QMap<QString, QStringList>; // the names of attributes by that of their element
+
+/// The parts of a geoStyle and what is said of them.
+const PartNames &geoStyleParts()
+{
+    static const PartNames parts = [] {
+        PartNames names;
+        QXmlStreamReader reader(CTxGeoStyle().ToXML());
+        reader.readNextStartElement(); // the whole
+        for (; reader.readNextStartElement(); reader.skipCurrentElement()) {
+            const QXmlStreamAttributes attributes = reader.attributes();
+            for (const QXmlStreamAttribute &attribute : attributes)
+                names[reader.name().toString()].append(attribute.name().toString());
+        }
+        return names;
+    }();
+    return parts;
+}
+
+/// Takes what is known out of a geoStyle, for CTxGeoStyle to read.
+void readGeoStyle(QXmlStreamReader &reader, TxLayerRecord &record)
+{
+    QString text;
+    QXmlStreamWriter known(&text);
+    known.writeStartElement(QStringLiteral("geoStyle"));
+    PartNames parts = geoStyleParts();
+    QString whole = readElement(
+        reader, [](Attributes &) {},
+        [&](QStringView name) {
+            const QString part = name.toString();
+            const QStringList attributeNames = parts.take(part); // nothing for a second one
+            if (attributeNames.isEmpty())
+                return false;
+            known.writeStartElement(part);
+            QString unknown = readElement(reader, [&](Attributes &attributes) {
+                for (const QString &attribute : attributeNames) {
+                    if (const QString value = attributes.text(attribute); !value.isNull())
+                        known.writeAttribute(attribute, value);
+                }
+            });
+            record.unknownGeoStyle.insert(part, std::move(unknown));
+            known.writeEndElement();
+            return true;
+        });
+    record.unknownGeoStyle.insert(QStringLiteral("geoStyle"), std::move(whole));
+    known.writeEndElement();
+    record.style.geoStyle.FromXML(text);
+}
+
 TxLayerRecord readLayer(QXmlStreamReader &reader)
 {
     TxLayerRecord record;
@@ -201,17 +250,24 @@ TxLayerRecord readLayer(QXmlStreamReader &reader)
         record.editable = attributes.flag(u"editable", record.editable);
         record.editableLock = attributes.flag(u"locked", record.editableLock);
         TxLayerStyle &style = record.style;
-        style.line = attributes.colour(u"line", style.line);
-        style.fill = attributes.colour(u"fill", style.fill);
-        style.lineWidth = attributes.number(u"lineWidth", style.lineWidth, 0.1, 20);
-        style.symbolSize = attributes.number(u"symbolSize", style.symbolSize, 1, 100);
+        TxPlainLooks looks = TxPlainLooks::nearest(style.geoStyle);
+        looks.line = attributes.colour(u"line", looks.line);
+        looks.fill = attributes.colour(u"fill", looks.fill);
+        looks.lineWidth = attributes.number(u"lineWidth", looks.lineWidth, TxPlainLooks::minimumLineWidth,
+                                            TxPlainLooks::maximumLineWidth);
+        looks.symbolSize = attributes.number(u"symbolSize", looks.symbolSize, TxPlainLooks::minimumSymbolSize,
+                                             TxPlainLooks::maximumSymbolSize);
+        style.geoStyle = looks.toGeoStyle();
         style.labelField = attributes.text(u"label");
         style.opacity = attributes.number(u"opacity", style.opacity, 0, 1);
     };
     record.unknown = readElement(reader, take, [&](QStringView name) {
-        if (name != u"colorset" || record.style.colors.GetSize() > 0)
+        if (name == u"colorset" && record.style.colors.GetSize() == 0)
+            readColorset(reader, record);
+        else if (name == u"geoStyle" && record.unknownGeoStyle.isEmpty())
+            readGeoStyle(reader, record);
+        else
             return false;
-        readColorset(reader, record);
         return true;
     });
     return record;

@@ -4,7 +4,19 @@
 #include "engine/map/TxUnknownXml.h"
 #include "engine/map/TxXmlText.h"
 
+#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
+
+#include <algorithm>
+#include <cmath>
+
+TxPlainLooks TxPlainLooks::nearest(const CTxGeoStyle &style)
+{
+    constexpr double digits = 1e9; // so that what was subtracted is found again
+    const double size = std::round((style.symbolSize + style.symbolOutlineWidth) * digits) / digits;
+    return {style.lineColor, style.fillColor, std::clamp(style.lineWidth, minimumLineWidth, maximumLineWidth),
+            std::clamp(size, minimumSymbolSize, maximumSymbolSize)};
+}
 
 namespace {
 
@@ -96,18 +108,38 @@ private:
         writeFlag(u"snapable", record.snapable);
         writeFlag(u"editable", record.editable);
         writeFlag(u"locked", record.editableLock);
-        writeColour(u"line", record.style.line);
-        writeColour(u"fill", record.style.fill);
-        writeNumber(u"lineWidth", record.style.lineWidth);
-        writeNumber(u"symbolSize", record.style.symbolSize);
+        const TxPlainLooks looks = TxPlainLooks::nearest(record.style.geoStyle);
+        writeColour(u"line", looks.line);
+        writeColour(u"fill", looks.fill);
+        writeNumber(u"lineWidth", looks.lineWidth);
+        writeNumber(u"symbolSize", looks.symbolSize);
         if (!record.style.labelField.isEmpty())
             writeText(u"label", record.style.labelField);
         writeNumber(u"opacity", record.style.opacity);
         TxUnknownXml::writeAttributes(record.unknown, m_xml);
+        if (!record.unknownGeoStyle.isEmpty() || looks.toGeoStyle() != record.style.geoStyle)
+            writeGeoStyle(record);
         if (record.style.colors.GetSize() > 0)
             writeColorset(record);
         TxUnknownXml::writeElements(record.unknown, m_xml);
         m_xml.writeEndElement();
+    }
+
+    void writeGeoStyle(const TxLayerRecord &record)
+    {
+        QXmlStreamReader parts(record.style.geoStyle.ToXML());
+        while (!parts.atEnd()) {
+            parts.readNext();
+            const QString unknown = record.unknownGeoStyle.value(parts.name().toString());
+            if (parts.isStartElement()) {
+                m_xml.writeStartElement(parts.name().toString());
+                m_xml.writeAttributes(parts.attributes());
+                TxUnknownXml::writeAttributes(unknown, m_xml);
+            } else if (parts.isEndElement()) {
+                TxUnknownXml::writeElements(unknown, m_xml);
+                m_xml.writeEndElement();
+            }
+        }
     }
 
     void writeColorset(const TxLayerRecord &record)

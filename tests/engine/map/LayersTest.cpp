@@ -121,8 +121,8 @@ TEST(LayerStyle, LinesAreSeenOnEveryBackground)
          {QColor(Qt::white), QColor(0x1e, 0x1e, 0x1e), QColor(Qt::black), QColor(Qt::gray)}) {
         for (const QColor &line : {QColor(0x40, 0x40, 0x40), QColor(Qt::white), QColor(Qt::darkBlue), background}) {
             TxLayerStyle style;
-            style.line = line;
-            const QColor seen = legibleStyle(style, background).line;
+            style.geoStyle.lineColor = line;
+            const QColor seen = legibleStyle(style, background).geoStyle.lineColor;
             EXPECT_GT(std::abs(qGray(seen.rgb()) - qGray(background.rgb())), 20)
                 << qPrintable(line.name() + background.name());
         }

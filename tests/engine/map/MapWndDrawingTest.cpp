@@ -40,6 +40,19 @@ TxLayerStyle coloured()
     return style;
 }
 
+/// Styles of a library, in red and blue.
+CTxGeoStyle styled(qint32 line, qint32 fill, qint32 symbol)
+{
+    CTxGeoStyle style = plainStyle(QColor(0, 0, 0xff), QColor(0xff, 0, 0), 3, 40);
+    style.lineStyle = line;
+    style.lineBackColor = Qt::green;
+    style.fillStyle = fill;
+    style.fillBackColor = Qt::green;
+    style.fillSize = 20;
+    style.symbolStyle = symbol;
+    return style;
+}
+
 TEST_F(MapWndDrawing, RegionsHaveHolesAndOutlines)
 {
     add(data.writeSquare("square"), "square");
@@ -72,6 +85,70 @@ TEST_F(MapWndDrawing, EveryKindOfGeometryIsSeen)
             {3, 11, red, "points of a collection"},
             {7, 11, blue, "line of a collection in a collection"},
             {3, 3, paper}});
+}
+
+TEST_F(MapWndDrawing, LayersHaveTheStylesOfTheLibraries)
+{
+    constexpr qint32 road = 8, ring = 1, noFill = 1, checks = 11;
+    CTxLayer *layer =
+        add(data.writeGeoJson("cad", {R"({"type":"Point","coordinates":[-2,12]})",
+                                      R"({"type":"LineString","coordinates":[[-4,-2],[14,-2]]})",
+                                      R"({"type":"Polygon","coordinates":[[[0,0],[10,0],[10,10],[0,10],[0,0]]]})"}),
+            "cad");
+    const auto drawAs = [&](const CTxGeoStyle &geoStyle) {
+        TxLayerStyle style;
+        style.geoStyle = geoStyle;
+        layer->setStyle(style);
+        draw();
+    };
+    drawAs(styled(road, noFill, ring));
+    expect({{5, -2, Qt::green, "between the casings"},
+            {5, -1.5, blue, "the road's edge"},
+            {0, 5, Qt::green, "the region's edge is a road too"},
+            {5, 5, paper, "no fill"},
+            {-2, 12, paper, "in the ring"},
+            {-3.1, 12, red, "the ring"}});
+    drawAs(styled(0, checks, 0));
+    const int area = 150 * 150; // pixels
+    EXPECT_NEAR(count([](QRgb pixel) { return pixel == qRgb(0, 255, 0); }), area / 2, area / 10);
+    expect({{5, -2, blue}, {-2, 12, red, "a circle"}});
+
+    CTxGeoStyle gradient = styled(0, 0, 0);
+    gradient.fillGradient = TxGradientKind::Linear;
+    drawAs(gradient);
+    const QColor left = at(0.5, 5), right = at(9.5, 5);
+    EXPECT_GT(left.red(), 200);
+    EXPECT_GT(right.green(), 200);
+    wnd.SetViewBounds(CRect2D(0, 0, 1, 1));
+    refresh();
+    EXPECT_TRUE(isNear(at(0.5, 0.5), left)) << "a part has the colours of its place in the whole";
+}
+
+/// Else they would crawl while a map is moved, and jump at the end.
+TEST_F(MapWndDrawing, PatternsOfLinesAndRegionsMoveWithTheMap)
+{
+    constexpr qint32 railway = 12, bricks = 17;
+    const QByteArray huge = R"({"type":"Polygon","coordinates":[[[-900,3],[900,3],[900,900],[-900,900],[-900,3]]]})";
+    for (const double angle : {0.0, 30.0}) {
+        const QByteArray alias = QByteArray::number(angle);
+        CTxLayer *layer = add(data.writeGeoJson(alias.constData(), {huge}), alias.constData());
+        TxLayerStyle style;
+        style.geoStyle = styled(railway, bricks, 0);
+        style.geoStyle.fillAngle = angle;
+        layer->setStyle(style);
+        draw();
+        const QImage before = picture;
+        constexpr QPoint way(37, -23);
+        wnd.Pan(way);
+        refresh();
+        const QRect inner = picture.rect().adjusted(60, 60, -60, -60);
+        int different = 0;
+        for (int y = inner.top(); y <= inner.bottom(); ++y) {
+            for (int x = inner.left(); x <= inner.right(); ++x)
+                different += !isNear(picture.pixelColor(QPoint(x, y) + way), before.pixelColor(x, y), 40);
+        }
+        EXPECT_LT(different, inner.width() * inner.height() / 200) << angle;
+    }
 }
 
 TEST_F(MapWndDrawing, UpperLayersCoverLowerOnesAndHiddenOnesAreNotSeen)

@@ -37,10 +37,7 @@ protected:
     static TxLayerStyle style(const QColor &fill, const QColor &line, double lineWidth = 3)
     {
         TxLayerStyle style;
-        style.fill = fill;
-        style.line = line;
-        style.lineWidth = lineWidth;
-        style.symbolSize = 12;
+        style.geoStyle = plainStyle(line, fill, lineWidth, 12);
         return style;
     }
 

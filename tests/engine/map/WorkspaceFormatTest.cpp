@@ -21,6 +21,11 @@ const QByteArray full = R"(<?xml version="1.0" encoding="UTF-8"?>
         #ffffff<stop at="5"/></colorset>
       <colorset>and a second one</colorset>
     </layer>
+    <layer alias="world" dataset="railways" line="#000000" lineWidth="2.5">
+      <geoStyle season="winter"><line style="12" width="1.5" glow="2"><x:bloom/></line><line style="3"/>
+        <fill style="none"/><symbol style="14" size="7"/><shade/></geoStyle>
+      <geoStyle/>
+    </layer>
     <grid step="10"> </grid>
   </map>
   <map name="Empty"/>
@@ -53,15 +58,22 @@ TEST(WorkspaceFormat, ReadsEverything)
     const TxMapRecord &map = document.maps[0];
     EXPECT_EQ(map.background, QColor(0x10, 0x20, 0x30));
     EXPECT_EQ(map.view, CRect2D(-180, -90, 180.5, 90));
-    ASSERT_EQ(map.layers.size(), 2);
+    ASSERT_EQ(map.layers.size(), 3);
     EXPECT_EQ(map.layers[0].name, u"Rivers");
     EXPECT_FALSE(map.layers[0].visible);
-    EXPECT_EQ(map.layers[0].style.lineWidth, 2.5);
+    EXPECT_EQ(map.layers[0].style.geoStyle.lineWidth, 2.5);
+    EXPECT_EQ(map.layers[0].style.geoStyle, plainStyle(QColor(0, 0, 255), TxLayerStyle().geoStyle.fillColor, 2.5, 6));
+    CTxGeoStyle railway; // the attributes beside it do not count
+    railway.lineStyle = 12;
+    railway.lineWidth = 1.5;
+    railway.symbolStyle = 14;
+    railway.symbolSize = 7;
+    EXPECT_EQ(map.layers[2].style.geoStyle, railway);
     EXPECT_EQ(map.layers[0].style.labelField, u"name");
     EXPECT_TRUE(map.layers[1].visible);
     EXPECT_TRUE(map.layers[1].editable && map.layers[1].editableLock);
     EXPECT_FALSE(map.layers[1].selectable || map.layers[1].snapable);
-    EXPECT_EQ(map.layers[1].style.fill, QColor(0x11, 0x22, 0x33, 0x80));
+    EXPECT_EQ(map.layers[1].style.geoStyle.fillColor, QColor(0x11, 0x22, 0x33, 0x80));
     EXPECT_EQ(map.layers[1].style.opacity, 0.5);
     const CTxColorsetEx &colors = map.layers[1].style.colors;
     EXPECT_TRUE(colors.GetZFloor() == -20.5 && colors.GetZCeiling() == 300 && map.layers[1].style.stepped);
@@ -85,8 +97,40 @@ TEST(WorkspaceFormat, UnknownThingsOfEveryLevelSurvive)
           "rotation=\"15\"", "glow=\"1\"", "<filter>a &lt; b<deep><deeper/></deep> tail</filter>",
           "<grid step=\"10\"> </grid>", "paper=\"A4\"",
           "ceiling=\"300\" stepped=\"true\" space=\"lab\">#010203 #a0b0c0 #ffffff<stop at=\"5\"/>", "and a second one",
+          "season=\"winter\"", "glow=\"2\"", "<x:bloom/>", "<line style=\"3\"/>", "<shade/>", "<geoStyle/>",
           "<preview/>", "<a b=\"c\">text</a>"})
         EXPECT_TRUE(once.contains(kept)) << kept << " in\n" << once.constData();
+}
+
+TEST(WorkspaceFormat, LooksSurviveAndPlainOnesAreAttributesAlone)
+{
+    const auto rewritten = [](const CTxGeoStyle &style, bool plain) {
+        TxWorkspaceDocument document;
+        TxLayerRecord layer;
+        layer.alias = layer.dataset = "d";
+        layer.style.geoStyle = style;
+        document.maps.append({"m", CRect2D(), QColor(), {layer}, QString()});
+        const QByteArray xml = TxWorkspaceWriter::write(document);
+        EXPECT_EQ(xml.contains("geoStyle"), !plain) << xml.constData();
+        return readGood(xml).maps[0].layers[0].style.geoStyle;
+    };
+    for (const double lineWidth : {0.1, 0.7, 1.4, 20.0}) {
+        for (const double symbolSize : {1.0, 3.0, 6.6, 100.0}) {
+            const CTxGeoStyle style = plainStyle("#80102030", Qt::green, lineWidth, symbolSize);
+            EXPECT_EQ(rewritten(style, true), style) << lineWidth << ' ' << symbolSize;
+        }
+    }
+    CTxGeoStyle wide = plainStyle(Qt::red, Qt::green, 1, 6);
+    wide.lineWidth = 50;
+    EXPECT_EQ(rewritten(wide, false), wide);
+    CTxGeoStyle rich = wide;
+    rich.lineStyle = 9;
+    rich.fillGradient = TxGradientKind::Radial;
+    rich.fillAngle = 33.3;
+    rich.gradientColors.Add(0x102030);
+    rich.symbolStyle = 26;
+    rich.symbolColor = QColor(1, 2, 3, 4);
+    EXPECT_EQ(rewritten(rich, false), rich);
 }
 
 TEST(WorkspaceFormat, OddNamesSurvive)
@@ -236,8 +280,8 @@ TEST(WorkspaceFormat, NumbersOutOfBoundsAreKeptWithinThem)
     const TxWorkspaceDocument document = readGood(
         inRoot("<map name='m'><layer alias='a' dataset='d' lineWidth='1e9' symbolSize='0' opacity='7'/></map>"));
     const TxLayerStyle &style = document.maps[0].layers[0].style;
-    EXPECT_EQ(style.lineWidth, 20);
-    EXPECT_EQ(style.symbolSize, 1);
+    EXPECT_EQ(style.geoStyle.lineWidth, 20);
+    EXPECT_EQ(style.geoStyle.symbolSize + style.geoStyle.symbolOutlineWidth, 1);
     EXPECT_EQ(style.opacity, 1);
 }
 

@@ -101,7 +101,7 @@ TEST_F(Workspace, IsModifiedByWhatWouldBeWrittenAndNothingElse)
         {"style",
          [&] {
              TxLayerStyle s;
-             s.lineWidth = 3;
+             s.geoStyle.lineWidth = 3;
              layer->setStyle(s);
          },
          [&] { layer->setStyle(TxLayerStyle()); }},
