@@ -48,7 +48,10 @@ QRectF LineGeometry::window(const QPainter &painter)
 {
     const QPaintDevice &device = *painter.device();
     const QRectF all(-1e6, -1e6, 2e6, 2e6);
-    const QRectF pixels = device.devType() == QInternal::Picture ? all : QRectF(0, 0, device.width(), device.height());
+    // Windows tell their size in units that may be several pixels, pictures in pixels; the transformation is to pixels.
+    const double unit = device.devType() == QInternal::Widget ? device.devicePixelRatioF() : 1;
+    const QRectF pixels =
+        device.devType() == QInternal::Picture ? all : QRectF(0, 0, device.width() * unit, device.height() * unit);
     bool isInvertible = false;
     const QTransform back = painter.combinedTransform().inverted(&isInvertible);
     return isInvertible ? back.mapRect(pixels) : QRectF();
