@@ -37,6 +37,12 @@ quietly() {
   fi
 }
 
+# Whether the compiler cache holds anything that a build could use.
+has_compiler_cache() {
+  local folder
+  folder=$(ccache --get-config cache_dir 2>/dev/null) && [ -d "$folder" ]
+}
+
 # Configures and builds, in the repository's folder: build <preset> [options for the configure step… --] <targets…>
 build() {
   local preset=$1 options=() targets=()
@@ -49,6 +55,10 @@ build() {
   for target in "$@"; do targets+=(--target "$target"); done
   say "building ($preset)"
   cd "$root"
+  # A folder keeps what it began with.
+  if [ ! -f "build/$preset/CMakeCache.txt" ] && { [ -n "${CI:-}" ] || ! has_compiler_cache; }; then
+    options+=(-DTD_PRECOMPILE=ON)
+  fi
   quietly cmake --preset "$preset" "${options[@]}"
   # Somebody who looks on sees how far it is; a log keeps what went wrong only.
   if [ -t 1 ]; then

@@ -8,11 +8,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 preset=dev
 setup=()
-options=()
 if [ -n "${CI:-}" ]; then
   setup+=(--with-postgres)
-  # A machine that builds from nothing has no compiler cache to lose.
-  options+=(-DTD_TEST_PCH=ON)
 fi
 ctest=()
 for argument in "$@"; do
@@ -24,5 +21,5 @@ for argument in "$@"; do
 done
 
 "$root/tools/setup.sh" "${setup[@]}"
-build "$preset" "${options[@]}" --
+build "$preset" --
 exec ctest --preset "$preset" --parallel "$(nproc)" "${ctest[@]}"
