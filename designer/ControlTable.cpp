@@ -6,12 +6,15 @@
 #include "controls/HListBox.h"
 #include "controls/ListCtrlEx.h"
 #include "controls/TdAutoWidthComboBox.h"
+#include "controls/TdColorButton.h"
 #include "controls/TdDMSMakEdit.h"
 #include "controls/TdDragListCtrl.h"
 #include "controls/TdEditSlider.h"
 #include "controls/TdImageComboBox.h"
+#include "controls/TdLabelButton.h"
 #include "controls/TdNumEdit.h"
 #include "controls/TdSliderCtrl.h"
+#include "controls/TdStyleButton.h"
 #include "controls/TdTriangleButton.h"
 #include "engine/ui/TxComboBoxGradientColors.h"
 #include "workspace/WorkspaceBarTree.h"
@@ -68,6 +71,16 @@ constexpr ControlRow table[] = {
     {"CTdImageComboBox", "controls/TdImageComboBox.h", "images",
      QT_TRANSLATE_NOOP("ControlTable", "A combo box whose entries have icons and indents"), "imageCombo", "",
      make<CTdImageComboBox>},
+    {"CTdColorButton", "controls/TdColorButton.h", "colorbutton",
+     QT_TRANSLATE_NOOP("ControlTable", "A button that shows a colour and lets the user choose another"), "colorButton",
+     "", make<CTdColorButton>},
+    {"CTdLabelButton", "controls/TdLabelButton.h", "labelbutton",
+     QT_TRANSLATE_NOOP("ControlTable", "A button that shows the font of labels and lets the user choose another"),
+     "labelButton", "", make<CTdLabelButton>},
+    {"CTdStyleButton", "controls/TdStyleButton.h", "stylebutton",
+     QT_TRANSLATE_NOOP("ControlTable",
+                       "A button that shows a line, a fill or a point symbol and lets the user choose another"),
+     "styleButton", "", make<CTdStyleButton>},
     {"CTdColorListBox", "colour/TdColorListBox.h", "colours",
      QT_TRANSLATE_NOOP("ControlTable", "A list of colours like the legend of heights"), "colorList", "",
      make<CTdColorListBox>},

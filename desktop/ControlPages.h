@@ -17,6 +17,7 @@ using ShowValue = std::function<void(const QString &text)>;
 struct ControlPage
 {
     const char *title;
+    const char *classes; ///< that it shows, as code names them, with spaces between
     const char *what; ///< what the control does and how it is used
     QWidget *(*make)(QWidget *parent, const ShowValue &show);
 };

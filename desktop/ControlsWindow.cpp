@@ -46,8 +46,9 @@ void takeIntoTabOrder(QWidget *before, QWidget *content)
 } // namespace
 
 ControlsWindow::ControlsWindow(QWidget *parent)
-    : QDialog(parent), m_list(new QListWidget), m_title(new QLabel), m_what(new QLabel), m_pages(new QStackedWidget),
-      m_value(makeLine(tr("Value"))), m_command(makeLine(tr("Command")))
+    : QDialog(parent), m_list(new QListWidget), m_title(new QLabel), m_classes(makeLine(tr("Classes"))),
+      m_what(new QLabel), m_pages(new QStackedWidget), m_value(makeLine(tr("Value"))),
+      m_command(makeLine(tr("Command")))
 {
     setWindowTitle(tr("Controls"));
     m_list->setAccessibleName(tr("Controls"));
@@ -61,13 +62,18 @@ ControlsWindow::ControlsWindow(QWidget *parent)
     font.setPointSizeF(font.pointSizeF() * 1.3);
     font.setBold(true);
     m_title->setFont(font);
+    m_classes->setWordWrap(false);
+    m_classes->setForegroundRole(QPalette::PlaceholderText);
     m_what->setWordWrap(true);
     m_what->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     m_what->setMinimumHeight(3 * fontMetrics().lineSpacing()); // pages with less to say stand as high
     m_command->setText(tr("none yet"));
 
     auto *right = new QVBoxLayout;
-    right->addWidget(m_title);
+    auto *head = new QHBoxLayout;
+    head->addWidget(m_title, 1);
+    head->addWidget(m_classes, 0, Qt::AlignBottom);
+    right->addLayout(head);
     right->addWidget(m_what);
     right->addSpacing(6);
     right->addWidget(m_pages, 1);
@@ -147,6 +153,7 @@ void ControlsWindow::turnTo(int index)
         takeIntoTabOrder(m_list, content);
     }
     m_title->setText(ControlPages::text(page.title));
+    m_classes->setText(QString::fromLatin1(page.classes).replace(u' ', QStringLiteral(", ")));
     m_what->setText(ControlPages::text(page.what));
     m_value->setText(m_values.at(index));
     m_pages->setCurrentIndex(index);

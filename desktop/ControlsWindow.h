@@ -33,6 +33,7 @@ private:
 
     QListWidget *m_list;
     QLabel *m_title;
+    QLabel *m_classes;
     QLabel *m_what;
     QStackedWidget *m_pages;
     QLabel *m_value;

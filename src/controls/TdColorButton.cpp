@@ -30,6 +30,11 @@ void CTdColorButton::SetColor(std::optional<COLORREF> color)
     update();
 }
 
+void CTdColorButton::setFormColor(const QColor &color)
+{
+    SetColor(color.isValid() ? std::optional(TxColorRef::fromQColor(color)) : std::nullopt);
+}
+
 void CTdColorButton::describe()
 {
     setAccessibleDescription(m_color ? CTdModule::LoadString(TdStringId::PickerCubeText)

@@ -14,6 +14,9 @@ class ColorPopup;
 class TDCOMMON_API CTdColorButton : public QPushButton
 {
     Q_OBJECT
+    /// The colour as forms set it; one that is not valid for none.
+    Q_PROPERTY(QColor color READ formColor WRITE setFormColor)
+    Q_PROPERTY(bool mayBeNone READ MayBeNone WRITE SetMayBeNone)
 
 public:
     explicit CTdColorButton(QWidget *parent = nullptr);
@@ -45,6 +48,8 @@ private:
     void chooseAmongAll();
     void take(std::optional<COLORREF> color);
     void describe();
+    QColor formColor() const { return m_color ? TxColorRef::toQColor(*m_color) : QColor(); }
+    void setFormColor(const QColor &color);
 
     std::optional<COLORREF> m_color = TxColorRef::make(0, 0, 0);
     bool m_mayBeNone = false;

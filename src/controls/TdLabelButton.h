@@ -11,6 +11,8 @@
 class TDCOMMON_API CTdLabelButton : public QPushButton
 {
     Q_OBJECT
+    Q_PROPERTY(QFont labelFont READ GetLabelFont WRITE SetLabelFont)
+    Q_PROPERTY(QString sampleText READ GetSampleText WRITE SetSampleText)
 
 public:
     explicit CTdLabelButton(QWidget *parent = nullptr);
