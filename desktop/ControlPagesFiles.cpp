@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPointer>
 #include <QPushButton>
 
 #include <vector>
@@ -67,6 +68,8 @@ public:
     FilePage(QWidget *parent, const ShowValue &show);
 
 private:
+    /// The path that the user chooses in the dialog; empty for none.
+    QString ask(bool toOpen);
     void open();
     void save();
     void look();
@@ -114,30 +117,39 @@ FilePage::FilePage(QWidget *parent, const ShowValue &show) : QWidget(parent), m_
     look();
 }
 
+QString FilePage::ask(bool toOpen)
+{
+    const QString purpose = u"ControlsPage"_s;
+    const char *filter = QT_TRANSLATE_NOOP("ControlPages", "Geodata|*.tdb;*.gpkg;*.shp;*.geojson;*.tif|"
+                                                           "Images|*.png;*.jpg;*.bmp|All files|*||");
+    // On the heap: the window may go while the dialog is open, and takes it along.
+    const QPointer<CFileDialogEx> dialog =
+        new CFileDialogEx(toOpen, purpose, toOpen ? ControlPages::text(filter) : QString(), window());
+    dialog->ShowPreview(m_hasPreview->isChecked());
+    const QFileInfo file(m_path->text());
+    if (const CTdProfileFile profile; CFileDialogEx::GetRememberedFolder(purpose, profile).isEmpty())
+        dialog->setDirectory(file.absolutePath());
+    if (!toOpen)
+        dialog->selectFile(file.fileName());
+    const bool isChosen = dialog->DoModal() == CFileDialogEx::IdOk && dialog;
+    const QString path = isChosen ? dialog->GetPathName() : QString();
+    delete dialog;
+    return path;
+}
+
 void FilePage::open()
 {
-    CFileDialogEx dialog(
-        true, u"ControlsPage"_s,
-        ControlPages::text(QT_TRANSLATE_NOOP("ControlPages", "Geodata|*.tdb;*.gpkg;*.shp;*.geojson;*.tif|Images|*.png;"
-                                                             "*.jpg;*.bmp|All files|*||")),
-        window());
-    dialog.ShowPreview(m_hasPreview->isChecked());
-    if (CTdProfileFile profile; CFileDialogEx::GetRememberedFolder(u"ControlsPage"_s, profile).isEmpty())
-        dialog.setDirectory(QFileInfo(m_path->text()).absolutePath());
-    if (dialog.DoModal() != CFileDialogEx::IdOk)
-        return;
-    m_path->setText(QDir::toNativeSeparators(dialog.GetPathName()));
-    look();
+    if (const QString path = ask(true); !path.isEmpty()) {
+        m_path->setText(QDir::toNativeSeparators(path));
+        look();
+    }
 }
 
 void FilePage::save()
 {
-    CFileDialogEx dialog(false, u"ControlsPage"_s, QString(), window());
-    dialog.ShowPreview(m_hasPreview->isChecked());
-    dialog.selectFile(QFileInfo(m_path->text()).fileName());
-    if (dialog.DoModal() == CFileDialogEx::IdOk) // the page has nothing to save
+    if (const QString path = ask(false); !path.isEmpty()) // the page has nothing to save
         m_show(ControlPages::text(QT_TRANSLATE_NOOP("ControlPages", "would be saved as %1"))
-                   .arg(QFileInfo(dialog.GetPathName()).fileName()));
+                   .arg(QFileInfo(path).fileName()));
 }
 
 void FilePage::look()

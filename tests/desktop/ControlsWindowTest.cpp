@@ -4,9 +4,11 @@
 #include "controls/ListCtrlEx.h"
 #include "controls/TdDMSMakEdit.h"
 #include "controls/TdEditSlider.h"
+#include "controls/TdNumEdit.h"
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -111,6 +113,73 @@ TEST_F(Controls, FieldsAreAddedNamedAndRemovedToTheLast)
     EXPECT_FALSE(buttons[1]->isEnabled());
     buttons[0]->click();
     EXPECT_TRUE(list->IsEditing());
+}
+
+/// Presses the button of a page that is called @p text.
+void press(QWidget *page, const char *text)
+{
+    for (auto *button : page->findChildren<QPushButton *>()) {
+        if (button->text().remove(u'&') == QLatin1StringView(text)) {
+            button->setFocus();
+            return QTest::keyClick(button, Qt::Key_Space);
+        }
+    }
+    FAIL() << "no button " << text;
+}
+
+TEST_F(Controls, TabOrderIsScrambledAndCollated)
+{
+    QWidget *form = page("Tab order");
+    const std::string scrambled = m_window->valueText().toStdString();
+    press(form, "Collate");
+    EXPECT_EQ(m_window->valueText().toStdString(), "First name, Last name, Street, House number, Postcode, Town");
+    press(form, "Scramble");
+    EXPECT_EQ(m_window->valueText().toStdString(), scrambled);
+}
+
+TEST_F(Controls, AnnotationsThatCannotBeAreToldAndNotStored)
+{
+    const struct
+    {
+        int field; // height, font, decimals
+        const char *typed, *told;
+    } rows[] = {
+        {0, "0.01", "The text height must be from 0.1 to 1000 millimeters."},
+        {0, "", "The text height must be from 0.1 to 1000 millimeters."},
+        {1, "Nonesuch", "The font “Nonesuch” is not installed."},
+        {2, "11", "The precision must be from 0 to 10 decimals."},
+        {2, "", "The precision must be from 0 to 10 decimals."},
+        {2, "3", "2.5 mm · 1234.568 Meter · not stored"},
+    };
+    QWidget *form = page("Annotation standard");
+    const QList<QLineEdit *> fields = form->findChildren<QLineEdit *>();
+    ASSERT_EQ(fields.size(), 3);
+    for (const auto &row : rows) {
+        press(form, "Reset");
+        fields[row.field]->setFocus();
+        fields[row.field]->selectAll();
+        QTest::keyClick(fields[row.field], Qt::Key_Delete);
+        QTest::keyClicks(fields[row.field], QString::fromLatin1(row.typed));
+        EXPECT_EQ(m_window->valueText().toStdString(), row.told);
+    }
+    press(form, "Store");
+    EXPECT_EQ(m_window->valueText().toStdString(), "2.5 mm · 1234.568 Meter · as stored");
+    QFile::remove(CTdProfileFile::defaultPath());
+}
+
+TEST_F(Controls, FilesAndPicturesThatCannotBeReadAreTold)
+{
+    auto *path = page("File dialog")->findChild<QLineEdit *>();
+    path->selectAll();
+    QTest::keyClicks(path, u"/nowhere/at all.shp\r"_s);
+    EXPECT_EQ(m_window->valueText().toStdString(), "The file does not exist.");
+    auto *percent = page("Bitmap")->findChild<CTdNumEdit *>();
+    percent->selectAll();
+    QTest::keyClicks(percent, u"0"_s);
+    EXPECT_EQ(m_window->valueText().toStdString(), "A picture cannot have 0 × 0 pixels.");
+    percent->selectAll();
+    QTest::keyClicks(percent, u"50"_s);
+    EXPECT_EQ(m_window->valueText().left(27).toStdString(), "120 × 80 pixels of 4 bits ·");
 }
 
 } // namespace
