@@ -24,7 +24,7 @@ constexpr int editorMargin = 8; // pixels that an editor wants above a line of t
 
 } // namespace
 
-CellDelegate::CellDelegate(ReportModel *model, QObject *parent) : QStyledItemDelegate(parent), m_model(model) {}
+CellDelegate::CellDelegate(ReportModel *model, QObject *parent) : IconPlateDelegate(parent), m_model(model) {}
 
 CellDelegate::~CellDelegate() = default;
 
@@ -180,7 +180,7 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
 
 void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    QStyledItemDelegate::paint(painter, option, index);
+    IconPlateDelegate::paint(painter, option, index);
     if (!(option.state & QStyle::State_HasFocus))
         return;
     // The style's frame hardly shows on a selected row, and the keys act on this cell.

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "common/IconPlateDelegate.h"
 #include "controls/CellEditor.h"
 
 #include <QPersistentModelIndex>
-#include <QStyledItemDelegate>
 
 class ReportModel;
 
 /// Edits cells of a report list, one at a time, and does not let go of an entry that is refused: the editor stays open
 /// and shows why.
-class CellDelegate : public QStyledItemDelegate
+class CellDelegate : public IconPlateDelegate
 {
     Q_OBJECT
 

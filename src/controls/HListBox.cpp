@@ -1,11 +1,14 @@
 #include "controls/HListBox.h"
 
+#include "common/IconPlateDelegate.h"
+
 #include <QItemSelection>
 #include <QSignalBlocker>
 
 CHListBox::CHListBox(QWidget *parent) : QListWidget(parent)
 {
     setSelectionMode(ExtendedSelection);
+    setItemDelegate(new IconPlateDelegate(this));
     setUniformItemSizes(true); // or thousands of entries are measured one by one
 }
 

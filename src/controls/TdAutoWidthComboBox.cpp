@@ -1,5 +1,7 @@
 #include "controls/TdAutoWidthComboBox.h"
 
+#include "common/IconPlateDelegate.h"
+
 #include <QLineEdit>
 #include <QListView>
 #include <QScopedValueRollback>
@@ -7,7 +9,6 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionComboBox>
-#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -63,7 +64,7 @@ CTdAutoWidthComboBox::CTdAutoWidthComboBox(QWidget *parent) : QComboBox(parent)
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // else every entry would be measured
     setMinimumContentsLength(6);
     // A delegate that some styles do not replace by one that draws menu items, which would measure otherwise.
-    setItemDelegate(new QStyledItemDelegate(this));
+    setItemDelegate(new IconPlateDelegate(this));
     setIconSize(iconSize()); // the list's icons would be larger than that of the closed box
     if (auto *list = qobject_cast<QListView *>(view()))
         list->setUniformItemSizes(true);

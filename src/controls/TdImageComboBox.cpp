@@ -1,7 +1,8 @@
 #include "controls/TdImageComboBox.h"
 
+#include "common/IconPlateDelegate.h"
+
 #include <QAbstractItemView>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -17,16 +18,16 @@ int levelWidth(const QFontMetrics &metrics)
 }
 
 /// Draws an entry as far to the right as its indent says (to the left in scripts that run so).
-class IndentDelegate : public QStyledItemDelegate
+class IndentDelegate : public IconPlateDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using IconPlateDelegate::IconPlateDelegate;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         const int indent = index.data(indentRole).toInt() * levelWidth(option.fontMetrics);
         if (indent == 0)
-            return QStyledItemDelegate::paint(painter, option, index);
+            return IconPlateDelegate::paint(painter, option, index);
         // The mark of the chosen entry spans the row, as it does for entries without an indent.
         QStyleOptionViewItem row = option;
         initStyleOption(&row, index);
@@ -38,7 +39,7 @@ public:
         QStyleOptionViewItem content = option;
         content.rect = QStyle::visualRect(option.direction, option.rect, option.rect.adjusted(indent, 0, 0, 0));
         content.state &= ~QStyle::State_MouseOver;
-        QStyledItemDelegate::paint(painter, content, index);
+        IconPlateDelegate::paint(painter, content, index);
     }
 };
 

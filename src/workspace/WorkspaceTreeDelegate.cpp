@@ -1,8 +1,5 @@
 #include "workspace/WorkspaceTreeDelegate.h"
 
-#include <QApplication>
-#include <QPainter>
-
 #include <algorithm>
 
 namespace {
@@ -31,24 +28,6 @@ QString WorkspaceTreeDelegate::shownText(const QString &text, qsizetype longest)
     if (std::any_of(shown.cbegin(), shown.cend(), isTroublesome))
         std::replace_if(shown.begin(), shown.end(), isTroublesome, QChar(u' '));
     return shown;
-}
-
-void WorkspaceTreeDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
-{
-    QStyledItemDelegate::paint(painter, option, index);
-    if (!(option.state & QStyle::State_Selected))
-        return;
-    QStyleOptionViewItem item = option;
-    initStyleOption(&item, index);
-    const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
-    const QRect icon = style->subElementRect(QStyle::SE_ItemViewItemDecoration, &item, item.widget);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(item.palette.base());
-    painter->drawRoundedRect(QRectF(icon).adjusted(-1, -1, 1, 1), 2, 2);
-    painter->restore();
-    item.icon.paint(painter, icon, item.decorationAlignment);
 }
 
 QString WorkspaceTreeDelegate::displayText(const QVariant &value, const QLocale &) const
