@@ -3,6 +3,7 @@
 #include "ControlPages.h"
 #include "ControlsWindow.h"
 #include "GalleryStage.h"
+#include "controls/TdStyleDialog.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -43,4 +44,20 @@ QPixmap GalleryControls::drawDropped(std::string_view title)
         painter.drawPixmap(box->mapTo(&window, QPoint(0, box->height())), box->view()->window()->grab());
     }
     return picture;
+}
+
+QPixmap GalleryControls::drawStyles(TdStyle::Kind kind)
+{
+    CTxGeoStyle style;
+    TdStyle::choose(TdStyle::Line, 12, style); // a railway
+    TdStyle::choose(TdStyle::Fill, 28, style); // a linear gradient
+    TdStyle::choose(TdStyle::Symbol, 15, style);
+    style.lineColor = QColor(0x5A3A2E);
+    style.lineWidth = 3;
+    style.fillColor = QColor(0xE4EFD8);
+    style.fillBackColor = QColor(0x3C7A3C);
+    style.symbolColor = QColor(0xB02020);
+    style.symbolSize = 48;
+    CTdStyleDialog dialog(kind, style);
+    return GalleryStage::photograph(dialog);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/TdStyle.h"
+
 #include <QPixmap>
 
 #include <string_view>
@@ -11,5 +13,8 @@ namespace GalleryControls {
 QPixmap draw(std::string_view title);
 /// The same with the list of the page's first combo box dropped.
 QPixmap drawDropped(std::string_view title);
+
+/// The dialog of line styles, fills or point symbols.
+QPixmap drawStyles(TdStyle::Kind kind);
 
 } // namespace GalleryControls
