@@ -9,7 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
-#include <QScopedValueRollback>
+#include <QScopeGuard>
 #include <QStyle>
 #include <QToolTip>
 
@@ -99,10 +99,17 @@ bool CellDelegate::settle()
     const QString text = entry();
     if (text == m_begun)
         return true;
-    const QScopedValueRollback settling(m_isSettling, true);
-    const CellEditor settings = column->editor; // the validator may change the column, or the whole list
+    // The validator, and who is told of the edit, may open another editor, change the rows or delete the list.
+    const QPointer<CellDelegate> alive(this);
+    const QPointer<QWidget> editor = m_editor;
+    const auto settled = qScopeGuard([&] {
+        if (alive)
+            m_isSettling = false;
+    });
+    m_isSettling = true;
+    const CellEditor settings = column->editor;
     const CellVerdict verdict = judge(settings, text);
-    if (!m_editor || !m_cell.isValid())
+    if (!alive || !editor || editor != m_editor || !m_cell.isValid())
         return true; // the cell is gone
     if (!verdict.accepted) {
         refuse(verdict.text.isEmpty() ? CTdModule::LoadString(TdStringId::EntryNotValid) : verdict.text);
@@ -195,8 +202,10 @@ void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
 bool CellDelegate::eventFilter(QObject *object, QEvent *event)
 {
     QWidget *editor = m_editor;
-    if (object != editor || event->type() != QEvent::KeyPress)
-        return QStyledItemDelegate::eventFilter(object, event);
+    if (object != editor || event->type() != QEvent::KeyPress) {
+        const QPointer<QObject> alive(object); // the loss of the focus may delete the list
+        return QStyledItemDelegate::eventFilter(object, event) || !alive;
+    }
     // The keys that end an entry are told of at once, and past the line edit, which would swallow those of an entry
     // that its validator does not take.
     switch (static_cast<QKeyEvent *>(event)->key()) {

@@ -6,18 +6,26 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPointer>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 CListCtrlEx::CListCtrlEx(QWidget *parent)
     : CTdListCtrl(parent), m_delegate(qobject_cast<CellDelegate *>(itemDelegate()))
 {
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     SetSortable(true);
+    header()->viewport()->installEventFilter(this);
 }
 
 CListCtrlEx::~CListCtrlEx() = default;
 
 bool CListCtrlEx::SetColumnEditor(int column, CellEditor::Kind kind, const QStringList &choices)
 {
+    if (IsEditing() && m_delegate->editedCell().column() == column)
+        CancelEdit(); // it would be the wrong editor
     return reportModel()->changeColumn(column, [&](ReportModel::Column &settings) {
         settings.editor.kind = kind;
         settings.editor.choices = choices;
@@ -44,7 +52,8 @@ bool CListCtrlEx::SetColumnValidator(int column, const QValidator *validator)
 
 bool CListCtrlEx::EditItem(int row, int column)
 {
-    if (!reportModel()->cell(row, column) || !EndEdit())
+    const QPointer<CListCtrlEx> alive(this);
+    if (!reportModel()->cell(row, column) || !EndEdit() || !alive)
         return false;
     SetCurItem(row, column);
     return edit(currentIndex(), AllEditTriggers, nullptr);
@@ -57,9 +66,10 @@ bool CListCtrlEx::IsEditing() const
 
 bool CListCtrlEx::EndEdit()
 {
+    const QPointer<CListCtrlEx> alive(this);
     if (IsEditing())
         closeEditor(m_delegate->editor(), QAbstractItemDelegate::NoHint);
-    return !IsEditing();
+    return !alive || !IsEditing();
 }
 
 void CListCtrlEx::CancelEdit()
@@ -70,9 +80,15 @@ void CListCtrlEx::CancelEdit()
 
 bool CListCtrlEx::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)
 {
-    if (IsEditing() && m_delegate->editedCell() != index && !EndEdit())
+    // Asked for every new current cell too, in the middle of the removal of rows.
+    const bool opens = trigger == AllEditTriggers || editTriggers().testFlag(trigger);
+    if (opens && (isColumnHidden(index.column()) || isRowHidden(index.row(), {})))
         return false;
-    if (!CTdListCtrl::edit(index, trigger, event))
+    const QPersistentModelIndex cell(index); // ending another edit may change the rows
+    const QPointer<CListCtrlEx> alive(this);
+    if (opens && IsEditing() && m_delegate->editedCell() != index && (!EndEdit() || !alive || !cell.isValid()))
+        return false;
+    if (!CTdListCtrl::edit(cell, trigger, event))
         return false;
     m_dropsDownOnRelease = trigger == DoubleClicked;
     return true;
@@ -83,10 +99,11 @@ void CListCtrlEx::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHin
 {
     if (!editor || editor != m_delegate->editor() || !IsEditing())
         return;
-    if (hint != QAbstractItemDelegate::RevertModelCache && !m_delegate->settle())
+    const QPointer<CListCtrlEx> alive(this);
+    if (hint != QAbstractItemDelegate::RevertModelCache && (!m_delegate->settle() || !alive))
         return;
     const QPersistentModelIndex cell = m_delegate->editedCell();
-    if (!cell.isValid())
+    if (!cell.isValid() || editor != m_delegate->editor())
         return;           // the list was changed under the editor, and has taken it away
     m_delegate->forget(); // before the focus comes back to the list
     CTdListCtrl::closeEditor(editor, QAbstractItemDelegate::NoHint);
@@ -123,19 +140,66 @@ QModelIndex CListCtrlEx::nextCell(const QModelIndex &from, int step) const
 
 void CListCtrlEx::keyPressEvent(QKeyEvent *event)
 {
+    if (IsEditing()) {
+        // What the editor leaves over comes here too: only the keys that go up and down mean the list.
+        constexpr int leaving[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown};
+        const bool leaves = std::find(std::begin(leaving), std::end(leaving), event->key()) != std::end(leaving);
+        if ((m_delegate->editor()->hasFocus() || isHandling()) && !leaves) {
+            event->ignore();
+            return;
+        }
+        if (!endEditOrStay()) // before the base class looks at its rows, which a validator may change
+            return;
+    }
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && !IsEditing() && currentIndex().isValid() && edit(currentIndex(), EditKeyPressed, event))
+    if (isEnter && currentIndex().isValid() && edit(currentIndex(), EditKeyPressed, event))
         event->accept();
     else
         CTdListCtrl::keyPressEvent(event);
 }
 
+/// EndEdit() for a click elsewhere: an editor that has to stay keeps the keyboard. @return false when it stays, and
+/// when the list is no more.
+bool CListCtrlEx::endEditOrStay()
+{
+    const QPointer<CListCtrlEx> alive(this);
+    const bool isEnded = EndEdit();
+    if (alive && !isEnded)
+        m_delegate->editor()->setFocus();
+    return alive && isEnded;
+}
+
 void CListCtrlEx::mousePressEvent(QMouseEvent *event)
 {
-    if (EndEdit())
+    if (endEditOrStay())
         CTdListCtrl::mousePressEvent(event);
-    else
-        m_delegate->editor()->setFocus();
+}
+
+void CListCtrlEx::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (endEditOrStay())
+        CTdListCtrl::mouseDoubleClickEvent(event);
+}
+
+/// Clicks on the header do not take the focus from an editor, but sort the rows under it.
+bool CListCtrlEx::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isPress = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (isPress && watched == header()->viewport() && !endEditOrStay())
+        return true;
+    return CTdListCtrl::eventFilter(watched, event);
+}
+
+void CListCtrlEx::updateEditorGeometries()
+{
+    // An editor that has no place would be hidden, and by that lose the focus and settle its entry, in the middle of a
+    // change of the rows and columns.
+    if (const QModelIndex cell = m_delegate->editedCell(); cell.isValid() && !visualRect(cell).isValid()) {
+        if (!isColumnHidden(cell.column()) && !isRowHidden(cell.row(), {}))
+            return; // the new layout, which shows the cell again, is still to come
+        CancelEdit();
+    }
+    CTdListCtrl::updateEditorGeometries();
 }
 
 void CListCtrlEx::mouseReleaseEvent(QMouseEvent *event)
@@ -143,7 +207,7 @@ void CListCtrlEx::mouseReleaseEvent(QMouseEvent *event)
     CTdListCtrl::mouseReleaseEvent(event);
     m_delegate->showMessage(); // of an entry that the press could not end
     // Not at the double click itself: its release would choose from the list that has just come up under the mouse.
-    if (std::exchange(m_dropsDownOnRelease, false)) {
+    if (std::exchange(m_dropsDownOnRelease, false) && IsEditing()) {
         if (auto *choice = qobject_cast<QComboBox *>(m_delegate->editor()))
             choice->showPopup();
     }

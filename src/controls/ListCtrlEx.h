@@ -9,10 +9,10 @@ class CellDelegate;
 /// A report list that is edited in place: a column as text, by choice or by check box, with a validator a column.
 ///
 /// F2, Enter, a double click or typing opens the editor of the current cell. Enter keeps the entry, Tab keeps it and
-/// goes on to the next cell that opens an editor (Shift+Tab back), Escape gives it up, and so does the loss of its
-/// cell; a click elsewhere keeps it. An entry that the validator refuses stays in the open editor, with the message,
-/// until it is corrected or given up. Check boxes are toggled by a click or Space and are not judged.
-/// A click on a header sorts (see CTdListCtrl::SortItems()).
+/// goes on to the next cell that opens an editor (Shift+Tab back), Up and Down keep it and go to the next row, Escape
+/// gives it up, and so does the loss of its cell, hidden or removed; a click elsewhere keeps it. An entry that the
+/// validator refuses stays in the open editor, with the message, until it is corrected or given up. Check boxes are
+/// toggled by a click or Space and are not judged. A click on a header sorts (see CTdListCtrl::SortItems()).
 class TDCOMMON_API CListCtrlEx : public CTdListCtrl
 {
     Q_OBJECT
@@ -45,10 +45,14 @@ protected:
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void updateEditorGeometries() override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    bool endEditOrStay();
     QModelIndex nextCell(const QModelIndex &from, int step) const;
 
     CellDelegate *const m_delegate; // the list's

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -59,10 +60,14 @@ bool ReportModel::changeColumn(int column, const std::function<void(Column &)> &
 {
     if (!this->column(column))
         return false;
+    const bool hadCheckBoxes = hasCheckBoxes(column);
     change(m_columns[size_t(column)]);
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+    QList<int> roles{Qt::TextAlignmentRole};
+    if (hasCheckBoxes(column) != hadCheckBoxes)
+        roles += Qt::CheckStateRole;
     if (!m_rows.empty())
-        Q_EMIT dataChanged(index(0, column), index(rowCount() - 1, column), {Qt::TextAlignmentRole});
+        Q_EMIT dataChanged(index(0, column), index(rowCount() - 1, column), roles);
     return true;
 }
 
@@ -79,6 +84,7 @@ int ReportModel::insertRows(int at, std::vector<Row> rows)
     beginInsertRows({}, at, at + int(rows.size()) - 1);
     m_rows.insert(m_rows.begin() + at, std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end()));
     endInsertRows();
+    tellHeader();
     return at;
 }
 
@@ -113,6 +119,7 @@ int ReportModel::removeRows(QList<int> rows)
     }
     m_rows.erase(begin, begin + count);
     endRemoveRows();
+    tellHeader();
     return count;
 }
 
@@ -125,15 +132,18 @@ void ReportModel::clear()
     for (Column &column : m_columns)
         column.checkedCount = 0;
     endRemoveRows();
+    tellHeader();
 }
 
 void ReportModel::permute(const std::vector<int> &order)
 {
-    Q_ASSERT(order.size() == m_rows.size());
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+    if (order.size() != m_rows.size()) { // who was told has changed the rows, and the order is no longer one of them
+        Q_EMIT layoutChanged({}, VerticalSortHint);
+        return;
+    }
     std::vector<int> placeOf(order.size());
-    std::vector<Row> rows;
-    rows.reserve(order.size());
+    std::deque<Row> rows;
     for (size_t place = 0; place < order.size(); ++place) {
         placeOf[size_t(order[place])] = int(place);
         rows.push_back(std::move(m_rows[size_t(order[place])]));
@@ -166,6 +176,16 @@ void ReportModel::tell(int row, int column, int role)
     Q_EMIT dataChanged(changed, changed, {role});
 }
 
+/// Tells of the columns whose box in the header has come to another state.
+void ReportModel::tellHeader()
+{
+    for (int column = 0; column < columnCount(); ++column) {
+        const Qt::CheckState state = checkState(column);
+        if (std::exchange(m_columns[size_t(column)].told, state) != state)
+            Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+    }
+}
+
 bool ReportModel::setText(int row, int column, const QString &text)
 {
     Cell *cell = cellAt(row, column);
@@ -194,12 +214,10 @@ bool ReportModel::setChecked(int row, int column, bool checked)
     if (!cell)
         return false;
     if (cell->isChecked != checked) {
-        const Qt::CheckState before = checkState(column);
         cell->isChecked = checked;
         m_columns[size_t(column)].checkedCount += checked ? 1 : -1;
         tell(row, column, Qt::CheckStateRole);
-        if (checkState(column) != before)
-            Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+        tellHeader();
     }
     return true;
 }
@@ -210,6 +228,11 @@ bool ReportModel::setRowData(int row, const QVariant &data)
         return false;
     m_rows[size_t(row)].data = data;
     return true;
+}
+
+QVariant ReportModel::rowData(int row) const
+{
+    return row >= 0 && row < rowCount() ? m_rows[size_t(row)].data : QVariant();
 }
 
 int ReportModel::rowCount(const QModelIndex &parent) const
@@ -246,7 +269,7 @@ QVariant ReportModel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole: // a bare check box or picture is known by its column
         return cell->text.isEmpty() ? column.title : cell->text;
     case Qt::UserRole:
-        return m_rows[size_t(index.row())].data;
+        return rowData(index.row());
     default:
         return {};
     }
@@ -258,7 +281,8 @@ bool ReportModel::setData(const QModelIndex &index, const QVariant &value, int r
     const int column = index.column();
     const Cell *cell = index.isValid() && index.model() == this ? this->cell(row, column) : nullptr;
     const bool isCheck = role == Qt::CheckStateRole;
-    if (!cell || (!isCheck && role != Qt::EditRole) || isCheck != hasCheckBoxes(column) || !m_mayEdit(row, column))
+    if (!cell || (!isCheck && role != Qt::EditRole) ||
+        !flags(index).testFlag(isCheck ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable))
         return false;
     const QString before = isCheck ? checkText(cell->isChecked) : cell->text;
     const QString after = isCheck ? checkText(value.toInt() == Qt::Checked) : value.toString();
@@ -313,7 +337,7 @@ bool ReportModel::checkAll(int column, bool checked)
     if (first < 0)
         return false;
     Q_EMIT dataChanged(index(first, column), index(last, column), {Qt::CheckStateRole});
-    Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+    tellHeader();
     Q_EMIT columnChecked(column, checked);
     return true;
 }

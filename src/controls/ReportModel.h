@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <QVariant>
 
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -26,8 +27,9 @@ public:
         QIcon icon;
         Qt::Alignment alignment = Qt::AlignLeft;
         CellEditor editor;
-        bool hasHeaderCheck = false; ///< the header shows whether the cells are checked
-        int checkedCount = 0;        ///< kept by the model
+        bool hasHeaderCheck = false;         ///< the header shows whether the cells are checked
+        int checkedCount = 0;                ///< kept by the model
+        Qt::CheckState told = Qt::Unchecked; ///< what views of the header know; kept by the model
     };
     struct Cell
     {
@@ -70,6 +72,8 @@ public:
     bool setIcon(int row, int column, const QIcon &icon);
     bool setChecked(int row, int column, bool checked);
     bool setRowData(int row, const QVariant &data);
+    /// The host's data of a row; empty when out of range.
+    QVariant rowData(int row) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -95,8 +99,9 @@ private:
     Qt::CheckState checkState(int column) const;
     bool checkAll(int column, bool checked);
     void tell(int row, int column, int role);
+    void tellHeader();
 
     const MayEdit m_mayEdit;
     std::vector<Column> m_columns;
-    std::vector<Row> m_rows;
+    std::deque<Row> m_rows; // lists that show what is newest first grow at the front
 };

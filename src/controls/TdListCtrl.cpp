@@ -5,8 +5,10 @@
 #include "controls/TdHeaderCtrl.h"
 
 #include <QLoggingCategory>
+#include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcListCtrl, "terravox.controls.list")
 
@@ -25,7 +27,13 @@ CTdListCtrl::CTdListCtrl(QWidget *parent)
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
-    connect(m_model, &ReportModel::cellEdited, this, &CTdListCtrl::cellEdited);
+    connect(m_model, &ReportModel::cellEdited, this,
+            [this](int row, int column, const QString &before, const QString &after) {
+                if (m_isHandling)
+                    m_edit = {row, column, before, after};
+                else
+                    Q_EMIT cellEdited(row, column, before, after);
+            });
     connect(m_model, &ReportModel::columnChecked, this, &CTdListCtrl::columnChecked);
     connect(m_model, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) {
@@ -36,6 +44,32 @@ CTdListCtrl::CTdListCtrl(QWidget *parent)
 }
 
 CTdListCtrl::~CTdListCtrl() = default;
+
+/// Has the base class handle an event, and only then tells of what the user changed by it: the base class is not made
+/// for a list that is deleted meanwhile.
+void CTdListCtrl::tellAfterwards(const std::function<void()> &handling)
+{
+    if (m_isHandling)
+        return handling();
+    const QPointer<CTdListCtrl> alive(this);
+    m_isHandling = true;
+    handling();
+    if (!alive)
+        return;
+    m_isHandling = false;
+    if (const std::optional<Edit> edit = std::exchange(m_edit, {}))
+        Q_EMIT cellEdited(edit->row, edit->column, edit->before, edit->after);
+}
+
+void CTdListCtrl::keyPressEvent(QKeyEvent *event)
+{
+    tellAfterwards([&] { QTreeView::keyPressEvent(event); });
+}
+
+void CTdListCtrl::mouseReleaseEvent(QMouseEvent *event)
+{
+    tellAfterwards([&] { QTreeView::mouseReleaseEvent(event); });
+}
 
 CTdHeaderCtrl *CTdListCtrl::GetHeaderCtrl() const
 {
@@ -202,7 +236,7 @@ bool CTdListCtrl::SetItemData(int row, const QVariant &value)
 
 QVariant CTdListCtrl::GetItemData(int row) const
 {
-    return m_model->index(row, 0).data(Qt::UserRole);
+    return m_model->rowData(row);
 }
 
 int CTdListCtrl::GetSelCount() const

@@ -4,7 +4,8 @@
 
 #include <QTreeView>
 
-#include <memory>
+#include <functional>
+#include <optional>
 
 class CTdHeaderCtrl;
 class ReportModel;
@@ -85,7 +86,8 @@ public:
     void setModel(QAbstractItemModel *model) override;
 
 Q_SIGNALS:
-    /// The user changed a cell from text @p before to @p after; check marks are "1" and "0".
+    /// The user changed a cell from text @p before to @p after; check marks are "1" and "0". Who is told may change the
+    /// list as he likes, and even delete it; the same goes for the other signals of the user's changes.
     void cellEdited(int row, int column, const QString &before, const QString &after);
     /// The user checked or unchecked a whole column through its header: one notification for all rows.
     void columnChecked(int column, bool checked);
@@ -95,13 +97,27 @@ protected:
     virtual bool CanEdit(int row, int column) const;
 
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     /// The rows; for the lists that derive from this one.
     ReportModel *reportModel() const { return m_model; }
+    /// True while the list handles a key or the release of a button: the key that has opened an editor, and is left
+    /// over by it, comes back to the list meanwhile.
+    bool isHandling() const { return m_isHandling; }
     /// The next shown column after logical @p column in direction @p step, -1 when there is none.
     int neighbourColumn(int column, int step) const;
 
 private:
+    struct Edit
+    {
+        int row, column;
+        QString before, after;
+    };
+
     void dropSortMark(int firstColumn, int lastColumn);
+    void tellAfterwards(const std::function<void()> &handling);
 
     ReportModel *const m_model; // a child
+    bool m_isHandling = false;  ///< an event that may toggle a check box
+    std::optional<Edit> m_edit; ///< what it changed
 };
