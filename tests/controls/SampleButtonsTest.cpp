@@ -10,6 +10,7 @@
 #include <QDialog>
 #include <QDoubleSpinBox>
 #include <QFontDialog>
+#include <QPointer>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
@@ -125,10 +126,10 @@ template<class Act>
 void actInDialog(CTdStyleButton &button, const Act &act)
 {
     QTimer::singleShot(0, [act] {
-        auto *dialog = qobject_cast<CTdStyleDialog *>(QApplication::activeModalWidget());
+        const QPointer<CTdStyleDialog> dialog = qobject_cast<CTdStyleDialog *>(QApplication::activeModalWidget());
         ASSERT_TRUE(dialog);
         act(*dialog);
-        if (dialog->isVisible())
+        if (dialog && dialog->isVisible())
             dialog->reject();
     });
     QTest::keyClick(&button, Qt::Key_Space);
@@ -208,6 +209,18 @@ TEST(StyleButton, FieldsChangeWhatTheyNameAlone)
         dialog.accept();
     });
     EXPECT_EQ(button.GetStyle().fillColor.alpha(), 102);
+}
+
+TEST(StyleButton, WindowMayGoWhileItsDialogIsOpen)
+{
+    auto *window = new QWidget;
+    auto *button = new CTdStyleButton(window);
+    window->show();
+    actInDialog(*button, [window](CTdStyleDialog &dialog) {
+        dialog.accept();
+        delete window;
+    });
+    EXPECT_FALSE(QApplication::activeModalWidget());
 }
 
 } // namespace
