@@ -33,8 +33,8 @@ constexpr ControlPage table[] = {
      QT_TRANSLATE_NOOP("ControlPages", "Opens what hangs on the control beside it."), makeTriangles},
     {QT_TRANSLATE_NOOP("ControlPages", "Multi-selection list"), "CHListBox",
      QT_TRANSLATE_NOOP("ControlPages",
-                       "Several entries are chosen at once, by Ctrl and Shift with clicks or keys, all of "
-                       "them, or the ones that were not. What cannot be chosen stays out."),
+                       "Several entries are chosen at once: by Ctrl or Shift with clicks and keys, all of "
+                       "them, or just the others. What is in use cannot be chosen."),
      makeSelectionList},
     {QT_TRANSLATE_NOOP("ControlPages", "Report list"), "CListCtrlEx CTdListCtrl CTdHeaderCtrl",
      QT_TRANSLATE_NOOP(
