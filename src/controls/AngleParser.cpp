@@ -3,13 +3,16 @@
 #include "engine/base/TxNumberText.h"
 
 #include <array>
+#include <cmath>
 
 namespace {
 
 /// The signs that may stand behind each of the three numbers.
-constexpr std::array<QStringView, 3> unitSigns = {u"\u00B0\u00BA", u"'\u2032\u2019", u"\"\u2033\u201D"};
+constexpr std::array<QStringView, 3> unitSigns = {u"\u00B0\u00BA\u02DA", u"'\u2032\u2019\u00B4\u02B9",
+                                                  u"\"\u2033\u201D\u02BA"};
+constexpr std::array<double, 3> unitsInDegree = {1.0, 60.0, 3600.0};
 
-constexpr QStringView minusSigns = u"-\u2212";
+constexpr QStringView minusSigns = u"-\u2212\u2013"; // the en dash is what word processors make of a hyphen
 
 /// Walks over a text once, from left to right.
 class Scanner
@@ -29,6 +32,15 @@ public:
         ++m_at;
         skipBlanks();
         return true;
+    }
+
+    /// Steps over the next two characters, and blanks behind them, when they are the same of @p characters.
+    bool takeTwo(QStringView characters)
+    {
+        if (m_at + 1 >= m_text.size() || m_text[m_at] != m_text[m_at + 1] || !characters.contains(peek()))
+            return false;
+        ++m_at;
+        return take(characters);
     }
 
     /// The digits here, with a fraction when there is a point; empty when there are none.
@@ -68,6 +80,14 @@ private:
     qsizetype m_at = 0;
 };
 
+/// Steps over the sign of part @p part; two signs of minutes are one of seconds.
+bool takeUnitSign(Scanner &scanner, size_t part)
+{
+    if (part < 2)
+        return scanner.take(unitSigns[part]);
+    return scanner.take(unitSigns[2]) || scanner.takeTwo(unitSigns[1]);
+}
+
 /// -1 or +1 for a letter of a direction here, 0 for none.
 int takeDirection(Scanner &scanner)
 {
@@ -91,9 +111,8 @@ AngleParser::Result AngleParser::parse(const QString &text)
     }
 
     double degrees = 0.0;
-    double unit = 1.0;
     bool hasFraction = false;
-    for (size_t part = 0; part < unitSigns.size(); ++part, unit /= 60.0) {
+    for (size_t part = 0; part < unitSigns.size(); ++part) {
         const qsizetype start = scanner.position();
         const QStringView number = scanner.takeNumber();
         if (number.isEmpty()) {
@@ -102,11 +121,11 @@ AngleParser::Result AngleParser::parse(const QString &text)
             break;
         }
         const double value = TxNumberText::atof(number);
-        if (hasFraction || (part > 0 && value >= 60.0))
+        if (hasFraction || (part > 0 && value >= 60.0) || !std::isfinite(value))
             return {0.0, start};
         hasFraction = number.contains(u'.');
-        degrees += value * unit;
-        const bool hasColon = !scanner.take(unitSigns[part]) && part + 1 < unitSigns.size() && scanner.take(u":");
+        degrees += value / unitsInDegree[part];
+        const bool hasColon = !takeUnitSign(scanner, part) && part + 1 < unitSigns.size() && scanner.take(u":");
         if (hasColon && !(scanner.peek() >= u'0' && scanner.peek() <= u'9') && scanner.peek() != u'.')
             return failed();
     }

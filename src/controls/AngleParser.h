@@ -18,8 +18,9 @@ struct Result
 };
 
 /// Reads the whole of @p text: degrees, then minutes and seconds below 60, if any. They are separated by blanks, colons
-/// or their signs (degree, prime, double prime, also ' and "). Only the last number may have a fraction, with a point
-/// whatever the locale. The direction is a sign before the degrees or one of N, S, E, W before or behind, not both.
+/// or their signs (degree, prime, double prime, also ', " and ''). Only the last number may have a fraction, with a
+/// point whatever the locale. The direction is a sign before the degrees or one of N, S, E, W before or behind, not
+/// both.
 TDCOMMON_API Result parse(const QString &text);
 
 } // namespace AngleParser

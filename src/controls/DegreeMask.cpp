@@ -1,11 +1,13 @@
 #include "controls/DegreeMask.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
 constexpr QChar digitPosition = u'#';
 constexpr QChar signPosition = u'?';
+constexpr qsizetype rememberedChanges = 100;
 
 bool takes(QChar position, QChar typed)
 {
@@ -18,7 +20,7 @@ void DegreeMask::setMask(const QString &mask, QChar prompt)
 {
     m_mask = mask;
     m_prompt = prompt;
-    m_text = filled({});
+    show(filled({}));
 }
 
 bool DegreeMask::isEntry(qsizetype index) const
@@ -42,9 +44,24 @@ QString DegreeMask::filled(const QString &text) const
     return result;
 }
 
+void DegreeMask::show(const QString &text)
+{
+    m_text = text;
+    m_undo.clear();
+    m_redo.clear();
+}
+
+void DegreeMask::replace(const QString &text)
+{
+    DegreeMask other = *this;
+    other.fill(text);
+    if (other.m_text != m_text)
+        remember(std::exchange(m_text, other.m_text));
+}
+
 void DegreeMask::fill(const QString &text)
 {
-    m_text = filled(text);
+    show(filled(text));
     if (m_text.contains(u'-')) {
         m_text.remove(u'-');
         m_text.prepend(u'-');
@@ -69,6 +86,39 @@ int DegreeMask::edited(const QString &changed, int caret, Key key)
 {
     if (changed == m_text)
         return -1;
+    const QString before = m_text;
+    const int next = applied(changed, caret, key);
+    if (m_text != before)
+        remember(before);
+    return next;
+}
+
+void DegreeMask::remember(const QString &before)
+{
+    m_undo.append(before);
+    if (m_undo.size() > rememberedChanges)
+        m_undo.removeFirst();
+    m_redo.clear();
+}
+
+int DegreeMask::redo()
+{
+    const int changed = step(m_redo, m_undo);
+    return changed < 0 ? -1 : entryAtOrBehind(changed + 1);
+}
+
+int DegreeMask::step(QStringList &from, QStringList &to)
+{
+    if (from.isEmpty())
+        return -1;
+    to.append(std::exchange(m_text, from.takeLast()));
+    const QString &left = to.constLast();
+    const auto difference = std::mismatch(m_text.cbegin(), m_text.cend(), left.cbegin(), left.cend());
+    return static_cast<int>(difference.first - m_text.cbegin());
+}
+
+int DegreeMask::applied(const QString &changed, int caret, Key key)
+{
     switch (key) {
     case Key::Backspace:
         return erasedBefore(caret);

@@ -1,18 +1,26 @@
 #include "controls/TdDMSMakEdit.h"
 
 #include "common/TdModule.h"
+#include "controls/AngleParser.h"
 #include "controls/DegreeText.h"
 #include "engine/base/TxNumberText.h"
 #include "res/StringId.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPointer>
-#include <QScopedValueRollback>
+#include <QValidator>
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
@@ -32,9 +40,26 @@ constexpr Range ranges[] = {
 
 } // namespace
 
+/// Puts the mask over every change before the edit tells of it, whatever made it: keys, pastes, drops, input methods.
+class CTdDMSMakEdit::MaskKeeper : public QValidator
+{
+public:
+    explicit MaskKeeper(CTdDMSMakEdit *edit) : QValidator(edit), m_edit(edit) {}
+
+    State validate(QString &text, int &caret) const override
+    {
+        m_edit->follow(text, caret);
+        return Acceptable;
+    }
+
+private:
+    CTdDMSMakEdit *m_edit;
+};
+
 CTdDMSMakEdit::CTdDMSMakEdit(QWidget *parent) : QLineEdit(parent)
 {
-    connect(this, &QLineEdit::textChanged, this, &CTdDMSMakEdit::followChange);
+    setMaxLength(std::numeric_limits<int>::max()); // as long as the mask
+    setValidator(new MaskKeeper(this));
 }
 
 CTdDMSMakEdit::~CTdDMSMakEdit() = default;
@@ -151,25 +176,119 @@ void CTdDMSMakEdit::keyPressEvent(QKeyEvent *event)
                 : event->key() == Qt::Key_Backspace ? DegreeMask::Key::Backspace
                                                     : DegreeMask::Key::Other;
     }
-    QLineEdit::keyPressEvent(event);
+    if (event->matches(QKeySequence::Undo))
+        undo();
+    else if (event->matches(QKeySequence::Redo))
+        redo();
+    else if (event->matches(QKeySequence::Paste))
+        paste();
+    else
+        QLineEdit::keyPressEvent(event);
+    m_key = DegreeMask::Key::Other; // what changes the text without a key counts as typing
 }
 
-void CTdDMSMakEdit::followChange()
+void CTdDMSMakEdit::contextMenuEvent(QContextMenuEvent *event)
 {
-    if (m_showing)
-        return;
+    struct Row
+    {
+        const char *text;
+        bool enabled;
+        void (CTdDMSMakEdit::*run)();
+    };
+    const Row rows[] = {
+        {"&Undo", isUndoAvailable(), &CTdDMSMakEdit::undo},
+        {"&Redo", isRedoAvailable(), &CTdDMSMakEdit::redo},
+        {"&Paste", !QGuiApplication::clipboard()->text().isEmpty(), &CTdDMSMakEdit::paste},
+    };
+    QMenu *menu = createStandardContextMenu();
+    for (QAction *action : menu->actions()) {
+        for (const Row &row : rows) {
+            if (!action->text().startsWith(QLineEdit::tr(row.text)))
+                continue;
+            action->disconnect(this);
+            action->setEnabled(row.enabled);
+            connect(action, &QAction::triggered, this, row.run);
+        }
+    }
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}
+
+void CTdDMSMakEdit::dropEvent(QDropEvent *event)
+{
+    if (pasteAngle(event->mimeData()->text()))
+        event->acceptProposedAction();
+    else
+        QLineEdit::dropEvent(event);
+}
+
+void CTdDMSMakEdit::undo()
+{
+    if (!m_maskEnabled)
+        QLineEdit::undo();
+    else if (isUndoAvailable())
+        showEdited(m_mask.undo());
+}
+
+void CTdDMSMakEdit::redo()
+{
+    if (!m_maskEnabled)
+        QLineEdit::redo();
+    else if (isRedoAvailable())
+        showEdited(m_mask.redo());
+}
+
+bool CTdDMSMakEdit::isUndoAvailable() const
+{
+    return m_maskEnabled ? !isReadOnly() && m_mask.canUndo() : QLineEdit::isUndoAvailable();
+}
+
+bool CTdDMSMakEdit::isRedoAvailable() const
+{
+    return m_maskEnabled ? !isReadOnly() && m_mask.canRedo() : QLineEdit::isRedoAvailable();
+}
+
+void CTdDMSMakEdit::paste()
+{
+    if (!pasteAngle(QGuiApplication::clipboard()->text()))
+        QLineEdit::paste();
+}
+
+bool CTdDMSMakEdit::pasteAngle(const QString &text)
+{
+    if (!m_pastesAngles || !m_maskEnabled || isReadOnly())
+        return false;
+    const AngleParser::Result angle = AngleParser::parse(text);
+    const QString digits = angle.ok() ? GetDDMMSS(angle.degrees) : QString();
+    if (digits.isEmpty())
+        return false;
+    m_mask.replace(digits);
+    showEdited(0);
+    return true;
+}
+
+void CTdDMSMakEdit::follow(QString &changed, int &caret)
+{
     if (!m_maskEnabled) {
-        m_mask.show(text());
+        if (changed != m_mask.text())
+            m_mask.show(changed);
         return;
     }
-    const int caret = hasSelectedText() ? selectionStart() : cursorPosition();
-    if (const int next = m_mask.edited(text(), caret, m_key); next >= 0)
-        showMask(next);
+    const int next = m_mask.edited(changed, caret, m_key);
+    if (next < 0)
+        return;
+    changed = m_mask.text();
+    caret = qMin(next, static_cast<int>(changed.size()));
 }
 
 void CTdDMSMakEdit::showMask(int caret)
 {
-    const QScopedValueRollback showing(m_showing, true);
     setText(m_mask.text());
     setCursorPosition(caret);
+}
+
+void CTdDMSMakEdit::showEdited(int caret)
+{
+    showMask(caret);
+    Q_EMIT textEdited(text());
 }

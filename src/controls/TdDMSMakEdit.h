@@ -19,6 +19,7 @@ class TDCOMMON_API CTdDMSMakEdit : public QLineEdit
     Q_PROPERTY(QChar prompt READ GetPrompt WRITE SetPrompt)
     Q_PROPERTY(EditType editType READ GetEditType WRITE SetEditType)
     Q_PROPERTY(double degrees READ GetDegree WRITE SetDegree)
+    Q_PROPERTY(bool pastesAngles READ PastesAngles WRITE SetPastesAngles)
 
 public:
     /// The range that CheckDataValid() checks.
@@ -55,6 +56,11 @@ public:
     /// Shows an angle in decimal degrees: under the mask as GetDDMMSS() gives it, else with nine decimals. Before there
     /// is a mask the angle waits for a form to set it.
     void SetDegree(double degrees);
+    /// Lets a text that is pasted or dropped set the whole angle where AngleParser can read it ("45°30′15.2″S"). Off at
+    /// first: under a mask the last character of a pasted text counts as typed.
+    void SetPastesAngles(bool on) { m_pastesAngles = on; }
+    bool PastesAngles() const { return m_pastesAngles; }
+
     /// The number at the beginning of the text.
     double GetValueDirect() const;
     qint32 GetDegreeSection() const;
@@ -65,18 +71,31 @@ public:
     /// @return 1 when it is, 0 when not
     int CheckDataValid(int showMessage);
 
+    /// The same as QLineEdit's, which knows nothing of changes under a mask.
+    void undo();
+    void redo();
+    bool isUndoAvailable() const;
+    bool isRedoAvailable() const;
+    void paste();
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
+    class MaskKeeper;
+
     void setFormMask(const QString &mask);
-    void followChange();
+    bool pasteAngle(const QString &text);
+    void follow(QString &changed, int &caret);
     void showMask(int caret);
+    void showEdited(int caret);
 
     DegreeMask m_mask;
     DegreeMask::Key m_key = DegreeMask::Key::Other;
     bool m_maskEnabled = true;
-    bool m_showing = false; // the control sets its text itself
+    bool m_pastesAngles = false;
     int m_editType = Range90;
     std::optional<double> m_waiting; // the angle to show once a form sets the mask
 };

@@ -4,20 +4,34 @@
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QValidator>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
-/// True for a key that types @p event's text; control and command keys do not.
+/// True for a key whose text QLineEdit would insert; control and command keys are none.
 bool isTyping(const QKeyEvent &event)
 {
-    const Qt::KeyboardModifiers modifiers = event.modifiers();
+    if (event.text().isEmpty())
+        return false;
+    const QChar::Category category = event.text().at(0).category();
+    if (category == QChar::Other_Format) // marks of the writing direction, typed with Ctrl+Shift on some systems
+        return true;
     // Ctrl and Alt together are AltGr on some systems, which types.
-    const bool isCommand = modifiers & (Qt::ControlModifier | Qt::MetaModifier) && !(modifiers & Qt::AltModifier);
-    return !isCommand && !event.text().isEmpty() && event.text().at(0).isPrint();
+    const Qt::KeyboardModifiers modifiers = event.modifiers();
+    const bool isCommand = modifiers == Qt::ControlModifier || modifiers == (Qt::ControlModifier | Qt::ShiftModifier);
+    return !isCommand && category != QChar::Other_Control;
+}
+
+/// The number at the beginning of @p text, kept within 32 bits.
+qint32 wholeNumber(const QString &text)
+{
+    using Limits = std::numeric_limits<qint32>;
+    return static_cast<qint32>(std::clamp<qint64>(TxNumberText::atoll(text), Limits::min(), Limits::max()));
 }
 
 /// The whole part of @p number, kept within 32 bits; 0 when it is none.
@@ -29,8 +43,25 @@ qint32 whole(double number)
 
 } // namespace
 
+/// Takes a change beyond the range back before the edit tells of it.
+class CTdNumEdit::RangeKeeper : public QValidator
+{
+public:
+    explicit RangeKeeper(CTdNumEdit *edit) : QValidator(edit), m_edit(edit) {}
+
+    State validate(QString &text, int &caret) const override
+    {
+        m_edit->keepInRange(text, caret);
+        return Acceptable;
+    }
+
+private:
+    CTdNumEdit *m_edit;
+};
+
 CTdNumEdit::CTdNumEdit(QWidget *parent) : QLineEdit(parent)
 {
+    setValidator(new RangeKeeper(this));
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
 }
 
@@ -84,8 +115,7 @@ void CTdNumEdit::SetValue(double value)
 
 qint32 CTdNumEdit::GetValueL() const
 {
-    return static_cast<qint32>(std::clamp<qint64>(TxNumberText::atoll(text()), std::numeric_limits<qint32>::min(),
-                                                  std::numeric_limits<qint32>::max()));
+    return wholeNumber(text());
 }
 
 double CTdNumEdit::GetValueD() const
@@ -93,62 +123,75 @@ double CTdNumEdit::GetValueD() const
     return TxNumberText::atof(text());
 }
 
-bool CTdNumEdit::isInRange() const
+bool CTdNumEdit::isInRange(const QString &text) const
 {
     const auto lies = [](auto value, const auto &range) {
         return !(value < range.minimum) && !(value > range.maximum);
     };
-    return m_mode == NumberInput::Real ? lies(GetValueD(), m_realRange) : lies(GetValueL(), m_wholeRange);
+    return m_mode == NumberInput::Real ? lies(TxNumberText::atof(text), m_realRange)
+                                       : lies(wholeNumber(text), m_wholeRange);
 }
 
-void CTdNumEdit::keepInRange(const QString &before, int caret)
+void CTdNumEdit::checkNextChange()
 {
-    if (!m_hasRange || isInRange() || text() == before)
-        return;
-    setText(before);
-    setCursorPosition(caret);
+    m_checksNext = m_hasRange;
+    m_before = text();
+    m_caretBefore = cursorPosition();
 }
 
-bool CTdNumEdit::takes(QChar typed) const
+void CTdNumEdit::keepInRange(QString &changed, int &caret)
+{
+    // Once: what a host sets when it hears of the change is its own matter.
+    if (!std::exchange(m_checksNext, false) || isInRange(changed))
+        return;
+    changed = m_before;
+    caret = m_caretBefore;
+}
+
+QString CTdNumEdit::accepted(const QString &typed, qsizetype from, qsizetype length) const
 {
     // What is typed replaces the selection, so that must not speak against it: "-3" over a selected "-7" is -3, not 3.
-    QString left = text();
-    qsizetype caret = cursorPosition();
-    if (hasSelectedText()) {
-        caret = selectionStart();
-        left.remove(caret, selectionLength());
+    QString grown = text();
+    grown.remove(from, length);
+    QString result;
+    for (const QChar character : typed) {
+        if (!NumberInput::accepts(m_mode, grown, from, character))
+            continue;
+        grown.insert(from++, character);
+        result += character;
     }
-    return NumberInput::accepts(m_mode, left, caret, typed);
+    return result;
 }
 
 void CTdNumEdit::keyPressEvent(QKeyEvent *event)
 {
-    const QString before = text();
-    const int caret = cursorPosition();
-    if (isTyping(*event) && !takes(event->text().at(0)))
-        event->accept(); // dropped: a window above must not take the key for a command
-    else
-        QLineEdit::keyPressEvent(event);
-    // Only keys that type or control characters are checked: Delete is none.
-    if (!event->text().isEmpty() && event->key() != Qt::Key_Delete)
-        keepInRange(before, caret);
+    const qsizetype from = hasSelectedText() ? selectionStart() : cursorPosition();
+    if (isTyping(*event)) {
+        const QString typed = event->text();
+        const QString changed = text().replace(from, selectionLength(), typed);
+        if (accepted(typed, from, selectionLength()) != typed || (m_hasRange && !isInRange(changed))) {
+            event->accept(); // dropped: a window above must not take the key for a command
+            return;
+        }
+    } else if (!event->text().isEmpty() && event->key() != Qt::Key_Delete) {
+        checkNextChange(); // keys that type control characters are checked: Backspace and shortcuts, but not Delete
+    }
+    QLineEdit::keyPressEvent(event);
+    m_checksNext = false;
 }
 
 void CTdNumEdit::inputMethodEvent(QInputMethodEvent *event)
 {
-    const QString before = text();
-    const int caret = cursorPosition();
-    QString accepted;
-    QString grown = before;
-    int at = caret;
-    for (const QChar typed : event->commitString()) {
-        if (!NumberInput::accepts(m_mode, grown, at, typed))
-            continue;
-        grown.insert(at++, typed);
-        accepted += typed;
+    qsizetype from = hasSelectedText() ? selectionStart() : cursorPosition();
+    qsizetype length = selectionLength();
+    if (length == 0) {
+        from = qBound<qsizetype>(0, from + event->replacementStart(), text().size());
+        length = event->replacementLength();
     }
     QInputMethodEvent filtered(event->preeditString(), event->attributes());
-    filtered.setCommitString(accepted, event->replacementStart(), event->replacementLength());
+    filtered.setCommitString(accepted(event->commitString(), from, length), event->replacementStart(),
+                             event->replacementLength());
+    checkNextChange();
     QLineEdit::inputMethodEvent(&filtered);
-    keepInRange(before, caret);
+    m_checksNext = false;
 }

@@ -56,9 +56,12 @@ protected:
     void inputMethodEvent(QInputMethodEvent *event) override;
 
 private:
-    bool takes(QChar typed) const;
-    bool isInRange() const;
-    void keepInRange(const QString &before, int caret);
+    class RangeKeeper;
+
+    QString accepted(const QString &typed, qsizetype from, qsizetype length) const;
+    bool isInRange(const QString &text) const;
+    void checkNextChange();
+    void keepInRange(QString &changed, int &caret);
 
     template<class Number>
     struct Range
@@ -69,6 +72,9 @@ private:
 
     int m_mode = NumberInput::Real;
     bool m_hasRange = false;
+    bool m_checksNext = false; // the next change comes from a key or an input method, so it must lie in the range
+    QString m_before;          // what stands again when it does not
+    int m_caretBefore = 0;
     Range<double> m_realRange;
     Range<qint32> m_wholeRange;
 };

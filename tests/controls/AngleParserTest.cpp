@@ -23,6 +23,8 @@ TEST(AngleParser, ReadsWhatPeopleWrite)
         {u"45\u00B0", 45.0},
         {u".5", 0.5},
         {u"45 30.5", 45 + 30.5 / 60.0},
+        {u"\u201345\u02DA 30\u00B4 36\u00B4\u00B4", -45.51},
+        {u"45\u00A030'36''N", 45.51},
     };
     for (const Row &row : rows) {
         const auto result = AngleParser::parse(QString::fromUtf16(row.text));
@@ -39,11 +41,12 @@ TEST(AngleParser, TellsWhereATextGoesWrong)
         qsizetype position;
     };
     const Row rows[] = {
-        {u"", 0},        {u"   ", 3},   {u"N", 1},        {u"-", 1},           {u".", 0},
-        {u"45,5", 2},    {u"45 60", 3}, {u"45 10 60", 6}, {u"45.5 10", 5},     {u"N 45 S", 5},
-        {u"-45 W", 4},   {u"45:", 3},   {u"45:30:", 6},   {u"45 30 20 10", 9}, {u"45x", 2},
-        {u"4\u0665", 1}, {u"1e3", 2},   {u"nan", 1},      {u"45'", 2},
+        {u"", 0},       {u"   ", 3},         {u"N", 1},       {u"-", 1},       {u".", 0},     {u"45,5", 2},
+        {u"45 60", 3},  {u"45 10 60", 6},    {u"45.5 10", 5}, {u"N 45 S", 5},  {u"-45 W", 4}, {u"45:", 3},
+        {u"45:30:", 6}, {u"45 30 20 10", 9}, {u"45x", 2},     {u"4\u0665", 1}, {u"1e3", 2},   {u"nan", 1},
+        {u"4 5''", 4},  {u"4 5 6'", 5},      {u"45'", 2},
     };
+    EXPECT_EQ(AngleParser::parse(QString(400, u'9')).errorPosition, 0); // no number that a double holds
     for (const Row &row : rows)
         EXPECT_EQ(AngleParser::parse(QString::fromUtf16(row.text)).errorPosition, row.position)
             << QString::fromUtf16(row.text).toStdString();

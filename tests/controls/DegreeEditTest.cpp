@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
+#include <QMenu>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -138,6 +140,61 @@ TEST_F(DegreeEdit, NothingCorruptsTheMask)
         QTest::keyClick(&m_edit, Qt::Key_Delete);
         EXPECT_EQ(m_edit.text(), m_edit.GetText());
     }
+}
+
+TEST_F(DegreeEdit, HostsHearOfMaskedTextsAlone)
+{
+    int heard = 0;
+    const auto check = [this, &heard](const QString &text) {
+        ++heard;
+        EXPECT_EQ(text, m_edit.text());
+        EXPECT_EQ(text, m_edit.GetText());
+    };
+    QObject::connect(&m_edit, &QLineEdit::textEdited, check);
+    QObject::connect(&m_edit, &QLineEdit::textChanged, check);
+    type("12x", 0);
+    QTest::keyClick(&m_edit, Qt::Key_Backspace);
+    QApplication::clipboard()->setText(u"45"_s);
+    m_edit.paste(); // without a key it is no Backspace
+    EXPECT_EQ(look(), "12_5:|__:__.____");
+    EXPECT_GT(heard, 4);
+    m_edit.SetMask(QString(100000, u'#'));
+    EXPECT_EQ(m_edit.text().size(), 100000);
+}
+
+TEST_F(DegreeEdit, TakesChangesBackAndMakesThemAgain)
+{
+    type("123x", 0);
+    QTest::keyClick(&m_edit, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(look(), "12|__:__:__.____");
+    m_edit.undo();
+    EXPECT_EQ(look(), "1|___:__:__.____");
+    QTest::keyClick(&m_edit, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(look(), "12|__:__:__.____");
+    QTest::keyClicks(&m_edit, u"9"_s);
+    EXPECT_FALSE(m_edit.isRedoAvailable());
+    m_edit.SetDegree(7.5); // the host's
+    EXPECT_FALSE(m_edit.isUndoAvailable());
+    type("1", 0);
+    QContextMenuEvent wanted(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(&m_edit, &wanted);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    menu->actions().constFirst()->trigger();
+    menu->close();
+    EXPECT_EQ(look(), "|   7:30: 0.0000");
+}
+
+TEST_F(DegreeEdit, PastesWholeAnglesWhereTheHostWantsIt)
+{
+    QApplication::clipboard()->setText(u" 45\u00B030\u203215.25\u2033 S"_s);
+    m_edit.paste();
+    EXPECT_EQ(look(), "____:__:__.____|"); // one character, which is no digit
+    m_edit.SetPastesAngles(true);
+    QTest::keyClick(&m_edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(look(), "|- 45:30:15.2500");
+    m_edit.undo();
+    EXPECT_EQ(m_edit.text().toStdString(), "____:__:__.____");
 }
 
 TEST_F(DegreeEdit, SwitchesToDecimalDegreesAndBack)

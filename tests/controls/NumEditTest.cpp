@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -79,6 +80,41 @@ TEST(NumEdit, WhatIsTypedReplacesTheSelection)
     edit.setSelection(2, 2); // the point and a digit
     QTest::keyClicks(&edit, u"-.2"_s);
     EXPECT_EQ(edit.text().toStdString(), "-3.2e1");
+}
+
+TEST(NumEdit, NothingRefusedIsHeardOfOrForgetsWhatCanBeUndone)
+{
+    CTdNumEdit edit;
+    edit.SetRange(0.0, 50.0);
+    QTest::keyClicks(&edit, u"4"_s);
+    int heard = 0;
+    QObject::connect(&edit, &QLineEdit::textChanged, [&heard] { ++heard; });
+    struct Row
+    {
+        QString typed;
+        Qt::KeyboardModifiers modifiers;
+    };
+    const Row rows[] = {
+        {u"7"_s, Qt::NoModifier}, // 47 would do, 77 not
+        {u"7"_s, Qt::NoModifier},
+        {u"\U0001F600"_s, Qt::NoModifier},
+        {u"\u200f"_s, Qt::ControlModifier | Qt::ShiftModifier},
+        {u"x"_s, Qt::MetaModifier},
+        {u"1x"_s, Qt::NoModifier}, // keys of some keyboards type two characters
+    };
+    for (const Row &row : rows) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_unknown, row.modifiers, row.typed);
+        QApplication::sendEvent(&edit, &key);
+        EXPECT_EQ(edit.text().toStdString(), "47") << row.typed.toStdString();
+    }
+    EXPECT_EQ(heard, 1);
+    edit.undo();
+    EXPECT_EQ(edit.text().toStdString(), "");
+    edit.setText(u"500"_s);
+    edit.clear();
+    QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClicks(&edit, u"77"_s); // the range holds after whatever happened
+    EXPECT_EQ(edit.text().toStdString(), "7");
 }
 
 TEST(NumEdit, ShowsAndReadsNumbersWhateverTheLocale)
