@@ -75,11 +75,21 @@ QString fileOf(Content content, int count)
     return path;
 }
 
+/// Railways with their sleepers, and capitals.
+TxLayerStyle librariesStyle()
+{
+    TxLayerStyle style;
+    style.geoStyle.lineStyle = 12;
+    style.geoStyle.symbolStyle = 14;
+    style.geoStyle.symbolSize = 12;
+    return style;
+}
+
 /// A workspace with one map of one layer.
 class Fixture
 {
 public:
-    explicit Fixture(const benchmark::State &state)
+    explicit Fixture(const benchmark::State &state, bool isStyled = false)
     {
         const auto count = static_cast<int>(state.range(1));
         CTxDataSource *source =
@@ -88,7 +98,7 @@ public:
         dataset->Open();
         map = m_workspace.GetMaps().Add(QStringLiteral("Map"));
         auto layer = std::make_unique<CTxLayer>(&m_workspace.GetDataSources(), QStringLiteral("a"), dataset->GetName());
-        layer->setStyle(defaultStyle(dataset->GetType(), 0));
+        layer->setStyle(isStyled ? librariesStyle() : defaultStyle(dataset->GetType(), 0));
         map->GetLayers().Add(std::move(layer));
     }
 
@@ -117,9 +127,9 @@ void walkGeometries(benchmark::State &state)
 }
 
 /// Draws the view that is @p part of the width and the height of everything.
-void draw(benchmark::State &state, double part)
+void draw(benchmark::State &state, double part, bool isStyled = false)
 {
-    const Fixture fixture(state);
+    const Fixture fixture(state, isStyled);
     MapRenderer renderer;
     renderer.setMap(fixture.map);
     const CRect2D bounds(0, 0, width * part, height * part);
@@ -151,6 +161,12 @@ void drawSmallPart(benchmark::State &state)
     draw(state, 0.01);
 }
 
+/// With styles of the libraries.
+void drawStyled(benchmark::State &state)
+{
+    draw(state, 1.0, true);
+}
+
 #define MAP_BENCHMARK(function)                                                                                        \
     BENCHMARK(function)                                                                                                \
         ->Args({Points, 100000})                                                                                       \
@@ -163,5 +179,6 @@ MAP_BENCHMARK(walkGeometries);
 MAP_BENCHMARK(drawEverything);
 MAP_BENCHMARK(drawHalf);
 MAP_BENCHMARK(drawSmallPart);
+BENCHMARK(drawStyled)->Args({Points, 100000})->Args({Lines, 10000})->Unit(benchmark::kMillisecond);
 
 } // namespace

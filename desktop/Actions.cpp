@@ -80,6 +80,8 @@ constexpr Row table[] = {
      QT_TRANSLATE_NOOP("Actions", "Show more of the map, smaller")},
     {Actions::RefreshMap, QT_TRANSLATE_NOOP("Actions", "&Refresh"), "refresh", QKeySequence::Refresh, nullptr,
      QT_TRANSLATE_NOOP("Actions", "Draw the map anew, or read the table's records again")},
+    {Actions::LayerStyle, QT_TRANSLATE_NOOP("Actions", "Layer &Style…"), "layer-style", noKey, "Ctrl+Shift+L",
+     QT_TRANSLATE_NOOP("Actions", "Choose the line, the fill or the symbol that the selected layer is drawn with")},
     {Actions::StockRamp, QT_TRANSLATE_NOOP("Actions", "&Stock Colour Ramp…"), "colour-stock", noKey, "Ctrl+Shift+R",
      QT_TRANSLATE_NOOP("Actions", "Choose one of the stock colour ramps for the heights of the selected layer")},
     {Actions::EditColorSet, QT_TRANSLATE_NOOP("Actions", "Edit &Colour Set…"), "colour-set", noKey, nullptr,

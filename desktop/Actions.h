@@ -41,6 +41,7 @@ public:
         ZoomIn,
         ZoomOut,
         RefreshMap,
+        LayerStyle,
         StockRamp,
         EditColorSet,
         EditRamp,

@@ -53,7 +53,7 @@ ColourCommands::ColourCommands(WorkspaceDocument &document, DocumentArea &area, 
     QList<QAction *> ofLayers;
     for (const Actions::Id id : commands)
         ofLayers.append(actions[id]);
-    layers.setLayerCommands(ofLayers);
+    layers.addLayerCommands(ofLayers);
     updateActions();
 }
 

@@ -10,6 +10,7 @@
 #include "GalleryControls.h"
 #include "GalleryData.h"
 #include "GalleryStage.h"
+#include "GalleryStyles.h"
 #include "MainWindow.h"
 #include "MapWindow.h"
 #include "MissingDialog.h"
@@ -326,6 +327,11 @@ constexpr GalleryWindow table[] = {
     {"colour-stock", [](const GalleryData &) { return GalleryColours::drawStockRamp(false); }},
     {"colour-stock-list", [](const GalleryData &) { return GalleryColours::drawStockRamp(true); }},
     {"relief", GalleryColours::drawRelief},
+    {"styles", GalleryStyles::drawMap},
+    {"layer-style", [](const GalleryData &) { return GalleryStyles::drawDialog(CElemDatasetInfo::Region, false); }},
+    {"layer-style-symbol",
+     [](const GalleryData &) { return GalleryStyles::drawDialog(CElemDatasetInfo::Point, false); }},
+    {"layer-style-all", [](const GalleryData &) { return GalleryStyles::drawDialog(CElemDatasetInfo::CAD, true); }},
     {"controls-angle", [](const GalleryData &) { return GalleryControls::draw("Angle"); }},
     {"controls-number", [](const GalleryData &) { return GalleryControls::draw("Number"); }},
     {"controls-slider", [](const GalleryData &) { return GalleryControls::draw("Slider edit"); }},

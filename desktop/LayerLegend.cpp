@@ -4,10 +4,11 @@
 #include "engine/data/DatasetRaster.h"
 #include "engine/map/TxLayer.h"
 #include "engine/symbol/TxHeightColors.h"
+#include "engine/symbol/TxStyleSample.h"
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QListWidgetItem>
+#include <QListWidget>
 #include <QLocale>
 #include <QPainter>
 
@@ -81,6 +82,46 @@ void LayerLegend::set(QListWidgetItem &item, const CTxLayer &layer)
                      QCoreApplication::translate("LayerPane", "Colours of heights from %1 to %2")
                          .arg(numberText(legend.colors.GetZFloor()), numberText(legend.colors.GetZCeiling())));
     item.setData(legendRole, QVariant::fromValue(legend));
+}
+
+QIcon LayerLegend::sample(const CTxLayer &layer, const QListWidget &list)
+{
+    const CTxDataset *dataset = layer.GetDataset();
+    const quint32 parts = dataset ? TxStyleParts::of(dataset->GetType()) : 0;
+    const bool isPoints = parts == TxStyleParts::Symbol;
+    const CTxGeoStyle style =
+        (isPoints ? layer.style() : legibleStyle(layer.style(), list.palette().color(QPalette::Base))).geoStyle;
+    if (!(parts & ~TxStyleParts::Text))
+        return QIcon();
+    QPixmap picture(sampleSize * list.devicePixelRatioF());
+    picture.setDevicePixelRatio(list.devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setOpacity(layer.style().opacity);
+    const QRectF place(QPointF(), sampleSize);
+    if (parts & TxStyleParts::Fill)
+        TxStyleSample::drawFill(painter, place.adjusted(1, 1, -1, -1), style);
+    else if (parts & TxStyleParts::Line)
+        TxStyleSample::drawLine(painter, place, style);
+    else
+        TxStyleSample::drawSymbol(painter, place, style);
+    painter.end();
+    QIcon icon(picture);
+    icon.addPixmap(picture, QIcon::Selected); // not tinted: colours are what it shows
+    return icon;
+}
+
+QRect LayerLegend::sampleRect(const QListWidget &list, const QListWidgetItem &item)
+{
+    QStyleOptionViewItem option;
+    option.initFrom(&list);
+    option.rect = list.visualItemRect(&item);
+    option.decorationSize = sampleSize;
+    option.features = QStyleOptionViewItem::HasDecoration | QStyleOptionViewItem::HasDisplay |
+                      QStyleOptionViewItem::HasCheckIndicator;
+    option.text = item.text();
+    option.icon = item.icon();
+    return list.style()->subElementRect(QStyle::SE_ItemViewItemDecoration, &option, &list);
 }
 
 void LayerLegendDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QListWidget>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -24,7 +25,8 @@ LayerPane::LayerPane(QWidget *parent) : QWidget(parent), m_list(new QListWidget)
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_list->setIconSize(QSize(16, 16));
+    m_list->setIconSize(LayerLegend::sampleSize);
+    m_list->viewport()->installEventFilter(this);
     m_list->setItemDelegate(new LayerLegendDelegate(m_list));
     m_remove = new QAction(tr("&Remove from Map"), this);
     m_remove->setShortcut(QKeySequence::Delete);
@@ -67,7 +69,8 @@ void LayerPane::refresh()
         auto *item = new QListWidgetItem(layer->GetName(), m_list);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
         item->setCheckState(layer->IsVisible() ? Qt::Checked : Qt::Unchecked);
-        item->setIcon(m_images.icon(m_images.GetImageIndex(dataset, 1)));
+        const QIcon sample = LayerLegend::sample(*layer, *m_list);
+        item->setIcon(sample.isNull() ? m_images.icon(m_images.GetImageIndex(dataset, 1)) : sample);
         item->setToolTip(dataset ? layer->GetName() : tr("%1: the dataset is missing").arg(layer->GetName()));
         LayerLegend::set(*item, *layer);
         if (!dataset)
@@ -135,6 +138,26 @@ void LayerPane::zoomTo(int row)
     const double margin = std::max({bounds.Width(), bounds.Height(), 1e-6}) * 0.05;
     bounds.InflateRect(margin, margin);
     m_view->canvas()->SetViewBounds(bounds);
+}
+
+bool LayerPane::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonDblClick) {
+        const auto *click = static_cast<const QMouseEvent *>(event);
+        const QListWidgetItem *item = m_list->itemAt(click->position().toPoint());
+        if (item && LayerLegend::sampleRect(*m_list, *item).contains(click->position().toPoint())) {
+            Q_EMIT styleWanted();
+            return true; // else the map zooms to the layer
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void LayerPane::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        refresh(); // samples are made to be seen on it
 }
 
 void LayerPane::showMenu(const QPoint &position)

@@ -27,7 +27,7 @@ public:
     /// The only selected layer; null when none is or more than one.
     CTxLayer *selectedLayer() const;
     /// Commands that the menu of a layer offers as well, behind its own.
-    void setLayerCommands(const QList<QAction *> &commands) { m_commands = commands; }
+    void addLayerCommands(const QList<QAction *> &commands) { m_commands += commands; }
 
     QListWidget *list() const { return m_list; }
 
@@ -36,8 +36,14 @@ Q_SIGNALS:
     void changed();
     /// The user wants to see the records of the layer's dataset.
     void tableWanted(const CTxLayer *layer);
+    /// The user wants other looks for the selected layer: its sample was double-clicked.
+    void styleWanted();
     /// Another layer may be selected, or the selected one may show something else.
     void selectionChanged();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void onItemChanged(QListWidgetItem *item);

@@ -8,6 +8,7 @@
 #include "DropContent.h"
 #include "HostMessages.h"
 #include "Icons.h"
+#include "LayerCommands.h"
 #include "LayerPane.h"
 #include "MapStatus.h"
 #include "MapWindow.h"
@@ -35,6 +36,7 @@ MainWindow::MainWindow(Prompts &prompts, CTdProfileFile &profile, QWidget *paren
       m_recent(new RecentFiles(this)),
       m_commands(new WorkspaceCommands(*m_document, *m_pane, *m_area, *m_actions, prompts, this)),
       m_dataCommands(new DataCommands(*m_document, *m_pane, *m_area, *m_commands, *m_actions, prompts, this)),
+      m_layerCommands(new LayerCommands(*m_document, *m_area, *m_layers, *m_actions, this)),
       m_colourCommands(new ColourCommands(*m_document, *m_area, *m_layers, *m_actions, prompts, this)),
       m_messages(new HostMessages(*m_document, *m_pane, *m_area, *m_commands, *m_output, this)),
       m_status(new MapStatus(statusBar()))

@@ -12,6 +12,7 @@ class CTdProfileFile;
 class DataCommands;
 class DocumentArea;
 class HostMessages;
+class LayerCommands;
 class LayerPane;
 class MapStatus;
 class OutputPane;
@@ -83,6 +84,7 @@ private:
     RecentFiles *m_recent;
     WorkspaceCommands *m_commands;
     DataCommands *m_dataCommands;
+    LayerCommands *m_layerCommands;
     ColourCommands *m_colourCommands;
     HostMessages *m_messages;
     MapStatus *m_status;

@@ -51,7 +51,8 @@ void MainWindow::makeMenus()
     QMenu *map = menuBar()->addMenu(tr("&Map"));
     add(map, a,
         {Actions::NewMap, Actions::OpenMap, separator, Actions::FitAll, Actions::ZoomIn, Actions::ZoomOut,
-         Actions::RefreshMap});
+         Actions::RefreshMap, separator, Actions::LayerStyle});
+    map->setToolTipsVisible(true); // why a command cannot be used
 
     QMenu *colour = menuBar()->addMenu(tr("&Colour"));
     colour->setToolTipsVisible(true); // why a command cannot be used

@@ -37,7 +37,12 @@ struct LayerSample
     const char *labelField; ///< null for none
     bool selectable;
     const HeightSample *heights = nullptr; ///< null for none
+    qint32 lineStyle = 0;                  ///< id in CTxLineStyleLib
+    qint32 symbolStyle = 0;                ///< id in CTxSymbolLib
 };
+
+constexpr qint32 dashed = 1, longDashed = 5; // lines
+constexpr qint32 ringWithDot = 2, tower = 24, harbour = 27, summit = 39;
 
 struct MapSample
 {
@@ -52,7 +57,7 @@ constexpr LayerSample worldLayers[] = {
     {database, "Countries", 0xffa89b80, 0xfff1ead8, 0.8, 6, nullptr, true},
     {database, "Rivers", 0xff7aa9cf, 0x00000000, 0.8, 6, nullptr, true},
     {database, "TimeZoneCities", 0xff8a8f98, 0xff8a8f98, 0.5, 3, nullptr, true},
-    {database, "LargeCities", 0xff7c1f1a, 0xffc0392b, 1.0, 7, "Name", true},
+    {database, "LargeCities", 0xffffffff, 0xffc0392b, 1.0, 10, "Name", true, nullptr, 0, ringWithDot},
 };
 
 // The sea level is in the middle, and between two steps: the shore is sharp.
@@ -63,11 +68,11 @@ constexpr HeightSample slopes = {TxStockGradient::Elevation, 200, 1100, 64, fals
 constexpr LayerSample salishLayers[] = {
     {"ReliefPicture", nullptr, 0xff404040, 0x00000000, 1.0, 6, nullptr, false},
     {"ReliefGrid", nullptr, 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &seaAndLand},
-    {database, "SheetIndex", 0x60405060, 0x00000000, 0.6, 6, nullptr, false},
+    {database, "SheetIndex", 0x60405060, 0x00000000, 0.6, 6, nullptr, false, nullptr, longDashed},
     {database, "Coast", 0xff4a5d6e, 0x00000000, 0.7, 6, nullptr, true},
-    {database, "Ferries", 0xff8e2c63, 0x00000000, 1.6, 6, nullptr, true},
-    {database, "Ferries_Node", 0xff8e2c63, 0xffffffff, 1.2, 6, nullptr, true},
-    {database, "Stations", 0xff12395c, 0xfff2b134, 1.0, 7, nullptr, true},
+    {database, "Ferries", 0xff8e2c63, 0x00000000, 1.6, 6, nullptr, true, nullptr, dashed},
+    {database, "Ferries_Node", 0xffffffff, 0xff8e2c63, 1.2, 14, nullptr, true, nullptr, 0, harbour},
+    {database, "Stations", 0xffffffff, 0xff12395c, 1.0, 11, nullptr, true, nullptr, 0, tower},
     {database, "Labels", 0xff22303c, 0x00000000, 1.0, 6, nullptr, true},
 };
 
@@ -75,7 +80,7 @@ constexpr LayerSample jacksboroLayers[] = {
     {database, "Surface", 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &hills},
     {database, "Terrain", 0xff404040, 0x00000000, 1.0, 6, nullptr, false, &slopes},
     {database, "Contours3D", 0x808a5a33, 0x00000000, 0.6, 6, nullptr, true},
-    {database, "Summits3D", 0xffffffff, 0xff5b2c1f, 1.0, 6, nullptr, true},
+    {database, "Summits3D", 0xffffffff, 0xff5b2c1f, 1.0, 12, nullptr, true, nullptr, 0, summit},
     {database, "SummitLabels3D", 0xff22303c, 0x00000000, 1.0, 6, nullptr, true},
 };
 
@@ -90,6 +95,8 @@ TxLayerStyle styleOf(const LayerSample &sample)
     TxLayerStyle style;
     style.geoStyle =
         plainStyle(QColor::fromRgba(sample.line), QColor::fromRgba(sample.fill), sample.lineWidth, sample.symbolSize);
+    style.geoStyle.lineStyle = sample.lineStyle;
+    style.geoStyle.symbolStyle = sample.symbolStyle;
     style.labelField = QString::fromUtf8(sample.labelField);
     if (const HeightSample *heights = sample.heights) {
         CTxColorFolder ramp;
