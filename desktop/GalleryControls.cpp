@@ -59,5 +59,6 @@ QPixmap GalleryControls::drawStyles(TdStyle::Kind kind)
     style.symbolColor = QColor(0xB02020);
     style.symbolSize = 48;
     CTdStyleDialog dialog(kind, style);
+    dialog.resize(dialog.sizeHint()); // a small screen at twice the size would limit it
     return GalleryStage::photograph(dialog);
 }
