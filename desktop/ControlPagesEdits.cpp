@@ -46,12 +46,15 @@ QWidget *ControlPages::makeAngles(QWidget *parent, const ShowValue &show)
     edit->SetDegree(-45.504222222);
     auto *masked = new QCheckBox(text(QT_TRANSLATE_NOOP("ControlPages", "Under the &mask")));
     masked->setChecked(true);
+    auto *pasting = new QCheckBox(text(QT_TRANSLATE_NOOP("ControlPages", "A &paste sets the whole angle")));
+    QObject::connect(pasting, &QCheckBox::toggled, edit, &CTdDMSMakEdit::SetPastesAngles);
     auto *range = new QComboBox;
     range->addItem(u"-180 … 180"_s, CTdDMSMakEdit::Range180);
     range->addItem(u"-90 … 90"_s, CTdDMSMakEdit::Range90);
     range->addItem(text(QT_TRANSLATE_NOOP("ControlPages", "any")), CTdDMSMakEdit::AnyRange);
     form->addRow(text(QT_TRANSLATE_NOOP("ControlPages", "&Angle:")), edit);
     form->addRow(QString(), masked);
+    form->addRow(QString(), pasting);
     form->addRow(text(QT_TRANSLATE_NOOP("ControlPages", "&Range:")), range);
     addParserRow(*form);
 

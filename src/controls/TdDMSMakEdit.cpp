@@ -224,18 +224,22 @@ void CTdDMSMakEdit::dropEvent(QDropEvent *event)
 
 void CTdDMSMakEdit::undo()
 {
-    if (!m_maskEnabled)
-        QLineEdit::undo();
-    else if (isUndoAvailable())
+    if (!isUndoAvailable())
+        return;
+    if (m_maskEnabled)
         showEdited(m_mask.undo());
+    else
+        QLineEdit::undo();
 }
 
 void CTdDMSMakEdit::redo()
 {
-    if (!m_maskEnabled)
-        QLineEdit::redo();
-    else if (isRedoAvailable())
+    if (!isRedoAvailable())
+        return;
+    if (m_maskEnabled)
         showEdited(m_mask.redo());
+    else
+        QLineEdit::redo();
 }
 
 bool CTdDMSMakEdit::isUndoAvailable() const
@@ -250,13 +254,13 @@ bool CTdDMSMakEdit::isRedoAvailable() const
 
 void CTdDMSMakEdit::paste()
 {
-    if (!pasteAngle(QGuiApplication::clipboard()->text()))
+    if (!isReadOnly() && !pasteAngle(QGuiApplication::clipboard()->text()))
         QLineEdit::paste();
 }
 
 bool CTdDMSMakEdit::pasteAngle(const QString &text)
 {
-    if (!m_pastesAngles || !m_maskEnabled || isReadOnly())
+    if (!m_pastesAngles || !m_maskEnabled || isReadOnly() || text.isEmpty())
         return false;
     const AngleParser::Result angle = AngleParser::parse(text);
     const QString digits = angle.ok() ? GetDDMMSS(angle.degrees) : QString();

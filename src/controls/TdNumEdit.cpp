@@ -166,7 +166,7 @@ QString CTdNumEdit::accepted(const QString &typed, qsizetype from, qsizetype len
 void CTdNumEdit::keyPressEvent(QKeyEvent *event)
 {
     const qsizetype from = hasSelectedText() ? selectionStart() : cursorPosition();
-    if (isTyping(*event)) {
+    if (isTyping(*event) && !isReadOnly()) {
         const QString typed = event->text();
         const QString changed = text().replace(from, selectionLength(), typed);
         if (accepted(typed, from, selectionLength()) != typed || (m_hasRange && !isInRange(changed))) {

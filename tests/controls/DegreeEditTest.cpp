@@ -193,6 +193,11 @@ TEST_F(DegreeEdit, PastesWholeAnglesWhereTheHostWantsIt)
     m_edit.SetPastesAngles(true);
     QTest::keyClick(&m_edit, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(look(), "|- 45:30:15.2500");
+    m_edit.setReadOnly(true);
+    m_edit.undo();
+    QTest::keyClick(&m_edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(look(), "|- 45:30:15.2500");
+    m_edit.setReadOnly(false);
     m_edit.undo();
     EXPECT_EQ(m_edit.text().toStdString(), "____:__:__.____");
 }
@@ -223,6 +228,7 @@ TEST_F(DegreeEdit, ChecksTheRangeOfItsType)
     };
     const Row rows[] = {
         {1, " 180: 0: 0.0000", nullptr},
+        {1, " 179:99:99.0000", nullptr},
         {1, " 180: 0: 1.0000", "Latitude value must be in -180 and 180."},
         {1, "-181: 0: 0.0000", "Latitude value must be in -180 and 180."},
         {1, "-180: 1: 0.0000", "Latitude value must be in -180 and 180."},
