@@ -4,6 +4,9 @@
 #include <QPainter>
 #include <QTransform>
 
+#include <iterator>
+#include <numeric>
+
 namespace {
 
 /// Farther places are drawn as if they were here: lengths are still exact to a thousandth.
@@ -93,18 +96,78 @@ std::vector<LineGeometry::Piece> LineGeometry::visible(std::span<const QPointF> 
     return pieces;
 }
 
-QPolygonF LineGeometry::parallel(const QPolygonF &line, double offset)
+std::vector<LineGeometry::Piece> LineGeometry::joined(std::vector<Piece> pieces, std::span<const QPointF> line)
 {
+    const bool isOneRing = pieces.size() > 1 && line.front() == line.back() &&
+                           pieces.front().points.first() == line.front() && pieces.back().points.last() == line.back();
+    if (isOneRing) {
+        pieces.back().points += pieces.front().points.sliced(1);
+        pieces.erase(pieces.begin());
+    }
+    return pieces;
+}
+
+std::vector<QPolygonF> LineGeometry::dashes(const Piece &piece, std::span<const double> pattern, double unit)
+{
+    const double cycle = std::accumulate(pattern.begin(), pattern.end(), 0.0) * unit;
+    double phase = std::fmod(piece.start, cycle);
+    size_t part = 0; // of the pattern: the even ones are drawn
+    while (phase >= pattern[part] * unit && part + 1 < pattern.size())
+        phase -= pattern[part++] * unit;
+    double rest = pattern[part] * unit - phase; // of this part
+    std::vector<QPolygonF> found;
+    if (part % 2 == 0)
+        found.push_back({piece.points.first()});
+    for (qsizetype i = 1; i < piece.points.size(); ++i) {
+        const QPointF step = piece.points[i] - piece.points[i - 1];
+        const double length = std::hypot(step.x(), step.y());
+        double at = 0;
+        for (; rest <= length - at; rest = pattern[part] * unit) {
+            at += rest;
+            const QPointF place = piece.points[i - 1] + step * (length > 0 ? at / length : 0);
+            if (part % 2 == 0)
+                found.back().append(place);
+            else
+                found.push_back({place});
+            part = (part + 1) % pattern.size();
+        }
+        rest -= length - at;
+        if (part % 2 == 0)
+            found.back().append(piece.points[i]);
+    }
+    return found;
+}
+
+QPolygonF LineGeometry::withoutRepetitions(const QPolygonF &line)
+{
+    QPolygonF points;
+    points.reserve(line.size());
+    std::unique_copy(line.begin(), line.end(), std::back_inserter(points));
+    return points;
+}
+
+QPolygonF LineGeometry::parallel(const QPolygonF &course, double offset)
+{
+    const QPolygonF line = withoutRepetitions(course);
+    const qsizetype last = line.size() - 1;
+    if (last < 1)
+        return course;
     QPolygonF side;
     side.reserve(line.size());
-    QPointF before;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const QPointF after = i + 1 < line.size() ? normal(line[i + 1] - line[i]) : before;
-        const QPointF both = i == 0 ? after * 2 : before + after;
+    const bool isClosed = last > 2 && line.isClosed();
+    QPointF before = isClosed ? normal(line[last] - line[last - 1]) : normal(line[1] - line[0]);
+    for (qsizetype i = 0; i <= last; ++i) {
+        const QPointF after = i < last ? normal(line[i + 1] - line[i]) : isClosed ? normal(line[1] - line[0]) : before;
+        const QPointF both = before + after;
         // Both normals have length 1: their sum, over half its square, reaches to where the sides meet.
         const double square = QPointF::dotProduct(both, both);
-        const QPointF mitre = square > 4 / (longestMitre * longestMitre) ? both * (2 / square) : after;
-        side.append(line[i] + mitre * offset);
+        if (square > 4 / (longestMitre * longestMitre)) {
+            side.append(line[i] + both * (2 / square) * offset);
+        } else {
+            if (i > 0) // a closed line ends as it begins
+                side.append(line[i] + before * offset);
+            side.append(line[i] + after * offset);
+        }
         before = after;
     }
     return side;

@@ -29,8 +29,20 @@ QRectF window(const QPainter &painter);
 /// one piece of two equal points.
 std::vector<Piece> visible(std::span<const QPointF> line, const QRectF &window);
 
-/// The line at @p offset to the right of @p line, mitred at its corners.
+/// @p line without points that equal the one before them.
+QPolygonF withoutRepetitions(const QPolygonF &line);
+
+/// The line at @p offset to the right of @p line, mitred at its corners, the sharp ones bevelled; that of a closed line
+/// is closed.
 QPolygonF parallel(const QPolygonF &line, double offset);
+
+/// The @p pieces of @p line such that they run on through the point where a closed line begins and ends. What is
+/// counted from the line's beginning cannot be drawn on them.
+std::vector<Piece> joined(std::vector<Piece> pieces, std::span<const QPointF> line);
+
+/// The dashes of @p piece. @p pattern has the lengths of dash, gap, dash … in @p unit, counted from the line's
+/// beginning.
+std::vector<QPolygonF> dashes(const Piece &piece, std::span<const double> pattern, double unit);
 
 /// A line that swings about @p piece as @p swings say, in lengths of @p unit.
 QPolygonF swung(const Piece &piece, std::span<const LineStyles::Swing> swings, double unit);

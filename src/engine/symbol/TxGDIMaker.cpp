@@ -79,7 +79,7 @@ CTxSymbol *CTxGDIMaker::GetSymbolObject() const
 
 bool CTxGDIMaker::FillPath(const QPainterPath &path) const
 {
-    if (!d->hasFill)
+    if (!d->hasFill || !d->painter->isActive())
         return false;
     if (d->fill)
         return d->fill->FillPath(d->painter, path);

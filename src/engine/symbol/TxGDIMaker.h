@@ -47,7 +47,7 @@ public:
     CTxSymbol *GetSymbolObject() const;
 
     /// Fills @p path with the style: its pattern, or its gradient over the bounds of the path.
-    /// @return false, and nothing is drawn, when the fill is not prepared
+    /// @return false, and nothing is drawn, when the fill is not prepared or the painter has ended
     bool FillPath(const QPainterPath &path) const;
 
 private:

@@ -12,6 +12,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <gtest/gtest.h>
 
@@ -167,20 +168,49 @@ TEST(PointSymbols, OfWholePixelsHaveSharpEdges)
 TEST(LineStyles, AreDrawnNoDifferentlyWhenMostOfTheLineIsOutside)
 {
     const CTxLineStyleLib library;
+    const QPolygonF bent({{-500, 20}, {-100, 20}, {290, 22}, {330, 26}, {480, 12}, {900, 20}});
+    // Begins and ends in the middle of the picture.
+    const QPolygonF ring({{300, 10}, {400, 10}, {400, 30}, {-300, 30}, {-300, 10}, {300, 10}});
     for (qint32 index = 0; index < library.GetCount(); ++index) {
-        const auto line = library.CreateLineStyle(styleOf(library.GetAt(index), 0, 0));
-        const auto part = [&](int left) {
-            return drawn({200, 40}, [&](QPainter &painter) {
-                painter.translate(-left, 0);
-                const QPointF ends[] = {{-500, 20}, {-100, 20}, {900, 20}};
-                line->Polyline(&painter, ends, 3);
-            });
-        };
-        const QImage whole = drawn({500, 40}, [&](QPainter &painter) {
-            const QPointF ends[] = {{-500, 20}, {-100, 20}, {900, 20}};
-            line->Polyline(&painter, ends, 3);
-        });
-        EXPECT_NEAR(ink(part(250)), ink(whole.copy(250, 0, 200, 40)), 3) << qPrintable(library.GetName(index));
+        const auto style = library.CreateLineStyle(styleOf(library.GetAt(index), 0, 0));
+        for (const QPolygonF &line : {bent, ring}) {
+            const auto view = [&](int left, int width) {
+                return drawn({width, 40}, [&](QPainter &painter) {
+                    painter.translate(-left, 0);
+                    style->Polyline(&painter, line.constData(), static_cast<qint32>(line.size()));
+                });
+            };
+            const QImage part = view(250, 200);
+            const QImage whole = view(0, 500).copy(250, 0, 200, 40);
+            int differing = 0;
+            for (int y = 0; y < 40; ++y) {
+                for (int x = 0; x < 200; ++x)
+                    differing += std::abs(qAlpha(part.pixel(x, y)) - qAlpha(whole.pixel(x, y))) > 100;
+            }
+            EXPECT_EQ(differing, 0) << qPrintable(library.GetName(index));
+        }
+    }
+}
+
+TEST(LineStyles, OfOpaqueColoursCoverWhatTransparentOnesDo)
+{
+    // Opaque lines are drawn segment by segment, transparent ones as a whole.
+    const QPolygonF lines[] = {QPolygonF({{20, 20}, {60, 30}, {60, 30}, {90, 80}, {30, 70}, {40, 110}}),
+                               QPolygonF({{20, 20}, {100, 30}, {60, 100}, {20, 20}})};
+    for (const qint32 id : {0, 1, 7, 8, 12}) {
+        for (const QPolygonF &line : lines) {
+            const auto covered = [&](int alpha) {
+                CTxGeoStyle style = styleOf(id, 0, 0);
+                style.lineWidth = 3;
+                style.lineColor.setAlpha(alpha);
+                style.lineBackColor.setAlpha(alpha);
+                return drawn({120, 120}, [&](QPainter &painter) {
+                    CTxLineStyleObj(style).Polyline(&painter, line.constData(), static_cast<qint32>(line.size()));
+                });
+            };
+            const QImage opaque = covered(255);
+            EXPECT_NEAR(ink(opaque), ink(covered(254)), 0.01 * ink(opaque)) << id;
+        }
     }
 }
 
@@ -280,6 +310,15 @@ TEST(GDIMaker, GivesThePainterBackAsItWas)
         EXPECT_TRUE(CTxLineStyleObj(CTxGeoStyle()).Polyline(ends, 2));
         EXPECT_TRUE(gLineStyleEngine.RestoreDC() && isUntouched());
         EXPECT_FALSE(gLineStyleEngine.RestoreDC());
+
+        ASSERT_TRUE(maker.PrepareGDIs(&painter, CTxLineStyleLib(), CTxSymbolLib(), CTxGeoStyle()));
+        ASSERT_TRUE(gLineStyleEngine.KeepDC(&painter));
+        painter.end();
+        QPainterPath path;
+        path.addRect(0, 0, 9, 9);
+        EXPECT_FALSE(maker.FillPath(path)) << "the painter has ended";
+        EXPECT_FALSE(CTxLineStyleObj(CTxGeoStyle()).Polyline(ends, 2));
+        EXPECT_TRUE(gLineStyleEngine.RestoreDC() && !gLineStyleEngine.GetDC());
     });
 }
 
