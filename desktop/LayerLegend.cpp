@@ -12,6 +12,8 @@
 #include <QLocale>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int legendRole = Qt::UserRole + 1;
@@ -89,10 +91,12 @@ QIcon LayerLegend::sample(const CTxLayer &layer, const QListWidget &list)
     const CTxDataset *dataset = layer.GetDataset();
     const quint32 parts = dataset ? TxStyleParts::of(dataset->GetType()) : 0;
     const bool isPoints = parts == TxStyleParts::Symbol;
-    const CTxGeoStyle style =
+    CTxGeoStyle style =
         (isPoints ? layer.style() : legibleStyle(layer.style(), list.palette().color(QPalette::Base))).geoStyle;
     if (!(parts & ~TxStyleParts::Text))
         return QIcon();
+    constexpr double thinnest = 1.0; // a short stretch of a thinner line is hardly seen
+    style.lineWidth = std::max(style.lineWidth, thinnest);
     QPixmap picture(sampleSize * list.devicePixelRatioF());
     picture.setDevicePixelRatio(list.devicePixelRatioF());
     picture.fill(Qt::transparent);

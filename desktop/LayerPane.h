@@ -10,7 +10,8 @@ class QAction;
 class QListWidget;
 class QListWidgetItem;
 
-/// The layers of the current map, the topmost first: a check box shows or hides, dragging changes the order.
+/// The layers of the current map, the topmost first, each with a sample of its style: a check box shows or hides,
+/// dragging changes the order.
 class LayerPane : public QWidget
 {
     Q_OBJECT

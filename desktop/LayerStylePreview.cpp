@@ -95,10 +95,9 @@ void LayerStylePreview::paintEvent(QPaintEvent *)
     onImage.end();
 
     QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Mid)); // its edge, also where a pixel is half a unit
+    painter.setClipRect(rect().adjusted(1, 1, -1, -1));
     painter.fillRect(rect(), m_background);
     painter.setOpacity(m_style.opacity);
     painter.drawImage(QPointF(), image);
-    painter.setOpacity(1);
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.drawRect(QRect(rect()).adjusted(0, 0, -1, -1));
 }
