@@ -1,23 +1,104 @@
 #include "controls/TdComboBoxButton.h"
 
 #include "basic/TdHostMessage.h"
+#include "common/TdModule.h"
 #include "common/TdSendMessage.h"
-#include "controls/TdAutoWidthComboBox.h"
+#include "controls/ComboBoxFace.h"
 
-#include <QLineEdit>
-#include <QPointer>
-#include <QSignalBlocker>
+#include <QDataStream>
+#include <QMainWindow>
 #include <QStandardItemModel>
+#include <QToolBar>
 
 namespace {
 
-constexpr int usualWidth = 150; // pixels
+constexpr int usualWidth = 150;      // pixels
+constexpr int greatestWidth = 10000; // pixels; more is no width but garbage
+constexpr quint16 formatVersion = 1; // of the stream; do not change
 
 /// Every button there is, in the order they were made. User-interface thread only.
 QList<CTdComboBoxButton *> &allButtons()
 {
     static QList<CTdComboBoxButton *> buttons;
     return buttons;
+}
+
+/// The main window that @p control stands in, through floating toolbars too, else its own window.
+QWidget *frameOf(const QWidget &control)
+{
+    for (QWidget *around = control.parentWidget(); around; around = around->parentWidget()) {
+        if (qobject_cast<QMainWindow *>(around))
+            return around;
+    }
+    return control.window();
+}
+
+/// Puts a stream into the format that buttons are kept in, and in the end back into the host's.
+class FixedFormat
+{
+public:
+    explicit FixedFormat(QDataStream &stream)
+        : m_stream(stream), m_order(stream.byteOrder()), m_precision(stream.floatingPointPrecision()),
+          m_version(stream.version())
+    {
+        stream.setVersion(QDataStream::Qt_6_0);
+        stream.setByteOrder(QDataStream::LittleEndian);
+        stream.setFloatingPointPrecision(QDataStream::DoublePrecision);
+    }
+    ~FixedFormat()
+    {
+        m_stream.setVersion(m_version);
+        m_stream.setByteOrder(m_order);
+        m_stream.setFloatingPointPrecision(m_precision);
+    }
+    Q_DISABLE_COPY_MOVE(FixedFormat)
+
+private:
+    QDataStream &m_stream;
+    const QDataStream::ByteOrder m_order;
+    const QDataStream::FloatingPointPrecision m_precision;
+    const int m_version;
+};
+
+/// What stands before the data of an entry in a stream; do not change the values. A variant written as such could be
+/// made by garbage into anything.
+enum DataKind : quint8 { NoData = 0, TruthValue = 1, WholeNumber = 2, RealNumber = 3, TextData = 4 };
+
+void writeData(QDataStream &stream, const QVariant &data)
+{
+    const int type = data.typeId();
+    if (type == QMetaType::Bool)
+        stream << quint8(TruthValue) << data.toBool();
+    else if (type == QMetaType::Int || type == QMetaType::UInt || type == QMetaType::LongLong)
+        stream << quint8(WholeNumber) << qint64(data.toLongLong());
+    else if (type == QMetaType::Double)
+        stream << quint8(RealNumber) << data.toDouble();
+    else if (type == QMetaType::QString)
+        stream << quint8(TextData) << data.toString();
+    else
+        stream << quint8(NoData);
+}
+
+template<class Value>
+QVariant readValue(QDataStream &stream)
+{
+    Value value{};
+    stream >> value;
+    return value;
+}
+
+bool readData(QDataStream &stream, QVariant &data)
+{
+    quint8 kind = NoData;
+    stream >> kind;
+    if (kind > TextData)
+        return false;
+    data = kind == TruthValue    ? readValue<bool>(stream)
+           : kind == WholeNumber ? readValue<qint64>(stream)
+           : kind == RealNumber  ? readValue<double>(stream)
+           : kind == TextData    ? readValue<QString>(stream)
+                                 : QVariant();
+    return stream.status() == QDataStream::Ok;
 }
 
 } // namespace
@@ -40,14 +121,17 @@ CTdComboBoxButton::CTdComboBoxButton(int commandId, int width, QObject *parent)
 CTdComboBoxButton::~CTdComboBoxButton()
 {
     allButtons().removeOne(this);
+    // Who is told of a choice may delete the button while one of its faces is telling.
+    for (ComboBoxFace *face : faces())
+        releaseWidget(face);
 }
 
-QList<CTdAutoWidthComboBox *> CTdComboBoxButton::controls() const
+QList<ComboBoxFace *> CTdComboBoxButton::faces() const
 {
-    QList<CTdAutoWidthComboBox *> list;
+    QList<ComboBoxFace *> list;
     for (QWidget *widget : createdWidgets()) {
-        if (auto *control = qobject_cast<CTdAutoWidthComboBox *>(widget))
-            list.append(control);
+        if (auto *face = qobject_cast<ComboBoxFace *>(widget))
+            list.append(face);
     }
     return list;
 }
@@ -74,48 +158,39 @@ CTdComboBoxButton *CTdComboBoxButton::GetByCmd(int commandId)
 
 QWidget *CTdComboBoxButton::createWidget(QWidget *parent)
 {
-    auto *control = new CTdAutoWidthComboBox(parent);
-    control->setModel(m_entries);
-    control->setInsertPolicy(QComboBox::NoInsert);
-    control->setFixedWidth(m_width);
-    control->setEnabled(isEnabled());
-    control->setAccessibleName(text());
-    control->setToolTip(toolTip());
-    connect(control, &QComboBox::activated, this, [this](int index) { choose(index, GetItem(index), true); });
-    makeEditable(*control);
-    return control;
-}
-
-void CTdComboBoxButton::showIn(CTdAutoWidthComboBox &control) const
-{
-    const QSignalBlocker silent(control);
-    control.setCurrentIndex(m_current);
-    if (m_isEditable)
-        control.setEditText(m_text);
+    auto *face = new ComboBoxFace(m_entries, m_width, parent);
+    face->setEnabled(isEnabled());
+    face->setEditable(m_isEditable);
+    face->showEntry(m_current, m_text);
+    face->describe(text(), toolTip());
+    if (auto *bar = qobject_cast<QToolBar *>(parent)) {
+        const auto turn = [face](Qt::Orientation orientation) { face->setUpright(orientation == Qt::Vertical); };
+        turn(bar->orientation());
+        connect(bar, &QToolBar::orientationChanged, face, turn);
+    }
+    connect(face, &ComboBoxFace::activated, this, [this](int index) { choose(index, GetItem(index), true); });
+    connect(face, &ComboBoxFace::typed, this, [this](const QString &typed) { choose(FindItem(typed), typed, true); });
+    return face;
 }
 
 void CTdComboBoxButton::show(int index, const QString &text)
 {
     m_current = index;
     m_text = text;
-    for (CTdAutoWidthComboBox *control : controls())
-        showIn(*control);
+    for (ComboBoxFace *face : faces())
+        face->showEntry(index, text);
 }
 
 void CTdComboBoxButton::choose(int index, const QString &text, bool notify)
 {
-    QList<QPointer<QWidget>> windows;
-    for (CTdComboBoxButton *button : sharers()) {
-        button->show(index, text);
-        for (CTdAutoWidthComboBox *control : button->controls()) {
-            if (!windows.contains(control->window()))
-                windows.append(control->window());
-        }
-    }
+    const QString chosenText = text; // the argument may be a button's own
+    for (CTdComboBoxButton *button : sharers())
+        button->show(index, chosenText);
     if (!notify)
         return;
     const QPointer<CTdComboBoxButton> alive(this);
-    Q_EMIT chosen(index, text); // before the command, whose receivers may ask those who listen here
+    const QList<QPointer<QWidget>> windows = listeners();
+    Q_EMIT chosen(index, chosenText); // before the command, whose receivers may ask those who listen here
     for (const QPointer<QWidget> &window : windows) {
         if (!alive)
             return; // who was told took the button away
@@ -124,17 +199,19 @@ void CTdComboBoxButton::choose(int index, const QString &text, bool notify)
     }
 }
 
-void CTdComboBoxButton::makeEditable(CTdAutoWidthComboBox &control)
+/// The windows that are told the command.
+QList<QPointer<QWidget>> CTdComboBoxButton::listeners()
 {
-    control.setEditable(m_isEditable);
-    showIn(control);
-    QLineEdit *edit = control.lineEdit();
-    if (!edit)
-        return;
-    connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
-        if (const QString typed = edit->text(); typed != m_text)
-            choose(FindItem(typed), typed, true);
-    });
+    if (QWidget *main = CTdModule::GetMainWnd())
+        return {main};
+    QList<QPointer<QWidget>> windows;
+    for (const CTdComboBoxButton *button : sharers()) {
+        for (const ComboBoxFace *face : button->faces()) {
+            if (QWidget *window = frameOf(*face); !windows.contains(window))
+                windows.append(window);
+        }
+    }
+    return windows;
 }
 
 void CTdComboBoxButton::SetEditable(bool editable)
@@ -145,8 +222,10 @@ void CTdComboBoxButton::SetEditable(bool editable)
         button->m_isEditable = editable;
         if (!editable && button->m_current < 0)
             button->m_text.clear(); // a typed text cannot stay
-        for (CTdAutoWidthComboBox *control : button->controls())
-            button->makeEditable(*control);
+        for (ComboBoxFace *face : button->faces()) {
+            face->setEditable(editable);
+            face->showEntry(button->m_current, button->m_text);
+        }
     }
 }
 
@@ -225,11 +304,83 @@ bool CTdComboBoxButton::SetText(const QString &text, bool notify)
     return true;
 }
 
+void CTdComboBoxButton::applyWidth(int width)
+{
+    m_width = width;
+    for (ComboBoxFace *face : faces())
+        face->setLength(width);
+}
+
+/// Gives copies of @p entries, and what is chosen of them, to all buttons with the command.
+void CTdComboBoxButton::setEntries(const QStandardItemModel &entries, bool editable, int current, const QString &text)
+{
+    for (CTdComboBoxButton *button : sharers()) {
+        button->m_entries->clear();
+        for (int i = 0; i < entries.rowCount(); ++i)
+            button->m_entries->appendRow(entries.item(i)->clone());
+    }
+    SetEditable(editable);
+    choose(current, text, false);
+}
+
+void CTdComboBoxButton::CopyFrom(const CTdComboBoxButton &other)
+{
+    setText(other.text());
+    setToolTip(other.toolTip());
+    applyWidth(other.m_width);
+    if (!sharers().contains(&other)) // which has the same entries
+        setEntries(*other.m_entries, other.m_isEditable, other.m_current, other.m_text);
+}
+
+void CTdComboBoxButton::Serialize(QDataStream &stream) const
+{
+    const FixedFormat format(stream);
+    stream << formatVersion << qint32(m_commandId) << qint32(m_width) << m_isEditable << qint32(GetCount());
+    for (int i = 0; i < GetCount(); ++i) {
+        stream << GetItem(i);
+        writeData(stream, GetItemData(i));
+    }
+    stream << qint32(m_current) << m_text;
+}
+
+bool CTdComboBoxButton::Deserialize(QDataStream &stream)
+{
+    if (!stream.device())
+        return false;
+    const FixedFormat format(stream);
+    quint16 version = 0;
+    qint32 commandId = 0, width = 0, count = 0, current = 0;
+    bool editable = false;
+    stream >> version >> commandId >> width >> editable >> count;
+    if (stream.status() != QDataStream::Ok || version != formatVersion || width < 1 || width > greatestWidth ||
+        count < 0)
+        return false;
+    QStandardItemModel entries;
+    for (int i = 0; i < count; ++i) {
+        QString entry;
+        QVariant data;
+        stream >> entry;
+        if (!readData(stream, data)) // at the end of the stream too, however many entries it promises
+            return false;
+        auto *item = new QStandardItem(entry);
+        item->setData(data, Qt::UserRole);
+        entries.appendRow(item);
+    }
+    QString text;
+    stream >> current >> text;
+    const bool isEntry = current >= 0 && current < count && entries.item(current)->text() == text;
+    const bool isTyped = current == -1 && (editable || text.isEmpty());
+    if (stream.status() != QDataStream::Ok || (!isEntry && !isTyped))
+        return false;
+    m_commandId = commandId;
+    applyWidth(width);
+    setEntries(entries, editable, current, text);
+    return true;
+}
+
 void CTdComboBoxButton::followState()
 {
     // Enabled and visible follow by themselves.
-    for (CTdAutoWidthComboBox *control : controls()) {
-        control->setAccessibleName(text());
-        control->setToolTip(toolTip());
-    }
+    for (ComboBoxFace *face : faces())
+        face->describe(text(), toolTip());
 }

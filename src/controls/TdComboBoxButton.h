@@ -2,18 +2,22 @@
 
 #include "common/TdCommonExport.h"
 
+#include <QPointer>
 #include <QString>
 #include <QVariant>
 #include <QWidgetAction>
 
-class CTdAutoWidthComboBox;
+class ComboBoxFace;
+class QDataStream;
 class QStandardItemModel;
 
 /// A toolbar button that is a combo box. It can stand on several toolbars: its copies show the same entries, the same
 /// choice and the same text, and so do all other buttons that have its command.
 ///
-/// When the user chooses or types, `chosen` is emitted and then the windows that the button stands in are told the
-/// command (CTdHostMessage::Command); choices that the program makes are silent unless it asks otherwise.
+/// When the user chooses or types, `chosen` is emitted and then the host's main window is told the command
+/// (CTdHostMessage::Command), where the host has named none the main windows that the button stands in; choices that
+/// the program makes are silent unless it asks otherwise. On an upright toolbar the button shows its text running down
+/// and drops the entries down beside the bar.
 class TDCOMMON_API CTdComboBoxButton : public QWidgetAction
 {
     Q_OBJECT
@@ -54,6 +58,16 @@ public:
     /// in a box that cannot be typed into
     bool SetText(const QString &text, bool notify = false);
 
+    /// Takes over width, name, entries, choice and text, but not the command. Tells nobody.
+    void CopyFrom(const CTdComboBoxButton &other);
+    /// Writes command, width, entries, choice and text. Of the data of the entries only truth values, numbers and texts
+    /// are written: other data are the program's.
+    void Serialize(QDataStream &stream) const;
+    /// Reads what Serialize() wrote, and shows it, in the other buttons with that command too, without telling anybody.
+    /// Numbers among the data come back as qint64 or double.
+    /// @return false, and nothing changes, when the stream does not hold it
+    bool Deserialize(QDataStream &stream);
+
     /// The first button with the command @p commandId; null when there is none.
     static CTdComboBoxButton *GetByCmd(int commandId);
 
@@ -65,16 +79,17 @@ protected:
     QWidget *createWidget(QWidget *parent) override;
 
 private:
-    QList<CTdAutoWidthComboBox *> controls() const;
+    QList<ComboBoxFace *> faces() const;
     QList<CTdComboBoxButton *> sharers();
     void show(int index, const QString &text);
     void choose(int index, const QString &text, bool notify);
-    void makeEditable(CTdAutoWidthComboBox &control);
-    void showIn(CTdAutoWidthComboBox &control) const;
+    QList<QPointer<QWidget>> listeners();
+    void applyWidth(int width);
+    void setEntries(const QStandardItemModel &entries, bool editable, int current, const QString &text);
     void followState();
 
-    const int m_commandId;
-    const int m_width;
+    int m_commandId;
+    int m_width;
     bool m_isEditable = false;
     int m_current = -1;
     QString m_text;

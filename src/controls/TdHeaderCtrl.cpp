@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 #include <QStyleOptionHeaderV2>
@@ -138,7 +139,8 @@ QSize CTdHeaderCtrl::sectionSizeFromContents(int section) const
 void CTdHeaderCtrl::clickCheckBox(int section)
 {
     const Qt::CheckState wanted = GetCheckState(section) == Qt::Checked ? Qt::Unchecked : Qt::Checked;
-    if (!model()->setHeaderData(section, orientation(), wanted, Qt::CheckStateRole))
+    const QPointer<CTdHeaderCtrl> alive(this); // who is told of it may delete the list
+    if (!model()->setHeaderData(section, orientation(), wanted, Qt::CheckStateRole) || !alive)
         return;
     describe();
     Q_EMIT checkBoxClicked(section, GetCheckState(section));

@@ -3,8 +3,10 @@
 #include "controls/TdImageComboBox.h"
 
 #include <QAbstractItemView>
+#include <QDataStream>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QListView>
 #include <QMainWindow>
 #include <QPixmap>
 #include <QScreen>
@@ -171,7 +173,102 @@ TEST(ComboBoxButton, CopiesAndButtonsOfOneCommandStayInStep)
     EXPECT_EQ(CTdComboBoxButton::GetByCmd(8), &stranger);
     EXPECT_EQ(CTdComboBoxButton::GetByCmd(9), nullptr);
     button.setEnabled(false);
-    EXPECT_FALSE(boxes[0]->isEnabled() && boxes[1]->isEnabled() && boxes[2]->isEnabled());
+    EXPECT_EQ(std::count_if(boxes.cbegin(), boxes.cend(), [](QComboBox *box) { return box->isEnabled(); }),
+              1); // the twin's
+}
+
+TEST(ComboBoxButton, DropsItsEntriesDownBesideAnUprightToolbar)
+{
+    Host host;
+    CTdComboBoxButton button(7, 110);
+    button.SetEditable(true);
+    for (const char *text : {"one", "two", "three"})
+        button.AddItem(QString::fromLatin1(text));
+    auto *bar = new QToolBar(&host);
+    host.addToolBar(Qt::LeftToolBarArea, bar);
+    bar->addAction(&button);
+    host.resize(300, 300);
+    host.show();
+    QWidget *face = bar->widgetForAction(&button);
+    EXPECT_EQ(face->height(), 110);
+    EXPECT_LT(face->width(), 40);
+    const auto dropped = [&] { return face->findChild<QListView *>(QStringLiteral("entries")); };
+    const auto close = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); };
+    QTest::mouseClick(face, Qt::LeftButton);
+    ASSERT_TRUE(dropped());
+    QTest::mouseClick(dropped()->viewport(), Qt::LeftButton, {},
+                      dropped()->visualRect(dropped()->model()->index(1, 0)).center());
+    EXPECT_EQ(button.GetCurSel(), 1);
+    EXPECT_EQ(host.m_commands, QList<qint64>{7});
+    EXPECT_EQ(face->accessibleDescription().toStdString(), "two");
+    close();
+    QTest::keyClick(face, Qt::Key_Down);
+    ASSERT_TRUE(dropped());
+    auto *edit = dropped()->parent()->findChild<QLineEdit *>();
+    QTest::keyClicks(edit, QStringLiteral("own"));
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_EQ(button.GetText().toStdString(), "own");
+    EXPECT_EQ(host.m_commands.size(), 2);
+    close();
+    QTest::keyClick(face, Qt::Key_Space);
+    QTest::keyClick(dropped(), Qt::Key_Escape);
+    close();
+    EXPECT_FALSE(dropped());
+    EXPECT_EQ(host.m_commands.size(), 2);
+    host.removeToolBar(bar);
+    host.addToolBar(Qt::TopToolBarArea, bar);
+    EXPECT_EQ(face->width(), 110);
+}
+
+TEST(ComboBoxButton, StreamsKeepItAndGarbageChangesNothing)
+{
+    CTdComboBoxButton button(21, 90), read(22), twin(21);
+    button.SetEditable(true);
+    button.AddItem(QStringLiteral("a"), 5);
+    button.AddItem(QStringLiteral("b"), 0.1);
+    button.AddItem(QStringLiteral("c"), QVariant::fromValue(&button));
+    button.SetText(QStringLiteral("typed"));
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    button.Serialize(out);
+    EXPECT_EQ(out.byteOrder(), QDataStream::BigEndian); // the host's again
+    read.AddItem(QStringLiteral("old"));
+    QDataStream none;
+    EXPECT_FALSE(read.Deserialize(none));
+    for (qsizetype length = 0; length < bytes.size(); ++length) {
+        QDataStream cut(bytes.left(length));
+        EXPECT_FALSE(read.Deserialize(cut)) << length;
+    }
+    EXPECT_EQ(read.GetCommandId(), 22);
+    EXPECT_EQ(read.GetItem(0).toStdString(), "old");
+    QDataStream in(bytes);
+    ASSERT_TRUE(read.Deserialize(in));
+    EXPECT_EQ(read.GetCommandId(), 21);
+    EXPECT_EQ(read.GetWidth(), 90);
+    EXPECT_EQ(read.GetCount(), 3);
+    EXPECT_EQ(read.GetItemData(0).toInt(), 5);
+    EXPECT_EQ(read.GetItemData(1).toDouble(), 0.1);
+    EXPECT_FALSE(read.GetItemData(2).isValid());
+    EXPECT_EQ(read.GetText().toStdString(), "typed");
+    CTdComboBoxButton copy(23);
+    copy.CopyFrom(read);
+    EXPECT_EQ(copy.GetCommandId(), 23);
+    EXPECT_EQ(copy.GetText().toStdString(), "typed");
+    EXPECT_EQ(copy.GetCount(), 3);
+}
+
+TEST(ComboBoxButton, SurvivesAListenerThatDeletesIt)
+{
+    Host host;
+    auto *button = new CTdComboBoxButton(7);
+    button->AddItem(QStringLiteral("one"));
+    host.addToolBar(QString())->addAction(button);
+    host.show();
+    QObject::connect(button, &CTdComboBoxButton::chosen, button, [button] { delete button; });
+    auto *box = host.findChild<QComboBox *>();
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_Down);
+    EXPECT_EQ(CTdComboBoxButton::GetByCmd(7), nullptr);
 }
 
 } // namespace

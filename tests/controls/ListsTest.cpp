@@ -237,6 +237,54 @@ TEST(ListCtrlEx, SurvivesARowThatGoesUnderItsEditor)
     }
 }
 
+TEST(ListCtrlEx, SettlesNoEntryWhileRowsAndColumnsChange)
+{
+    EditedList test;
+    ASSERT_TRUE(test.list.EditItem(0, 0));
+    QTest::keyClicks(test.focus(), u"x"_s);
+    test.list.InsertColumn(0, u"New"_s);
+    EXPECT_TRUE(test.list.IsEditing());
+    EXPECT_TRUE(test.line());
+    test.list.DeleteItem(0); // and another row becomes the current one
+    EXPECT_FALSE(test.list.IsEditing());
+    test.list.setColumnHidden(1, true);
+    EXPECT_FALSE(test.list.EditItem(0, 1));
+    EXPECT_EQ(test.edited.count(), 0);
+}
+
+TEST(ListCtrlEx, MayBeDeletedByWhoIsToldOfAnEdit)
+{
+    const std::function<void(CListCtrlEx &)> edits[] = {
+        [](CListCtrlEx &list) {
+            list.EditItem(0, 0);
+            QTest::keyClicks(QApplication::focusWidget(), u"x"_s);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        },
+        [](CListCtrlEx &list) {
+            list.SetCurItem(0, 1);
+            QTest::keyClick(&list, Qt::Key_Space);
+        },
+        [](CListCtrlEx &list) {
+            CTdHeaderCtrl *header = list.GetHeaderCtrl();
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, header->GetCheckBoxRect(1).center());
+        },
+    };
+    for (const auto &edit : edits) {
+        auto *list = new CListCtrlEx;
+        list->InsertColumn(-1, u"Name"_s, 100);
+        list->InsertColumn(-1, u"Shown"_s, 100);
+        list->SetColumnEditor(0, CellEditor::Text);
+        list->SetColumnCheckable(1, true);
+        list->SetHeaderCheck(1, true);
+        fill(*list, u"ab"_s);
+        const QPointer<CListCtrlEx> alive(list);
+        QObject::connect(list, &CTdListCtrl::cellEdited, [list] { delete list; });
+        QObject::connect(list, &CTdListCtrl::columnChecked, [list] { delete list; });
+        edit(*list);
+        EXPECT_FALSE(alive);
+    }
+}
+
 TEST(ListCtrlEx, TheWheelScrollsAndChangesNoChoice)
 {
     EditedList test;
