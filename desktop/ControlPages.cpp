@@ -86,6 +86,10 @@ constexpr ControlPage table[] = {
          "ControlPages",
          "How annotations are written: kept in the profile once it is stored. What cannot be is told below."),
      makeAnnotation},
+    {QT_TRANSLATE_NOOP("ControlPages", "Mouse hook"), "CTdMouseHook",
+     QT_TRANSLATE_NOOP("ControlPages", "Watches the mouse in all windows: it tells when the mouse comes into the frame "
+                                       "or leaves it, and what is clicked beside it."),
+     makeMouseHook},
     {QT_TRANSLATE_NOOP("ControlPages", "Hue and brightness"), "HsbPicker",
      QT_TRANSLATE_NOOP("ControlPages", "Picks a colour on a disc of hues and a bar of brightness, by mouse or arrows."),
      makeHsbPicker},

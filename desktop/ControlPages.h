@@ -59,6 +59,7 @@ QWidget *makeBitmap(QWidget *parent, const ShowValue &show);
 QWidget *makeFiles(QWidget *parent, const ShowValue &show);
 QWidget *makeTabOrder(QWidget *parent, const ShowValue &show);
 QWidget *makeAnnotation(QWidget *parent, const ShowValue &show);
+QWidget *makeMouseHook(QWidget *parent, const ShowValue &show);
 
 QWidget *makeHsbPicker(QWidget *parent, const ShowValue &show);
 QWidget *makeRgbCube(QWidget *parent, const ShowValue &show);

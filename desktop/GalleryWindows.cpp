@@ -352,6 +352,7 @@ constexpr GalleryWindow table[] = {
     {"controls-annotation", [](const GalleryData &) { return GalleryControls::draw("Annotation standard"); }},
     {"controls-upright", [](const GalleryData &) { return GalleryControls::draw("Upright slider"); }},
     {"controls-tree", [](const GalleryData &) { return GalleryControls::draw("Workspace tree"); }},
+    {"controls-mouse", [](const GalleryData &) { return GalleryControls::draw("Mouse hook"); }},
     {"style-line", [](const GalleryData &) { return GalleryControls::drawStyles(TdStyle::Line); }},
     {"style-fill", [](const GalleryData &) { return GalleryControls::drawStyles(TdStyle::Fill); }},
     {"style-symbol", [](const GalleryData &) { return GalleryControls::drawStyles(TdStyle::Symbol); }},

@@ -20,6 +20,7 @@
 #include "WorkspacePane.h"
 #include "basic/TdHostMessage.h"
 #include "common/TdModule.h"
+#include "engine/ui/TxWheelGuard.h"
 
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -41,6 +42,7 @@ MainWindow::MainWindow(Prompts &prompts, CTdProfileFile &profile, QWidget *paren
       m_messages(new HostMessages(*m_document, *m_pane, *m_area, *m_commands, *m_output, this)),
       m_status(new MapStatus(statusBar()))
 {
+    TxWheelGuard::installEverywhere();
     setObjectName(QStringLiteral("MainWindow"));
     setWindowIcon(Icons::application());
     setAcceptDrops(true);

@@ -1,5 +1,6 @@
 #include "colour/ChannelBar.h"
 #include "colour/PickerPaint.h"
+#include "engine/ui/TxWheelGuard.h"
 
 #include <QKeyEvent>
 #include <QLinearGradient>
@@ -27,6 +28,7 @@ ChannelBar::ChannelBar(QWidget *parent) : QAbstractSlider(parent)
     setSingleStep(1);
     setPageStep(coarseStep);
     setFocusPolicy(Qt::StrongFocus);
+    TxWheelGuard::install(this);
     setCursor(Qt::SizeVerCursor);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
 }

@@ -2,6 +2,7 @@
 
 #include "colour/ChannelSlider.h"
 #include "colour/RibbonPainter.h"
+#include "engine/ui/TxWheelGuard.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,6 +12,7 @@ ChannelSliderWidget::ChannelSliderWidget(QWidget *parent) : QAbstractSlider(pare
     setRange(0, 255);
     setOrientation(Qt::Horizontal);
     setFocusPolicy(Qt::StrongFocus);
+    TxWheelGuard::install(this);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -63,12 +65,4 @@ void ChannelSliderWidget::mouseReleaseEvent(QMouseEvent *event)
 void ChannelSliderWidget::hideEvent(QHideEvent *)
 {
     setSliderDown(false);
-}
-
-void ChannelSliderWidget::wheelEvent(QWheelEvent *event)
-{
-    if (hasFocus())
-        QAbstractSlider::wheelEvent(event);
-    else
-        event->ignore(); // a wheel that passes by must not change a colour
 }

@@ -1,16 +1,16 @@
 #include "colour/NumberSpinBox.h"
 
 #include "engine/base/TxNumberText.h"
+#include "engine/ui/TxWheelGuard.h"
 
 #include <QLineEdit>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <limits>
 
 NumberSpinBox::NumberSpinBox(QWidget *parent) : QAbstractSpinBox(parent)
 {
-    setFocusPolicy(Qt::StrongFocus); // else the wheel would give the focus, and then change the value
+    TxWheelGuard::install(this);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] { Q_EMIT valueEdited(value()); });
 }
 
@@ -50,14 +50,6 @@ QSize NumberSpinBox::sizeHint() const
 QSize NumberSpinBox::minimumSizeHint() const
 {
     return withRoom(QAbstractSpinBox::minimumSizeHint());
-}
-
-void NumberSpinBox::wheelEvent(QWheelEvent *event)
-{
-    if (hasFocus())
-        QAbstractSpinBox::wheelEvent(event);
-    else
-        event->ignore();
 }
 
 QAbstractSpinBox::StepEnabled NumberSpinBox::stepEnabled() const

@@ -35,7 +35,6 @@ Q_SIGNALS:
     void valueEdited(int value);
 
 protected:
-    void wheelEvent(QWheelEvent *event) override;
     StepEnabled stepEnabled() const override;
 
 private:

@@ -2,6 +2,7 @@
 #include "colour/PickerPaint.h"
 #include "common/TdModule.h"
 #include "engine/base/TxColorRef.h"
+#include "engine/ui/TxWheelGuard.h"
 #include "res/StringId.h"
 
 #include <QEvent>
@@ -38,6 +39,7 @@ constexpr Letter letters[] = {{u'R', {255, 0, 0}}, {u'G', {0, 255, 0}}, {u'B', {
 RgbCubeView::RgbCubeView(QWidget *parent) : QWidget(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
+    TxWheelGuard::install(this);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setTexts();

@@ -8,7 +8,7 @@
 #include <QWidget>
 
 /// The cube of colours, cut open at its colour. A press picks what shows there, a drag stays on the face where it
-/// began, the wheel slides the face under the mouse. Right and Left change red, Up and Down green, Page Up and Page
+/// began, the wheel slides the face under the mouse while the cube has the focus. Right and Left change red, Up and Down green, Page Up and Page
 /// Down blue, by 1, with Shift or Control by 16; Home is black, End white.
 class TDCOMMON_API RgbCubeView : public QWidget
 {

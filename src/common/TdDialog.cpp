@@ -3,9 +3,11 @@
 #include "basic/TdHostMessage.h"
 #include "common/TdModule.h"
 #include "common/TdSendMessage.h"
+#include "engine/ui/TxWheelGuard.h"
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QToolButton>
 #include <QWhatsThis>
 #include <QWindow>
 
@@ -59,6 +61,7 @@ void CTdDialog::setVisible(bool visible)
     if (visible && !m_initialised) {
         m_initialised = true;
         OnInitDialog();
+        TxWheelGuard::installBelow(this);
     }
     QDialog::setVisible(visible);
 }
@@ -102,6 +105,13 @@ void CTdDialog::keyPressEvent(QKeyEvent *event)
     if (event->key() == Qt::Key_F1 && event->modifiers() == Qt::NoModifier) {
         event->accept();
         OnHelp();
+        return;
+    }
+    // Tool buttons leave Enter to the dialog, which would close: who stands on Undo means Undo.
+    auto *tool = qobject_cast<QToolButton *>(focusWidget());
+    if (tool && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        event->accept();
+        tool->click();
         return;
     }
     QDialog::keyPressEvent(event);

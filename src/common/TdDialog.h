@@ -7,7 +7,8 @@
 /// The base of the library's dialogs.
 ///
 /// A dialog has the number of its template, which is also the number of its help topic: F1 and the caption's help
-/// button ask the host's main window for topic 0x10000 + number (CTdHostMessage::ContextHelp).
+/// button ask the host's main window for topic 0x10000 + number (CTdHostMessage::ContextHelp). The wheel changes no
+/// value in it that has not the focus. Enter on a tool button pushes that.
 class TDCOMMON_API CTdDialog : public QDialog
 {
     Q_OBJECT

@@ -3,6 +3,7 @@
 #include "common/TdModule.h"
 #include "controls/ChoiceEditor.h"
 #include "controls/ReportModel.h"
+#include "controls/TdMouseHook.h"
 #include "res/StringId.h"
 
 #include <QAction>
@@ -51,6 +52,11 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
     }
     editor->setAccessibleName(column->title);
     editor->setAutoFillBackground(true); // or the cell shows through
+    // What is clicked elsewhere need not take the focus: a Save on a toolbar must find the entry in the cell. The list
+    // itself ends an entry at clicks on its own cells.
+    auto *hook = new CTdMouseHook(editor);
+    hook->SetInside({editor, parent->parentWidget()});
+    connect(hook, &CTdMouseHook::pressed, self, [self, editor] { Q_EMIT self->closeEditor(editor); });
     m_editor = editor;
     m_cell = index;
     m_begun.clear();

@@ -105,17 +105,19 @@ void ColorGrid::paintEvent(QPaintEvent *)
         painter.setPen(palette().color(QPalette::Mid));
         painter.drawRect(place.adjusted(0, 0, -1, -1));
     }
-    if (m_current < 0)
+    // Without a cursor the focus goes around all: Enter must not choose a colour that nobody pointed at.
+    const QRect framed = m_current >= 0 ? cellRect(m_current) : rect().adjusted(1, 1, -1, -1);
+    if (m_current < 0 && !hasFocus())
         return;
     painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::WindowText), 2));
-    painter.drawRect(cellRect(m_current).adjusted(0, 0, 0, 0));
+    painter.drawRect(framed);
 }
 
 void ColorGrid::keyPressEvent(QKeyEvent *event)
 {
     const int last = static_cast<int>(m_colors.size()) - 1;
     const int forward = isRightToLeft() ? -1 : 1;
-    int cell = std::max(m_current, 0);
+    int cell = m_current;
     switch (event->key()) {
     case Qt::Key_Left:
         cell -= forward;
@@ -142,7 +144,7 @@ void ColorGrid::keyPressEvent(QKeyEvent *event)
     default:
         return QWidget::keyPressEvent(event);
     }
-    setCurrentCell(std::clamp(cell, 0, last));
+    setCurrentCell(m_current < 0 && cell != last ? 0 : std::clamp(cell, 0, last)); // the first key shows the cursor
 }
 
 void ColorGrid::mouseMoveEvent(QMouseEvent *event)
@@ -155,11 +157,4 @@ void ColorGrid::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
         choose(cellAt(event->pos()));
-}
-
-void ColorGrid::focusInEvent(QFocusEvent *event)
-{
-    if (m_current < 0)
-        setCurrentCell(0); // something for the arrow keys to go on from
-    QWidget::focusInEvent(event);
 }

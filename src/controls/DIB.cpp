@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 namespace {
 
@@ -49,6 +50,14 @@ bool refuse(QString *error, const QString &text)
     return false;
 }
 
+/// What is wrong with a path at which there is something else than a file; empty for none. Reading from a pipe would
+/// wait for who writes into it, and saving would put a file in the place of a device.
+QString noFileError(const QString &path)
+{
+    const QFileInfo info(path);
+    return !info.exists() || info.isFile() ? QString() : qt_error_string(info.isDir() ? EISDIR : EINVAL);
+}
+
 /// The depth that keeps everything of @p image.
 int depthOf(const QImage &image)
 {
@@ -60,6 +69,49 @@ int depthOf(const QImage &image)
         return image.colorCount() <= 16 ? 4 : 8;
     return image.hasAlphaChannel() ? 32 : 24;
 }
+
+/// The image with a color for every index that its pixels have: Qt reads beyond a palette that is too short.
+QImage withWholePalette(const QImage &image)
+{
+    const bool isByte = image.format() == QImage::Format_Indexed8;
+    const int wanted = isByte ? 256 : image.depth() == 1 ? 2 : 0;
+    const int given = image.colorCount();
+    if (given >= wanted)
+        return image;
+    bool isShort = !isByte || given == 0;
+    for (int y = 0; y < image.height() && !isShort; ++y) {
+        const uchar *line = image.constScanLine(y);
+        isShort = *std::max_element(line, line + image.width()) >= given;
+    }
+    if (!isShort)
+        return image;
+    QList<QRgb> colors = image.colorTable();
+    colors.resize(wanted, qRgb(0, 0, 0));
+    if (given == 0) { // grey levels, as Qt draws it
+        for (int i = 0; i < wanted; ++i)
+            colors[i] = qRgb(i * 255 / (wanted - 1), i * 255 / (wanted - 1), i * 255 / (wanted - 1));
+    }
+    QImage whole = image;
+    whole.setColorTable(colors);
+    return whole;
+}
+
+/// Lets Qt read images as large as a bitmap may be, for as long as it exists; its own limit is half of that.
+class LargeImages
+{
+public:
+    LargeImages()
+    {
+        if (m_usual > 0 && m_usual < wanted)
+            QImageReader::setAllocationLimit(wanted);
+    }
+    ~LargeImages() { QImageReader::setAllocationLimit(m_usual); }
+    Q_DISABLE_COPY(LargeImages)
+
+private:
+    static constexpr int wanted = static_cast<int>((CDIB::greatestArea * 4 >> 20) + 1); // megabytes
+    const int m_usual = QImageReader::allocationLimit();
+};
 
 /// What is transparent, on white.
 QImage opaque(const QImage &image)
@@ -95,8 +147,9 @@ CDIB::CDIB(const QImage &image)
 {
     if (!isPossible(image.size()))
         return;
-    const int bitCount = depthOf(image);
-    m_image = converted(image, *findDepth(bitCount), false);
+    const QImage whole = withWholePalette(image);
+    const int bitCount = depthOf(whole);
+    m_image = converted(whole, *findDepth(bitCount), false);
     m_image.setDevicePixelRatio(1.0); // a bitmap knows pixels only
     m_bitCount = m_image.isNull() ? 0 : bitCount;
 }
@@ -127,7 +180,9 @@ bool CDIB::Create(int width, int height, int bitCount)
 bool CDIB::Load(const QString &path, QString *error)
 {
     QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+    if (const QString problem = noFileError(path); !problem.isEmpty())
+        return refuse(error, CTdModule::LoadString(TdStringId::DibUnreadable).arg(path, problem));
+    if (!file.open(QIODevice::ReadOnly))
         return refuse(error, CTdModule::LoadString(TdStringId::DibUnreadable).arg(path, file.errorString()));
     return Load(file, path, error);
 }
@@ -143,6 +198,7 @@ bool CDIB::Load(QIODevice &device, const QString &name, QString *error)
     reader.setAutoTransform(true);
     if (const QSize size = reader.size(); size.isValid() && !isPossible(size))
         return tooLarge(size);
+    const LargeImages large;
     const QImage image = reader.read();
     if (image.isNull())
         return refuse(error, CTdModule::LoadString(TdStringId::DibUnreadable).arg(name, reader.errorString()));
@@ -162,12 +218,16 @@ bool CDIB::Save(const QString &path, const QByteArray &format, QString *error) c
     };
     if (IsNull())
         return fail(CTdModule::LoadString(TdStringId::DibEmpty));
+    if (const QString problem = noFileError(path); !problem.isEmpty())
+        return fail(problem);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return fail(file.errorString());
     QImageWriter writer(&file, format.isEmpty() ? QFileInfo(path).suffix().toLower().toLatin1() : format);
     if (!writer.write(m_image))
-        return fail(writer.errorString()); // the file is given up, and what was there stays
+        return fail(file.error() == QFileDevice::NoError
+                        ? writer.errorString()
+                        : file.errorString()); // the file is given up, and what was there stays
     return file.commit() || fail(file.errorString());
 }
 

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <QFile>
 #include <QImageReader>
 #include <QLabel>
 #include <QLocale>
@@ -18,11 +19,32 @@ namespace {
 
 constexpr int pictureSide = 180;                             // device-independent pixels
 constexpr qint64 greatestPicture = qint64(64) * 1000 * 1000; // pixels that are decoded for a thumbnail
+constexpr int mostReaders = 4;                               // of them some may wait for files that do not answer
+constexpr int patience = 400;      // milliseconds that a file may take while another is asked for
+constexpr int lastPatience = 2000; // the same at the end of the program
+
+using Abandoned = std::shared_ptr<std::atomic_bool>;
+
+/// A file that ends at once when nobody wants it any more.
+class AbandonableFile : public QFile
+{
+public:
+    AbandonableFile(const QString &path, const Abandoned &abandoned) : QFile(path), m_abandoned(abandoned) {}
+
+protected:
+    qint64 readData(char *data, qint64 size) override { return *m_abandoned ? -1 : QFile::readData(data, size); }
+
+private:
+    const Abandoned m_abandoned;
+};
 
 /// The picture in @p path made small; null for none, and for one that is too large. Called in the background.
-QImage thumbnailOf(const QString &path, int side)
+QImage thumbnailOf(const QString &path, int side, const Abandoned &abandoned)
 {
-    QImageReader reader(path);
+    AbandonableFile file(path, abandoned);
+    if (*abandoned || !file.open(QIODevice::ReadOnly))
+        return {};
+    QImageReader reader(&file);
     reader.setAutoTransform(true);
     const QSize size = reader.size();
     if (!size.isValid() || qint64(size.width()) * size.height() > greatestPicture)
@@ -32,6 +54,22 @@ QImage thumbnailOf(const QString &path, int side)
     if (size.width() > side || size.height() > side)
         reader.setScaledSize(size.scaled(fitting, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     return reader.read();
+}
+
+/// The threads that look at files. Deliberately never destroyed: that would wait for a file which does not answer.
+QThreadPool &readers()
+{
+    static QThreadPool *const pool = [] {
+        auto *made = new QThreadPool;
+        made->setMaxThreadCount(mostReaders);
+        // Those that are well have the time to finish before what they use is torn down.
+        qAddPostRoutine([] {
+            readers().clear();
+            readers().waitForDone(lastPatience);
+        });
+        return made;
+    }();
+    return *pool;
 }
 
 QString number(double value)
@@ -57,36 +95,60 @@ FilePreview::FilePreview(QWidget *parent) : QWidget(parent), m_picture(new QLabe
     m_facts->setAlignment(Qt::AlignTop | Qt::AlignLeading);
     m_facts->setFixedWidth(pictureSide);
     m_facts->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(patience);
+    connect(&m_patience, &QTimer::timeout, this, &FilePreview::read);
+}
+
+FilePreview::~FilePreview()
+{
+    abandon();
 }
 
 void FilePreview::showFile(const QString &path)
 {
     m_wanted = path;
-    if (m_isReading)
-        return; // it is its turn when the one before has been looked at
     if (path.isEmpty()) {
+        abandon();
         m_info = CTdFileInfo();
         m_thumbnail = QImage();
         showResult();
-        return;
+    } else if (!isReading()) {
+        read();
+    } else if (path != m_asked && !m_patience.isActive()) {
+        m_patience.start(); // it is its turn when the one before has been looked at
     }
-    read();
+}
+
+void FilePreview::abandon()
+{
+    m_patience.stop();
+    if (m_abandoned)
+        *m_abandoned = true;
+    m_abandoned = nullptr;
 }
 
 void FilePreview::read()
 {
-    m_isReading = true;
+    abandon();
+    m_asked = m_wanted;
+    m_abandoned = std::make_shared<std::atomic_bool>(false);
     m_picture->setText(CTdModule::LoadString(TdStringId::FileDialogReading));
     m_facts->clear();
     const int side = static_cast<int>(pictureSide * devicePixelRatioF());
-    QThreadPool::globalInstance()->start([path = m_wanted, side, pane = QPointer<FilePreview>(this)] {
+    readers().start([path = m_asked, side, abandoned = m_abandoned, pane = QPointer<FilePreview>(this)] {
+        if (*abandoned)
+            return;
         const CTdFileInfo info = CTdFileInfo::Read(path);
-        const QImage thumbnail = thumbnailOf(path, side);
+        const QImage thumbnail = info.state == CTdFileInfo::NoFile ? QImage() : thumbnailOf(path, side, abandoned);
+        QCoreApplication *application = QCoreApplication::instance();
+        if (*abandoned || !application)
+            return;
         // The pane may be gone: whether it is can be asked on its own thread only.
         QMetaObject::invokeMethod(
-            QCoreApplication::instance(),
-            [info, thumbnail, pane] {
-                if (pane)
+            application,
+            [info, thumbnail, abandoned, pane] {
+                if (pane && !*abandoned)
                     pane->take(info, thumbnail);
             },
             Qt::QueuedConnection);
@@ -95,7 +157,7 @@ void FilePreview::read()
 
 void FilePreview::take(const CTdFileInfo &info, const QImage &thumbnail)
 {
-    m_isReading = false;
+    abandon(); // it is done
     if (info.path != m_wanted)
         return showFile(m_wanted);
     m_info = info;
@@ -142,6 +204,6 @@ void FilePreview::showResult()
 void FilePreview::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange && !m_isReading)
+    if (event->type() == QEvent::LanguageChange && !isReading())
         showResult();
 }

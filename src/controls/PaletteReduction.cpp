@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <limits>
 #include <vector>
 
@@ -93,11 +94,11 @@ QList<QRgb> distinctColors(const QImage &image, int count)
     return colors;
 }
 
-/// Finds the nearest colour of a palette, and remembers what it found last.
+/// Finds the nearest colour of a palette; of several the first.
 class NearestColor
 {
 public:
-    explicit NearestColor(const QList<QRgb> &palette) : m_recent(static_cast<size_t>(binCount))
+    explicit NearestColor(const QList<QRgb> &palette) : m_candidates(static_cast<size_t>(binCount))
     {
         for (const QRgb color : palette)
             m_colors.push_back(channelsOf(color));
@@ -105,40 +106,58 @@ public:
 
     int of(const Channels &color)
     {
-        // Colours that differ in their lowest bits push one another out: the answer never depends on what came before.
-        Recent &recent = m_recent[static_cast<size_t>(binOf(color))];
-        if (recent.color != color)
-            recent = {color, search(color)};
-        return recent.index;
-    }
-
-    const Channels &at(int index) const { return m_colors[static_cast<size_t>(index)]; }
-
-private:
-    struct Recent
-    {
-        Channels color{-1, -1, -1};
-        int index = 0;
-    };
-
-    int search(const Channels &color) const
-    {
+        const int bin = binOf(color);
+        std::vector<int> &candidates = m_candidates[static_cast<size_t>(bin)];
+        if (candidates.empty())
+            candidates = candidatesOf(bin);
         int best = 0, least = std::numeric_limits<int>::max();
-        for (int i = 0; i < static_cast<int>(m_colors.size()); ++i) {
-            const Channels &other = at(i);
+        for (const int candidate : candidates) {
+            const Channels &other = at(candidate);
             int distance = 0;
             for (size_t channel = 0; channel < channels; ++channel)
                 distance += (color[channel] - other[channel]) * (color[channel] - other[channel]);
             if (distance < least) {
                 least = distance;
-                best = i;
+                best = candidate;
             }
         }
         return best;
     }
 
+    const Channels &at(int index) const { return m_colors[static_cast<size_t>(index)]; }
+
+private:
+    /// The colours, in order, that may be the nearest to something in a bin: a few of many. Left out is what is farther
+    /// from the nearest place of the bin than another is from its farthest.
+    std::vector<int> candidatesOf(int bin) const
+    {
+        constexpr int width = 1 << (8 - binBits);
+        std::vector<int> nearest;
+        int bound = std::numeric_limits<int>::max();
+        for (const Channels &color : m_colors) {
+            int near = 0, far = 0;
+            for (size_t channel = 0; channel < channels; ++channel) {
+                const int place = bin >> ((channels - 1 - static_cast<int>(channel)) * binBits) & ((1 << binBits) - 1);
+                const int below = place * width - color[channel]; // from the colour to the ends of the bin
+                const int above = below + width - 1;
+                const int gap = below > 0 ? below : above < 0 ? -above : 0;
+                const int reach = std::max(std::abs(below), std::abs(above));
+                near += gap * gap;
+                far += reach * reach;
+            }
+            nearest.push_back(near);
+            bound = std::min(bound, far);
+        }
+        std::vector<int> candidates;
+        for (size_t i = 0; i < nearest.size(); ++i) {
+            if (nearest[i] <= bound)
+                candidates.push_back(static_cast<int>(i));
+        }
+        return candidates;
+    }
+
     std::vector<Channels> m_colors;
-    std::vector<Recent> m_recent; // by bin
+    std::vector<std::vector<int>> m_candidates; ///< by bin, made when they are needed first
 };
 
 } // namespace

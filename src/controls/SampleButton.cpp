@@ -36,3 +36,8 @@ QSize SampleButton::sizeFor(const QPushButton &button, const QSize &sample)
     const QStyleOptionButton option = optionOf(button);
     return button.style()->sizeFromContents(QStyle::CT_PushButton, &option, sample + QSize(6, 6), &button);
 }
+
+bool SampleButton::isOpeningKey(int key)
+{
+    return key == Qt::Key_F4 || key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter;
+}

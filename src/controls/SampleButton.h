@@ -14,4 +14,8 @@ QRect paintFrame(const QPushButton &button, QPainter &painter);
 /// The size of a button whose sample has the size @p sample.
 QSize sizeFor(const QPushButton &button, const QSize &sample);
 
+/// True for the keys that open what the button chooses from, as they open a combo box, and for Enter, which is not the
+/// dialog's OK on these buttons.
+bool isOpeningKey(int key);
+
 } // namespace SampleButton

@@ -1,6 +1,7 @@
 #include "controls/TdAutoWidthComboBox.h"
 
 #include "common/IconPlateDelegate.h"
+#include "engine/ui/TxWheelGuard.h"
 
 #include <QLineEdit>
 #include <QListView>
@@ -9,7 +10,6 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionComboBox>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <array>
@@ -60,7 +60,7 @@ bool isWider(const Candidate &a, const Candidate &b)
 
 CTdAutoWidthComboBox::CTdAutoWidthComboBox(QWidget *parent) : QComboBox(parent)
 {
-    setFocusPolicy(Qt::StrongFocus); // else the wheel would give the focus, and then change the value
+    TxWheelGuard::install(this);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // else every entry would be measured
     setMinimumContentsLength(6);
     // A delegate that some styles do not replace by one that draws menu items, which would measure otherwise.
@@ -144,12 +144,4 @@ void CTdAutoWidthComboBox::paintEvent(QPaintEvent *event)
 {
     const QScopedValueRollback asItIs(m_showsLongList, false);
     QComboBox::paintEvent(event);
-}
-
-void CTdAutoWidthComboBox::wheelEvent(QWheelEvent *event)
-{
-    if (hasFocus() || (lineEdit() && lineEdit()->hasFocus()))
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore(); // the window that this stands in scrolls
 }

@@ -28,7 +28,6 @@ protected:
 
     void initStyleOption(QStyleOptionComboBox *option) const override;
     void paintEvent(QPaintEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
 
 private:
     bool m_showsLongList = false;

@@ -14,7 +14,6 @@
 CTdColorButton::CTdColorButton(QWidget *parent) : QPushButton(parent)
 {
     setAutoDefault(false);
-    setAccessibleName(CTdModule::LoadString(TdStringId::ColorButtonName));
     describe();
     connect(this, &QPushButton::clicked, this, &CTdColorButton::open);
 }
@@ -37,6 +36,7 @@ void CTdColorButton::setFormColor(const QColor &color)
 
 void CTdColorButton::describe()
 {
+    setAccessibleName(CTdModule::LoadString(TdStringId::ColorButtonName));
     setAccessibleDescription(m_color ? CTdModule::LoadString(TdStringId::PickerCubeText)
                                            .arg(TxColorRef::red(*m_color))
                                            .arg(TxColorRef::green(*m_color))
@@ -72,9 +72,8 @@ void CTdColorButton::paintEvent(QPaintEvent *)
 
 void CTdColorButton::keyPressEvent(QKeyEvent *event)
 {
-    const bool isDropKey = event->key() == Qt::Key_F4 || event->key() == Qt::Key_Down;
-    if (isDropKey || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click(); // as a combo box opens; Enter is not the dialog's OK here
+    if (SampleButton::isOpeningKey(event->key()))
+        click();
     else
         QPushButton::keyPressEvent(event);
 }

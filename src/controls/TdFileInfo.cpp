@@ -67,6 +67,10 @@ CTdFileInfo CTdFileInfo::Read(const QString &path)
     info.size = file.isDir() ? 0 : file.size();
     info.created = file.birthTime();
     info.modified = file.lastModified();
+    if (!file.isFile() && !file.isDir()) { // opening a pipe would wait for who writes into it
+        info.state = NoFile;
+        return info;
+    }
     if (!file.isReadable()) {
         info.state = Unreadable;
         return info;
@@ -104,9 +108,8 @@ QString CTdFileInfo::GetProblem() const
         State state;
         quint32 text;
     } rows[] = {
-        {Missing, TdStringId::FileInfoMissing},
-        {Unreadable, TdStringId::FileInfoUnreadable},
-        {Folder, TdStringId::FileInfoFolder},
+        {Missing, TdStringId::FileInfoMissing},   {Unreadable, TdStringId::FileInfoUnreadable},
+        {NoFile, TdStringId::FileInfoNoFile},     {Folder, TdStringId::FileInfoFolder},
         {TooLarge, TdStringId::FileInfoTooLarge},
     };
     for (const auto &row : rows) {

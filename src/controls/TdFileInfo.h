@@ -19,6 +19,7 @@ public:
     enum State {
         Missing,    ///< there is no such file
         Unreadable, ///< it may not be read
+        NoFile,     ///< a device, a pipe or a socket: nothing is read from it
         Folder,     ///< it is a folder that is no datasource
         TooLarge,   ///< a text that would have to be read as a whole, or a picture too large: only size and times known
         Refused,    ///< no data file, or a damaged one; message says why

@@ -4,8 +4,10 @@
 #include "controls/SampleButton.h"
 #include "res/StringId.h"
 
+#include <QEvent>
 #include <QFontDialog>
 #include <QFontInfo>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
 
@@ -13,7 +15,7 @@
 
 CTdLabelButton::CTdLabelButton(QWidget *parent) : QPushButton(parent), m_labelFont(font())
 {
-    setAccessibleName(CTdModule::LoadString(TdStringId::LabelButtonName));
+    setAutoDefault(false);
     describe();
     connect(this, &QPushButton::clicked, this, &CTdLabelButton::chooseFont);
 }
@@ -46,6 +48,7 @@ QString CTdLabelButton::GetSampleText() const
 
 void CTdLabelButton::describe()
 {
+    setAccessibleName(CTdModule::LoadString(TdStringId::LabelButtonName));
     const QFontInfo info(m_labelFont);
     setAccessibleDescription(
         QStringLiteral("%1, %2 pt").arg(m_labelFont.family(), QString::number(info.pointSizeF(), 'g', 4)));
@@ -80,6 +83,21 @@ void CTdLabelButton::paintEvent(QPaintEvent *)
     const bool isOwnColor = m_labelColor && isEnabled();
     painter.setPen(isOwnColor ? TxColorRef::toQColor(*m_labelColor) : palette().color(QPalette::ButtonText));
     painter.drawText(place, Qt::AlignCenter | Qt::TextSingleLine, GetSampleText());
+}
+
+void CTdLabelButton::keyPressEvent(QKeyEvent *event)
+{
+    if (SampleButton::isOpeningKey(event->key()))
+        click();
+    else
+        QPushButton::keyPressEvent(event);
+}
+
+void CTdLabelButton::changeEvent(QEvent *event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        describe();
 }
 
 void CTdLabelButton::chooseFont()

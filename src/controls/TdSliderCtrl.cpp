@@ -1,5 +1,7 @@
 #include "controls/TdSliderCtrl.h"
 
+#include "engine/ui/TxWheelGuard.h"
+
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -9,6 +11,7 @@ CTdSliderCtrl::CTdSliderCtrl(QWidget *parent) : QSlider(Qt::Vertical, parent)
     setInvertedAppearance(true);
     setInvertedControls(true); // what goes up on the screen goes up by key and wheel
     setTickPosition(TicksBothSides);
+    TxWheelGuard::install(this);
 }
 
 CTdSliderCtrl::~CTdSliderCtrl() = default;

@@ -67,9 +67,8 @@ void CTdStyleButton::paintEvent(QPaintEvent *)
 
 void CTdStyleButton::keyPressEvent(QKeyEvent *event)
 {
-    const bool isDropKey = event->key() == Qt::Key_F4 || event->key() == Qt::Key_Down;
-    if (isDropKey || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click(); // as the colour button opens; Enter is not the dialog's OK here
+    if (SampleButton::isOpeningKey(event->key()))
+        click();
     else
         QPushButton::keyPressEvent(event);
 }

@@ -9,7 +9,6 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
-#include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -213,8 +212,6 @@ void CTdStyleDialog::addNumbers(QFormLayout &form)
         box->setWrapping(isAngle);
         box->setSuffix(isAngle ? u"°"_s : u" px"_s);
         box->setValue(m_style.inRange().*row.number);
-        box->setFocusPolicy(Qt::StrongFocus);
-        box->installEventFilter(this);
         connect(box, &QDoubleSpinBox::valueChanged, this, [this, &row](double value) {
             m_style.*row.number = value;
             noteChange();
@@ -237,8 +234,6 @@ void CTdStyleDialog::addOpacity(QFormLayout &form)
         if (!row.mayBeNone)
             m_opacity->setValue(qRound((m_style.*row.color).alphaF() * 100));
     });
-    m_opacity->setFocusPolicy(Qt::StrongFocus);
-    m_opacity->installEventFilter(this);
     connect(m_opacity, &QSpinBox::valueChanged, this, &CTdStyleDialog::setOpacity);
     form.addRow(CTdModule::LoadString(TdStringId::StyleOpacity), m_opacity);
 }
@@ -285,15 +280,4 @@ void CTdStyleDialog::showStyle()
         button->setEnabled(!m_ramp->isEnabled());
     m_size->setEnabled(!isGradient);
     m_angle->setEnabled(m_style.fillGradient != TxGradientKind::Radial);
-}
-
-bool CTdStyleDialog::eventFilter(QObject *watched, QEvent *event)
-{
-    // The wheel changes nothing in a field that has not the focus.
-    const auto *field = qobject_cast<QAbstractSpinBox *>(watched);
-    if (event->type() == QEvent::Wheel && field && !field->hasFocus()) {
-        event->ignore();
-        return true;
-    }
-    return CTdDialog::eventFilter(watched, event);
 }

@@ -36,9 +36,6 @@ Q_SIGNALS:
     /// The user has changed something: for a host that shows it before the dialog is closed.
     void styleChanged(const CTxGeoStyle &style);
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     void addColors(QFormLayout &form);
     void addRamp(QFormLayout &form);

@@ -220,6 +220,10 @@ TEST_F(DlgRibbon, ClickInTheBandInsertsTheColourThatTheUserChooses)
     key(Qt::Key_Return);
     EXPECT_EQ(colors()[1], 0x111111U);
     EXPECT_TRUE(m_dialog->isVisible()) << "Enter on the swatch is not OK";
+    m_dialog->findChild<QWidget *>(u"undoButton"_s)->setFocus();
+    key(Qt::Key_Return);
+    EXPECT_EQ(colors()[1], 0x654321U);
+    EXPECT_TRUE(m_dialog->isVisible()) << "nor on Undo";
 }
 
 TEST_F(DlgRibbon, KeysReachAndChangeEveryStop)

@@ -218,6 +218,11 @@ TEST(RgbCubePicker, KeysWheelAndBarsReachEveryColour)
     const QPointF top = view->cube().pointOf({128, 255, 128});
     QWheelEvent wheel(top, view->mapToGlobal(top), {}, {0, -240}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                       false);
+    view->clearFocus();
+    QApplication::sendEvent(view, &wheel);
+    EXPECT_EQ(colors(), (std::array{255, 255, 255})) << "without the focus";
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&picker));
+    view->setFocus();
     QApplication::sendEvent(view, &wheel);
     EXPECT_EQ(colors(), (std::array{255, 253, 255}));
     const QList<ChannelBar *> bars = picker.findChildren<ChannelBar *>();

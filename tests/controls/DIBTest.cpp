@@ -128,6 +128,36 @@ TEST(DIB, FilesComeBackAsTheyWereSaved)
     }
 }
 
+TEST(DIB, PixelsBeyondThePaletteAreBlack)
+{
+    for (const QImage::Format format : {QImage::Format_Indexed8, QImage::Format_Mono}) {
+        for (const int colors : {0, 1, 3}) {
+            QImage image(5, 3, format);
+            image.setColorTable(QList<QRgb>(colors, qRgb(255, 0, 0)));
+            image.fill(1);
+            if (format == QImage::Format_Indexed8)
+                image.scanLine(2)[4] = 200;
+            CDIB bitmap(image);
+            ASSERT_TRUE(bitmap.Scale(50, 30)) << format << ' ' << colors;
+            ASSERT_TRUE(bitmap.ConvertTo(32));
+            if (format == QImage::Format_Indexed8 && colors > 0) {
+                EXPECT_EQ(bitmap.ToImage().pixel(49, 29), qRgb(0, 0, 0)) << colors;
+            }
+        }
+    }
+}
+
+TEST(DIB, PicturesUpToTheGreatestAreaAreRead)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("large.png"));
+    CDIB large;
+    ASSERT_TRUE(large.Create(7000, 7000, 1)); // beyond what Qt reads unasked
+    QString error;
+    ASSERT_TRUE(large.Save(path, {}, &error)) << error.toStdString();
+    EXPECT_TRUE(CDIB().Load(path, &error)) << error.toStdString();
+}
+
 TEST(DIB, BadFilesAreRefusedWithAText)
 {
     const QTemporaryDir folder;

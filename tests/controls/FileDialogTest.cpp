@@ -16,6 +16,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 void write(const QString &path, const QByteArray &bytes)
@@ -129,6 +133,27 @@ TEST_F(FileDialog, APaneThatGoesWhileItReadsIsNotMissed)
         preview.showFile(path("points.geojson"));
     }
     QTest::qWait(50);
+}
+
+TEST_F(FileDialog, AFileThatDoesNotAnswerIsGivenUpForTheNext)
+{
+    // A pipe that nobody writes into: opening it waits for ever. A shapefile with such an index stands for a disk that
+    // does not answer.
+    ASSERT_EQ(mkfifo(QFile::encodeName(path("pipe.png")).constData(), 0600), 0);
+    EXPECT_EQ(CTdFileInfo::Read(path("pipe.png")).state, CTdFileInfo::NoFile);
+    const QByteArray index = QFile::encodeName(path("hangs.shx"));
+    ASSERT_EQ(mkfifo(index.constData(), 0600), 0);
+    write(path("hangs.shp"), QByteArray(200, '\0').replace(0, 4, QByteArray::fromHex("0000270a")));
+    FilePreview preview;
+    preview.showFile(path("hangs.shp"));
+    QTest::qWait(50);
+    preview.showFile(path("points.geojson"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return preview.accessibleDescription().contains(u"GeoJSON"); }, 3000));
+    for (int i = 0; i < 10; ++i) { // whoever opens it may try more than once
+        if (const int end = open(index.constData(), O_WRONLY | O_NONBLOCK); end >= 0)
+            close(end);
+        QTest::qWait(10);
+    }
 }
 
 TEST_F(FileDialog, RemembersTheFolderOfItsPurpose)

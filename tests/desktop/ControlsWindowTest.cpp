@@ -13,6 +13,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QToolBar>
+#include <QWheelEvent>
 
 namespace {
 
@@ -48,6 +49,26 @@ TEST_F(Controls, EveryPageIsReachedByKeysAndTellsItsValue)
         QWidget *focus = m_window->focusWidget();
         EXPECT_TRUE(focus && m_window->page()->isAncestorOf(focus)) << title << " has no place for the keyboard";
         QTest::keyClick(list, Qt::Key_Down);
+    }
+}
+
+TEST_F(Controls, TheWheelChangesNothingThatHasNotTheFocus)
+{
+    auto *list = m_window->findChild<QListWidget *>();
+    for (int i = 0; i < m_window->pageCount(); ++i) {
+        m_window->showPage(i);
+        list->setFocus();
+        const QString before = m_window->valueText();
+        for (QWidget *control : m_window->page()->findChildren<QWidget *>()) {
+            const QPointF middle = control->rect().center();
+            for (const int turn : {-240, 240, 240}) {
+                QWheelEvent wheel(middle, control->mapToGlobal(middle), {}, {0, turn}, {}, {}, Qt::NoScrollPhase,
+                                  false);
+                QApplication::sendEvent(control, &wheel);
+            }
+        }
+        EXPECT_EQ(m_window->valueText(), before) << list->currentItem()->text().toStdString();
+        EXPECT_TRUE(list->hasFocus());
     }
 }
 

@@ -3,6 +3,7 @@
 #include "engine/symbol/TxColorFolder.h"
 #include "engine/symbol/TxStockGradient.h"
 #include "engine/ui/GradientIcon.h"
+#include "engine/ui/TxWheelGuard.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -11,7 +12,6 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -105,7 +105,7 @@ QString description(qint32 style)
 CTxComboBoxGradientColors::CTxComboBoxGradientColors(QWidget *parent)
     : QComboBox(parent), m_search(std::make_unique<TypedSearch>())
 {
-    setFocusPolicy(Qt::StrongFocus); // else the wheel would give the focus, and then change the value
+    TxWheelGuard::install(this);
     setItemDelegate(new RampDelegate(this));
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(18);
@@ -201,14 +201,6 @@ void CTxComboBoxGradientColors::keyPressEvent(QKeyEvent *event)
     setCurrentIndex(*item);
     Q_EMIT activated(*item);
     Q_EMIT textActivated(itemText(*item));
-}
-
-void CTxComboBoxGradientColors::wheelEvent(QWheelEvent *event)
-{
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore(); // the window that this stands in scrolls
 }
 
 void CTxComboBoxGradientColors::changeEvent(QEvent *event)
