@@ -116,10 +116,10 @@ void ComboBoxFace::paintEvent(QPaintEvent *)
 {
     if (!m_isUpright)
         return;
-    // A combo box turned by a quarter, the arrow at the lower end.
+    // A combo box turned by a quarter, whose arrow then points to where the entries drop down.
     QStylePainter painter(this);
-    painter.translate(width(), 0);
-    painter.rotate(90);
+    painter.translate(0, height());
+    painter.rotate(-90);
     QStyleOptionComboBox option;
     option.initFrom(this);
     option.rect = QRect(0, 0, height(), width());
@@ -164,6 +164,7 @@ public:
         auto *layout = new QVBoxLayout(this);
         layout->setContentsMargins({});
         layout->setSpacing(0);
+        layout->setSizeConstraint(QLayout::SetFixedSize); // windows that may grow start too large
     }
 
 protected:
@@ -216,7 +217,7 @@ void ComboBoxFace::dropDown()
     list->setFixedHeight(rows * std::max(list->sizeHintForRow(0), fontMetrics().height()));
     const QRect room = screen()->availableGeometry();
     list->setFixedWidth(std::clamp(m_box->GetDroppedWidth(), std::min(m_length, room.width()), room.width() - 4));
-    m_panel->adjustSize();
+    m_panel->layout()->activate();
     // Beside the bar, on the side that has room, and on the screen.
     const QPoint corner = mapToGlobal(QPoint(width(), 0));
     const int left =

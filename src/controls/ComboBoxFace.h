@@ -8,7 +8,7 @@ class QAbstractItemModel;
 class QFrame;
 
 /// How a combo box button looks on one toolbar: on a lying one as a combo box, on an upright one as a button with the
-/// text running down, which drops the entries down beside the bar, with an edit above them where a text may be typed.
+/// text running up, which drops the entries down beside the bar, with an edit above them where a text may be typed.
 ///
 /// It shows what it is told, and tells what the user does; it decides nothing.
 class ComboBoxFace : public QWidget

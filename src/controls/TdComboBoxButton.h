@@ -16,7 +16,7 @@ class QStandardItemModel;
 ///
 /// When the user chooses or types, `chosen` is emitted and then the host's main window is told the command
 /// (CTdHostMessage::Command), where the host has named none the main windows that the button stands in; choices that
-/// the program makes are silent unless it asks otherwise. On an upright toolbar the button shows its text running down
+/// the program makes are silent unless it asks otherwise. On an upright toolbar the button shows its text running up
 /// and drops the entries down beside the bar.
 class TDCOMMON_API CTdComboBoxButton : public QWidgetAction
 {
