@@ -148,6 +148,12 @@ void CTdNumEdit::keepInRange(QString &changed, int &caret)
     caret = m_caretBefore;
 }
 
+qsizetype CTdNumEdit::beginningOfSelection() const
+{
+    // Behind an undo QLineEdit may tell of a selection that starts at -1.
+    return qMax(0, hasSelectedText() ? selectionStart() : cursorPosition());
+}
+
 QString CTdNumEdit::accepted(const QString &typed, qsizetype from, qsizetype length) const
 {
     // What is typed replaces the selection, so that must not speak against it: "-3" over a selected "-7" is -3, not 3.
@@ -165,7 +171,7 @@ QString CTdNumEdit::accepted(const QString &typed, qsizetype from, qsizetype len
 
 void CTdNumEdit::keyPressEvent(QKeyEvent *event)
 {
-    const qsizetype from = hasSelectedText() ? selectionStart() : cursorPosition();
+    const qsizetype from = beginningOfSelection();
     if (isTyping(*event) && !isReadOnly()) {
         const QString typed = event->text();
         const QString changed = text().replace(from, selectionLength(), typed);
@@ -182,7 +188,7 @@ void CTdNumEdit::keyPressEvent(QKeyEvent *event)
 
 void CTdNumEdit::inputMethodEvent(QInputMethodEvent *event)
 {
-    qsizetype from = hasSelectedText() ? selectionStart() : cursorPosition();
+    qsizetype from = beginningOfSelection();
     qsizetype length = selectionLength();
     if (length == 0) {
         from = qBound<qsizetype>(0, from + event->replacementStart(), text().size());

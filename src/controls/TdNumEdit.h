@@ -58,6 +58,7 @@ protected:
 private:
     class RangeKeeper;
 
+    qsizetype beginningOfSelection() const;
     QString accepted(const QString &typed, qsizetype from, qsizetype length) const;
     bool isInRange(const QString &text) const;
     void checkNextChange();
