@@ -1701,5 +1701,85 @@ Die Datei ist keine Farbtabelle.</translation>
         <source>The precision must be from 0 to %1 decimals.</source>
         <translation>Die Genauigkeit muss 0 bis %1 Nachkommastellen betragen.</translation>
     </message>
+    <message>
+        <source>Open the slider</source>
+        <translation>Schieberegler öffnen</translation>
+    </message>
+    <message>
+        <source>Line Style</source>
+        <translation>Linienstil</translation>
+    </message>
+    <message>
+        <source>Fill Style</source>
+        <translation>Füllstil</translation>
+    </message>
+    <message>
+        <source>Point Symbol</source>
+        <translation>Punktsymbol</translation>
+    </message>
+    <message>
+        <source>&amp;Styles:</source>
+        <translation>&amp;Stile:</translation>
+    </message>
+    <message>
+        <source>Styles</source>
+        <translation>Stile</translation>
+    </message>
+    <message>
+        <source>Linear Gradient</source>
+        <translation>Linearer Verlauf</translation>
+    </message>
+    <message>
+        <source>Radial Gradient</source>
+        <translation>Radialer Verlauf</translation>
+    </message>
+    <message>
+        <source>Conical Gradient</source>
+        <translation>Konischer Verlauf</translation>
+    </message>
+    <message>
+        <source>Co&amp;lor:</source>
+        <translation>Fa&amp;rbe:</translation>
+    </message>
+    <message>
+        <source>&amp;Background:</source>
+        <translation>&amp;Hintergrund:</translation>
+    </message>
+    <message>
+        <source>O&amp;utline:</source>
+        <translation>&amp;Umriss:</translation>
+    </message>
+    <message>
+        <source>Outline &amp;width:</source>
+        <translation>Umriss&amp;breite:</translation>
+    </message>
+    <message>
+        <source>&amp;Width:</source>
+        <translation>&amp;Breite:</translation>
+    </message>
+    <message>
+        <source>S&amp;ize:</source>
+        <translation>&amp;Größe:</translation>
+    </message>
+    <message>
+        <source>&amp;Angle:</source>
+        <translation>&amp;Winkel:</translation>
+    </message>
+    <message>
+        <source>O&amp;pacity:</source>
+        <translation>&amp;Deckkraft:</translation>
+    </message>
+    <message>
+        <source>&amp;Ramp:</source>
+        <translation>&amp;Verlauf:</translation>
+    </message>
+    <message>
+        <source>Sample</source>
+        <translation>Probe</translation>
+    </message>
+    <message>
+        <source>A device or a pipe: nothing is read from it.</source>
+        <translation>Ein Gerät oder eine Pipe: daraus wird nichts gelesen.</translation>
+    </message>
 </context>
 </TS>
