@@ -38,6 +38,8 @@ QString time(const QDateTime &when)
 QString extent(const CTdFileInfo &info)
 {
     const CRect2D &all = info.extent;
+    if (info.hasSeveralSystems)
+        return ControlPages::text(QT_TRANSLATE_NOOP("ControlPages", "several coordinate systems"));
     if (!info.isWholeExtent || all.IsVoid())
         return QString();
     const auto number = [](double value) { return TxNumberText::general(value, 8); };
@@ -47,6 +49,7 @@ QString extent(const CTdFileInfo &info)
 
 constexpr Fact facts[] = {
     {QT_TRANSLATE_NOOP("ControlPages", "Kind:"), [](const CTdFileInfo &info) { return info.kind; }},
+    {QT_TRANSLATE_NOOP("ControlPages", "Driver:"), [](const CTdFileInfo &info) { return info.driver; }},
     {QT_TRANSLATE_NOOP("ControlPages", "Size:"),
      [](const CTdFileInfo &info) { return info.size > 0 ? QLocale().formattedDataSize(info.size) : QString(); }},
     {QT_TRANSLATE_NOOP("ControlPages", "Created:"), [](const CTdFileInfo &info) { return time(info.created); }},
@@ -54,6 +57,8 @@ constexpr Fact facts[] = {
     {QT_TRANSLATE_NOOP("ControlPages", "Datasets:"),
      [](const CTdFileInfo &info) { return info.datasetCount > 0 ? QString::number(info.datasetCount) : QString(); }},
     {QT_TRANSLATE_NOOP("ControlPages", "Extent:"), extent},
+    {QT_TRANSLATE_NOOP("ControlPages", "Coordinate system:"),
+     [](const CTdFileInfo &info) { return info.coordSysName; }},
     {QT_TRANSLATE_NOOP("ControlPages", "Pixels:"),
      [](const CTdFileInfo &info) {
          return info.imageSize.isValid() ? u"%1 × %2"_s.arg(info.imageSize.width()).arg(info.imageSize.height())

@@ -96,6 +96,7 @@ QPixmap GalleryStyles::drawDialog(CElemDatasetInfo::Type kind, bool isWrong)
     LayerStyleDialog dialog(QStringLiteral("Woods"), kind, style, QColor(0xf4, 0xf0, 0xe4));
     if (isWrong)
         dialog.findChildren<CTdNumEdit *>().last()->clear();
+    dialog.resize(dialog.sizeHint()); // a small screen at twice the size would limit it
     return photograph(dialog);
 }
 

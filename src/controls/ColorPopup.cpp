@@ -5,6 +5,7 @@
 #include "controls/ColorGrid.h"
 #include "res/StringId.h"
 
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -74,6 +75,16 @@ void ColorPopup::open(QWidget *owner, std::optional<COLORREF> color, bool mayBeN
     place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width() + 1)));
     place.moveTop(std::max(room.top(), place.top()));
     setGeometry(place);
+    setAttribute(Qt::WA_NoMouseReplay, false);
     show();
     m_grid->setFocus(Qt::PopupFocusReason);
+}
+
+void ColorPopup::mousePressEvent(QMouseEvent *event)
+{
+    // A press beside it closes it and goes on to what is there: on the button it would open it again.
+    const QWidget *owner = parentWidget();
+    if (owner->rect().contains(owner->mapFromGlobal(event->globalPosition().toPoint())))
+        setAttribute(Qt::WA_NoMouseReplay);
+    QFrame::mousePressEvent(event);
 }

@@ -26,6 +26,9 @@ Q_SIGNALS:
     /// The user wants to choose among all colours.
     void moreWanted();
 
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+
 private:
     ColorGrid *m_grid;
     QPushButton *m_none;

@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QPointer>
+#include <QRegularExpression>
 
 namespace {
 
@@ -23,6 +25,16 @@ auto withProfile(CTdProfileFile *profile, const Act &act)
         return act(*profile);
     CTdProfileFile own;
     return act(own);
+}
+
+/// The extensions in a filter "caption (*.png *.jpg)"; none for "*" and for patterns that are more than an extension.
+QStringList extensionsOf(const QString &filter)
+{
+    static const QRegularExpression pattern(QStringLiteral(R"(\*\.([^\s*?\[\])]+)(?=[\s)]))"));
+    QStringList extensions;
+    for (const QRegularExpressionMatch &match : pattern.globalMatch(filter))
+        extensions << match.captured(1);
+    return extensions;
 }
 
 } // namespace
@@ -60,6 +72,20 @@ QString CFileDialogEx::GetRememberedFolder(const QString &purpose, const CTdProf
 int CFileDialogEx::DoModal()
 {
     return exec() == QDialog::Accepted ? IdOk : IdCancel;
+}
+
+void CFileDialogEx::accept()
+{
+    const QString own = defaultSuffix(); // the host's
+    if (acceptMode() == AcceptSave) {
+        if (const QStringList extensions = extensionsOf(selectedNameFilter());
+            !extensions.isEmpty() && !extensions.contains(own, Qt::CaseInsensitive))
+            setDefaultSuffix(extensions.first());
+    }
+    const QPointer<CFileDialogEx> alive(this);
+    QFileDialog::accept(); // may ask before a file is overwritten, and stay open
+    if (alive && isVisible())
+        setDefaultSuffix(own); // another filter may be chosen now; else selectedFiles() still needs it
 }
 
 void CFileDialogEx::done(int result)

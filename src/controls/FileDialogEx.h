@@ -9,6 +9,9 @@ class FilePreview;
 
 /// A dialog to open or save a file, with a preview of what is selected: pictures as thumbnails, data files with their
 /// kind, size and extent. It begins in the folder where a file was last chosen for the same purpose.
+///
+/// A name without an extension is saved with the first extension of the filter that the user chose; with that of
+/// setDefaultSuffix() where it is one of the filter's, or the filter names none.
 class TDCOMMON_API CFileDialogEx : public QFileDialog
 {
     Q_OBJECT
@@ -40,6 +43,7 @@ public:
     static QString GetRememberedFolder(const QString &purpose, const CTdProfileFile &profile);
 
 protected:
+    void accept() override;
     void done(int result) override;
 
 private:

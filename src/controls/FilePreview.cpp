@@ -186,6 +186,8 @@ void FilePreview::showResult()
             add(TdStringId::FileDialogModified, locale.toString(m_info.modified, QLocale::ShortFormat));
         if (!m_info.kind.isEmpty())
             add(TdStringId::FileDialogKind, m_info.kind);
+        if (!m_info.driver.isEmpty())
+            add(TdStringId::FileDialogDriver, m_info.driver);
         if (m_info.imageSize.isValid())
             add(TdStringId::FileDialogPixels, locale.toString(m_info.imageSize.width()),
                 locale.toString(m_info.imageSize.height()));
@@ -194,6 +196,10 @@ void FilePreview::showResult()
         if (m_info.isWholeExtent && !m_info.extent.IsVoid())
             add(TdStringId::FileDialogExtent, number(m_info.extent.left), number(m_info.extent.bottom),
                 number(m_info.extent.right), number(m_info.extent.top));
+        if (!m_info.coordSysName.isEmpty())
+            add(TdStringId::FileDialogCoordSys, m_info.coordSysName);
+        if (m_info.hasSeveralSystems)
+            facts << CTdModule::LoadString(TdStringId::FileDialogSystems);
         if (const QString problem = m_info.GetProblem(); !problem.isEmpty() && m_thumbnail.isNull())
             facts << problem;
     }

@@ -4,6 +4,7 @@
 #include "engine/base/TxErrorMsg.h"
 #include "engine/data/TxDataSources.h"
 #include "engine/data/TxDataset.h"
+#include "engine/projection/TxPJCoordSys.h"
 #include "res/StringId.h"
 
 #include <QDeadlineTimer>
@@ -45,14 +46,27 @@ bool isWholeText(const QFileInfo &file)
 void readExtent(CTdFileInfo &info, const CTxDataSource &source)
 {
     const QDeadlineTimer end(patience);
-    info.isWholeExtent = true;
+    CTxPJCoordSys common;
     for (qint32 i = 0; i < source.GetDatasetCount(); ++i) {
-        if (end.hasExpired()) {
-            info.isWholeExtent = false;
+        if (end.hasExpired())
+            return;
+        const CTxDataset *dataset = source.GetDatasetAt(i);
+        const CRect2D bounds = dataset->GetBounds();
+        if (bounds.IsVoid())
+            continue; // it lies nowhere, whatever its system is
+        CTxPJCoordSys own;
+        dataset->GetProjection(own);
+        if (info.extent.IsVoid()) {
+            common = own;
+        } else if (!(own == common)) { // degrees and metres make no rectangle
+            info.extent = CRect2D();
+            info.hasSeveralSystems = true;
             return;
         }
-        info.extent.Union(source.GetDatasetAt(i)->GetBounds());
+        info.extent.Union(bounds);
     }
+    info.isWholeExtent = true;
+    info.coordSysName = common.GetName();
 }
 
 } // namespace
@@ -96,6 +110,7 @@ CTdFileInfo CTdFileInfo::Read(const QString &path)
     info.storage = source->GetEngineType();
     if (const CTxDataSourceStorage::Entry *row = CTxDataSourceStorage::find(info.storage))
         info.kind = row->caption;
+    info.driver = source->GetDriverName();
     info.datasetCount = source->GetDatasetCount();
     readExtent(info, *source);
     return info;

@@ -35,12 +35,15 @@ public:
     QDateTime created;
     QDateTime modified;
     CTxDataSourceStorage::Type storage = CTxDataSourceStorage::Unknown;
-    QString kind;               ///< what users call the storage (English)
-    int datasetCount = 0;       ///< of the datasource
-    CRect2D extent;             ///< of all datasets, in their coordinate systems as they are; void when it is not known
-    bool isWholeExtent = false; ///< every dataset has been asked; there is no time for thousands of them
-    QSize imageSize;            ///< of a picture, in pixels
-    QString message;            ///< the engine's words when it refused
+    QString kind;                   ///< what users call the storage (English)
+    QString driver;                 ///< the short name of the GDAL driver that opens it
+    int datasetCount = 0;           ///< of the datasource
+    CRect2D extent;                 ///< of all datasets that lie anywhere; void when it is not known
+    QString coordSysName;           ///< of the coordinate system that the extent is in; empty for none
+    bool hasSeveralSystems = false; ///< the datasets lie in different coordinate systems: they have no common extent
+    bool isWholeExtent = false;     ///< every dataset has been asked; there is no time for thousands of them
+    QSize imageSize;                ///< of a picture, in pixels
+    QString message;                ///< the engine's words when it refused
 
     /// Looks at the file or folder @p path, and leaves nothing open and nothing behind. Takes a few milliseconds, up to
     /// about a second where there are many datasets.

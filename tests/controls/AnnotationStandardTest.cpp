@@ -1,6 +1,7 @@
 #include "basic/TdProfileFile.h"
 #include "controls/TdAnnotationStandard.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -63,6 +64,18 @@ TEST(AnnotationStandard, OnlyValidValuesAreStoredAndRead)
     profile.WriteIntValue(section, QStringLiteral("Unit"), 77);
     profile.WriteIntValue(section, QStringLiteral("Precision"), 99);
     EXPECT_EQ(CTdAnnotationStandard::Load(profile), usual);
+    for (const QString &garbage :
+         {QStringLiteral("99999999999999999999"), QStringLiteral("nan"), QStringLiteral("\x01;=[\n]"),
+          QString(100000, u'9'), QStringLiteral("@Invalid()"), QStringLiteral("2 m")}) {
+        for (const char *key : {"TextHeight", "Font", "Unit", "Precision"})
+            profile.WriteStringValue(section, QString::fromLatin1(key), garbage);
+        EXPECT_EQ(CTdAnnotationStandard::Load(profile), usual) << garbage.left(20).toStdString();
+    }
+    QFile file(folder.filePath(QStringLiteral("profile.ini")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(5000, '\xff') + "[Annotation]\nUnit");
+    file.close();
+    EXPECT_EQ(CTdAnnotationStandard::Load(CTdProfileFile(file.fileName())), usual);
 }
 
 TEST(AnnotationStandard, LengthsAreWrittenWithUnitAndPrecision)

@@ -3,6 +3,8 @@
 #include "controls/FilePreview.h"
 #include "controls/TdFileInfo.h"
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -10,6 +12,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -50,6 +53,34 @@ TEST(FileInfo, TellsKindCountAndExtentAndLeavesNothingBehind)
     EXPECT_TRUE(info.GetProblem().isEmpty());
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
     EXPECT_TRUE(QFile::remove(path)); // nothing holds it open
+}
+
+TEST(FileInfo, OnlyOneCoordinateSystemMakesOneExtent)
+{
+    const QTemporaryDir folder;
+    const auto writeLayer = [&folder](const char *name, const char *epsg, const char *point) {
+        write(folder.filePath(QString::fromLatin1(name)),
+              QByteArray(R"({"type":"FeatureCollection","crs":{"type":"name","properties":{"name":"EPSG:)") + epsg +
+                  R"("}},"features":[{"type":"Feature","properties":{},"geometry":{"type":"Point","coordinates":)" +
+                  point + "}}]}");
+    };
+    // A virtual source of several layers: "b" lies in the system of "a", or in another.
+    for (const bool same : {true, false}) {
+        writeLayer("a.geojson", "4326", "[10,50]");
+        writeLayer("b.geojson", same ? "4326" : "32632", same ? "[12,51]" : "[760000,5540000]");
+        QByteArray text = "<OGRVRTDataSource>";
+        for (const char *layer : {"a", "b"})
+            text += QByteArray("<OGRVRTLayer name=\"") + layer + "\"><SrcDataSource relativeToVRT=\"1\">" + layer +
+                    ".geojson</SrcDataSource></OGRVRTLayer>";
+        write(folder.filePath(QStringLiteral("both.ovf")), text + "</OGRVRTDataSource>");
+        const CTdFileInfo info = CTdFileInfo::Read(folder.filePath(QStringLiteral("both.ovf")));
+        ASSERT_EQ(info.datasetCount, 2) << info.message.toStdString();
+        EXPECT_EQ(info.driver, QStringLiteral("OGR_VRT"));
+        EXPECT_EQ(info.hasSeveralSystems, !same);
+        EXPECT_EQ(info.isWholeExtent, same);
+        EXPECT_EQ(info.extent.IsVoid(), !same);
+        EXPECT_EQ(info.coordSysName, same ? QStringLiteral("WGS 84") : QString());
+    }
 }
 
 TEST(FileInfo, BrokenHugeAndMissingFilesAreQuickAndSayWhy)
@@ -175,6 +206,81 @@ TEST_F(FileDialog, RemembersTheFolderOfItsPurpose)
     EXPECT_EQ(CFileDialogEx(false, purpose, QString(), nullptr, &m_profile).directory().path(), m_folder.path());
     m_profile.WriteStringValue(QStringLiteral("Folders"), purpose, path("gone"));
     EXPECT_EQ(CFileDialogEx::GetRememberedFolder(purpose, m_profile), QString());
+}
+
+/// Answers the question whether a file is overwritten when it comes. @return whether it came
+bool answerQuestion(QMessageBox::StandardButton answer)
+{
+    auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (box)
+        QTest::mouseClick(box->button(answer), Qt::LeftButton);
+    return box != nullptr;
+}
+
+TEST_F(FileDialog, SavesWithTheExtensionOfTheFilterAndAsksBeforeItOverwrites)
+{
+    const struct
+    {
+        int filter;
+        const char *typed, *suffix, *saved;
+        bool asks;
+    } rows[] = {
+        {0, "new", "", "new.png", false},
+        {1, "new", "", "new.tar.gz", false},
+        {2, "new", "", "new", false},
+        {0, "new.bmp", "", "new.bmp", false},
+        {0, "new", "jpg", "new.jpg", false},
+        {0, "new", "xyz", "new.png", false},
+        {2, "points", "geojson", "points.geojson", true},
+        {0, "red", "", "red.png", true},
+    };
+    for (const auto &row : rows) {
+        CFileDialogEx dialog(false, QString(), QStringLiteral("Images|*.png;*.jpg|Packed|*.tar.gz|All files|*||"),
+                             nullptr, &m_profile);
+        dialog.setDirectory(m_folder.path());
+        dialog.setDefaultSuffix(QString::fromLatin1(row.suffix));
+        dialog.open();
+        dialog.selectNameFilter(dialog.nameFilters()[row.filter]);
+        auto *name = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        QTest::keyClicks(name, QString::fromLatin1(row.typed));
+        bool isAsked = false;
+        for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) { // No leaves it open
+            QTimer::singleShot(100, [&] { isAsked = answerQuestion(answer); });
+            if (dialog.isVisible())
+                QTest::keyClick(name, Qt::Key_Return);
+            EXPECT_EQ(dialog.isVisible(), row.asks && answer == QMessageBox::No) << row.typed;
+        }
+        QTest::qWait(120);
+        EXPECT_EQ(isAsked, row.asks) << row.typed;
+        EXPECT_EQ(dialog.GetPathName(), path(row.saved));
+        EXPECT_EQ(dialog.selectedFiles().value(0), path(row.saved));
+    }
+}
+
+TEST_F(FileDialog, ChoosesSeveralFilesInAFolderOfThousandsByKeys)
+{
+    const QDir many(m_folder.path());
+    ASSERT_TRUE(many.mkdir(QStringLiteral("many")));
+    for (int i = 0; i < 2000; ++i)
+        write(path("many/") + QStringLiteral("f%1.txt").arg(i, 5, 10, QChar(u'0')), "");
+    CFileDialogEx dialog(true, QString(), QString(), nullptr, &m_profile);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setDirectory(path("many"));
+    dialog.open();
+    dialog.setViewMode(QFileDialog::List);
+    auto *list = dialog.findChild<QAbstractItemView *>(QStringLiteral("listView"));
+    const auto count = [list] { return list->model()->rowCount(list->rootIndex()); };
+    ASSERT_TRUE(QTest::qWaitFor([&count] { return count() == 2000; }, 20000)) << count();
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Home);
+    for (int i = 0; i < 2; ++i)
+        QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+    QStringList names = dialog.GetPathNames();
+    names.sort();
+    EXPECT_EQ(names, QStringList({path("many/f00000.txt"), path("many/f00001.txt"), path("many/f00002.txt")}))
+        << names.join(u' ').toStdString();
 }
 
 } // namespace

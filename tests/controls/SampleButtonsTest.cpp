@@ -63,6 +63,22 @@ protected:
     int m_told = 0;
 };
 
+TEST_F(ColorButton, ASecondClickClosesTheDropDown)
+{
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        m_button.setLayoutDirection(direction);
+        const auto click = [this] { // as the platform sends it: to the window, which finds out who hears of it
+            QTest::mouseClick(m_button.windowHandle(), Qt::LeftButton, {}, m_button.rect().center());
+            QCoreApplication::processEvents();
+        };
+        for (const bool isOpen : {true, false, true, false}) {
+            click();
+            EXPECT_EQ(QApplication::activePopupWidget() != nullptr, isOpen);
+        }
+    }
+    EXPECT_EQ(m_told, 0);
+}
+
 TEST_F(ColorButton, ArrowKeysWalkTheTableOfDefaultColors)
 {
     const struct

@@ -29,6 +29,11 @@ CTxDataSourceStorage::Type CTxDataSource::GetEngineType() const
     return d->engineType;
 }
 
+QString CTxDataSource::GetDriverName() const
+{
+    return QString::fromUtf8(d->driver);
+}
+
 quint32 CTxDataSource::GetOpenOptions() const
 {
     return d->options;

@@ -67,6 +67,8 @@ public:
     const QString &GetPath() const;
     /// The kind of storage.
     CTxDataSourceStorage::Type GetEngineType() const;
+    /// The short name of the GDAL driver that opened it: "GPKG", "ESRI Shapefile", "GTiff".
+    QString GetDriverName() const;
     /// Flags of OpenOption; OpenReadOnly is there also when the storage cannot be written.
     quint32 GetOpenOptions() const;
     /// True for a database server.
