@@ -27,20 +27,10 @@ QLabel *makeLine(const QString &name)
     return line;
 }
 
-/// Lets Tab go from @p before through @p content.
-void takeIntoTabOrder(QWidget *before, QWidget *content)
+/// True when Tab may stop at @p widget. What hands the focus on is no stop of its own.
+bool isStop(const QWidget *widget)
 {
-    QList<QWidget *> members;
-    if (content->focusPolicy() & Qt::TabFocus)
-        members.append(content);
-    for (QWidget *next = content->nextInFocusChain(); next != content; next = next->nextInFocusChain()) {
-        if (content->isAncestorOf(next) && next->focusPolicy() & Qt::TabFocus)
-            members.append(next);
-    }
-    for (QWidget *member : members) {
-        QWidget::setTabOrder(before, member);
-        before = member;
-    }
+    return widget->focusPolicy() & Qt::TabFocus && !widget->focusProxy() && widget->isEnabled() && widget->isVisible();
 }
 
 } // namespace
@@ -88,8 +78,8 @@ ControlsWindow::ControlsWindow(QWidget *parent)
     top->addSpacing(9);
     top->addLayout(right, 1);
     auto *box = new QDialogButtonBox(QDialogButtonBox::Close);
-    for (QAbstractButton *button : box->buttons())
-        static_cast<QPushButton *>(button)->setAutoDefault(false); // Enter belongs to the controls
+    m_close = box->button(QDialogButtonBox::Close);
+    m_close->setAutoDefault(false); // Enter belongs to the controls
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(top, 1);
@@ -150,7 +140,6 @@ void ControlsWindow::turnTo(int index)
         if (content->layout())
             content->layout()->setContentsMargins(0, 0, 0, 0);
         layout->addWidget(content);
-        takeIntoTabOrder(m_list, content);
     }
     m_title->setText(ControlPages::text(page.title));
     m_classes->setText(QString::fromLatin1(page.classes).replace(u' ', QStringLiteral(", ")));
@@ -179,4 +168,23 @@ bool ControlsWindow::eventFilter(QObject *watched, QEvent *event)
 {
     noteCommand(event);
     return QDialog::eventFilter(watched, event);
+}
+
+bool ControlsWindow::focusNextPrevChild(bool next)
+{
+    // The list, the page, the button. Pages are made when they first show, so they stand last in Qt's own order, which
+    // QWidget::setTabOrder() cannot mend: it loses widgets of controls that hand the focus on to a part of them.
+    QList<QWidget *> stops{m_list};
+    const QWidget *page = m_pages->currentWidget();
+    for (QWidget *widget = page->nextInFocusChain(); widget != page; widget = widget->nextInFocusChain()) {
+        if (page->isAncestorOf(widget) && isStop(widget))
+            stops.append(widget);
+    }
+    stops.append(m_close);
+    const qsizetype at = stops.indexOf(focusWidget());
+    if (at < 0)
+        return QDialog::focusNextPrevChild(next);
+    stops[(at + (next ? 1 : stops.size() - 1)) % stops.size()]->setFocus(next ? Qt::TabFocusReason
+                                                                              : Qt::BacktabFocusReason);
+    return true;
 }

@@ -4,6 +4,7 @@
 
 class QLabel;
 class QListWidget;
+class QPushButton;
 class QStackedWidget;
 
 /// Shows every control of the library at work: a list of them at the left, at the right the control itself, what it
@@ -26,6 +27,7 @@ public:
 protected:
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void turnTo(int index);
@@ -38,5 +40,6 @@ private:
     QStackedWidget *m_pages;
     QLabel *m_value;
     QLabel *m_command;
+    QPushButton *m_close;
     QStringList m_values; ///< of each page, as it told last
 };

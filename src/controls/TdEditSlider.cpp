@@ -11,6 +11,7 @@
 
 #include <QEvent>
 #include <QKeyEvent>
+#include <QLabel>
 
 namespace {
 
@@ -20,13 +21,14 @@ constexpr int usualRange = 100;     // from -usualRange to usualRange
 
 } // namespace
 
-CTdEditSlider::CTdEditSlider(int commandId, QWidget *parent)
-    : QWidget(parent), m_commandId(commandId), m_frame(new CTdSliderFrame(this)), m_button(new CTdTriangleButton(this)),
-      m_edit(new CTdNumEdit(this))
+CTdEditSlider::CTdEditSlider(int commandId, QWidget *parent) : QWidget(parent), m_commandId(commandId)
 {
+    // In the order of Tab. The pop-up comes last: Qt takes what is made behind a window out of the order of Tab.
+    m_edit = new CTdNumEdit(this);
+    m_button = new CTdTriangleButton(this);
+    m_frame = new CTdSliderFrame(this);
     m_edit->SetEditMode(NumberInput::Whole);
     setFocusProxy(m_edit);
-    setTabOrder(m_edit, m_button);
     m_button->setProperty("controlId", 1);
     m_button->setAccessibleName(CTdModule::LoadString(TdStringId::OpenSlider));
     m_edit->setProperty("controlId", 2);
@@ -185,6 +187,20 @@ void CTdEditSlider::changeEvent(QEvent *event)
     default:
         break;
     }
+}
+
+void CTdEditSlider::showEvent(QShowEvent *)
+{
+    // The edit has the focus, so it must bear the name of the control, or of the label beside it.
+    QString name = accessibleName();
+    if (name.isEmpty() && parentWidget()) {
+        for (const auto *label : parentWidget()->findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (label->buddy() == this)
+                name = label->text().remove(u'&');
+        }
+    }
+    if (!name.isEmpty())
+        m_edit->setAccessibleName(name);
 }
 
 void CTdEditSlider::hideEvent(QHideEvent *)

@@ -74,6 +74,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void moveEvent(QMoveEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -89,11 +90,11 @@ private:
     void tellCommand() const;
 
     int m_commandId;
-    CTdSliderFrame *m_frame;
-    CTdTriangleButton *m_button;
+    CTdSliderFrame *m_frame = nullptr;
+    CTdTriangleButton *m_button = nullptr;
     int m_image = -1;
     const QList<QIcon> *m_images = nullptr; // not owned
-    CTdNumEdit *m_edit;
+    CTdNumEdit *m_edit = nullptr;
     bool m_enabled = false;
     QString m_before; // what the edit showed when the slider opened
     Qt::Orientation m_orientation = Qt::Horizontal;

@@ -8,8 +8,11 @@
 #include "controls/TdSliderFrame.h"
 #include "controls/TdTriangleButton.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDataStream>
+#include <QFormLayout>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPointer>
 #include <QScreen>
@@ -197,6 +200,29 @@ TEST_F(EditSlider, ThePopUpStaysOnTheScreenAndHidesWhenItsPlaceChanges)
     m_control->setParent(nullptr);
     between.setParent(nullptr);
     delete m_control;
+}
+
+TEST(EditSliderInAForm, TabGoesThroughItAndItHasItsLabelsName)
+{
+    QWidget form;
+    auto *layout = new QFormLayout(&form);
+    auto *before = new QLineEdit;
+    auto *control = new CTdEditSlider; // made before it has a parent
+    auto *behind = new QLineEdit;
+    layout->addRow(u"Before"_s, before);
+    layout->addRow(u"&Percentage:"_s, control);
+    layout->addRow(u"Behind"_s, behind);
+    control->EnableWindowX(1);
+    form.show();
+    form.activateWindow();
+    before->setFocus();
+    for (QWidget *stop : {static_cast<QWidget *>(control->GetEdit()), static_cast<QWidget *>(control->GetButton()),
+                          static_cast<QWidget *>(behind)}) {
+        QTest::keyClick(form.focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(form.focusWidget(), stop);
+    }
+    QAccessibleInterface *read = QAccessible::queryAccessibleInterface(control->GetEdit());
+    EXPECT_EQ(read->text(QAccessible::Name).toStdString(), "Percentage:");
 }
 
 TEST(EditSliderButton, CopiesStayInStep)

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSet>
 #include <QToolBar>
 #include <QWheelEvent>
 
@@ -45,9 +46,25 @@ TEST_F(Controls, EveryPageIsReachedByKeysAndTellsItsValue)
         list->setFocus();
         const std::string title = list->currentItem()->text().toStdString();
         EXPECT_FALSE(m_window->valueText().isEmpty()) << title;
-        QTest::keyClick(list, Qt::Key_Tab);
-        QWidget *focus = m_window->focusWidget();
-        EXPECT_TRUE(focus && m_window->page()->isAncestorOf(focus)) << title << " has no place for the keyboard";
+        QSet<QWidget *> stops;
+        for (QWidget *widget : m_window->page()->findChildren<QWidget *>()) {
+            const bool isStop = widget->focusPolicy() & Qt::TabFocus && !widget->focusProxy();
+            if (isStop && widget->isEnabled() && widget->isVisible())
+                stops.insert(widget);
+        }
+        EXPECT_FALSE(stops.isEmpty()) << title << " has no place for the keyboard";
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            QSet<QWidget *> missed = stops;
+            qsizetype steps = stops.size() + 1; // and the button
+            for (; steps >= 0; --steps) {
+                QTest::keyClick(m_window->focusWidget(), key);
+                missed.remove(m_window->focusWidget());
+                if (m_window->focusWidget() == list)
+                    break;
+            }
+            EXPECT_TRUE(m_window->focusWidget() == list && steps == 0) << title << " holds the keyboard";
+            EXPECT_TRUE(missed.isEmpty()) << title << " hides " << (*missed.begin())->metaObject()->className();
+        }
         QTest::keyClick(list, Qt::Key_Down);
     }
 }
