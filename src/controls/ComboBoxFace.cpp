@@ -65,7 +65,12 @@ void ComboBoxFace::setEditable(bool editable)
     if (!edit)
         return;
     connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
-        if (const QString text = edit->text(); text != m_text)
+        const QString text = edit->text();
+        if (text == m_text)
+            return;
+        if (window()->isHidden()) // nobody has finished: the window goes, and takes the focus along
+            showEntry(m_index, m_text);
+        else
             Q_EMIT typed(text);
     });
     edit->installEventFilter(this);
@@ -87,7 +92,8 @@ void ComboBoxFace::describe(const QString &name, const QString &toolTip)
 {
     m_name = name;
     m_box->setAccessibleName(name);
-    setToolTip(toolTip); // the box has it from here
+    m_box->setAccessibleDescription(name); // the name of a combo box is told as its text on some systems
+    setToolTip(toolTip);                   // the box has it from here
     setAccessibleName(name);
     setAccessibleDescription(m_text);
 }

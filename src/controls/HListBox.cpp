@@ -1,9 +1,9 @@
 #include "controls/HListBox.h"
 
 #include "common/IconPlateDelegate.h"
+#include "controls/RowSelection.h"
 
-#include <QItemSelection>
-#include <QSignalBlocker>
+#include <QItemSelectionModel>
 
 CHListBox::CHListBox(QWidget *parent) : QListWidget(parent)
 {
@@ -20,64 +20,20 @@ bool CHListBox::canSelect(int row) const
     return (item(row)->flags() & wanted) == wanted && !isRowHidden(row);
 }
 
-/// For every row whether it is selected. Asking row by row would search all ranges each time.
-QList<bool> CHListBox::selectedRows() const
-{
-    QList<bool> rows(count(), false);
-    for (const QItemSelectionRange &range : selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            rows[row] = true;
-    }
-    return rows;
-}
-
-void CHListBox::selectRows(const QList<bool> &wanted)
-{
-    const QList<bool> before = selectedRows();
-    const QItemSelection selected = rangesOf(wanted, before);
-    const QItemSelection deselected = rangesOf(before, wanted);
-    if (selected.isEmpty() && deselected.isEmpty())
-        return;
-    // The selection model compares every old range with every new one, which takes seconds with thousands of them. So
-    // it is emptied and filled anew in silence, and told of here.
-    {
-        const QSignalBlocker silence(selectionModel());
-        selectionModel()->clearSelection();
-        selectionModel()->select(rangesOf(wanted, {}), QItemSelectionModel::Select);
-    }
-    Q_EMIT selectionModel()->selectionChanged(selected, deselected);
-}
-
-/// The runs of rows that are in @p rows but not in @p others.
-QItemSelection CHListBox::rangesOf(const QList<bool> &rows, const QList<bool> &others) const
-{
-    const auto isIn = [&](int row) { return row < rows.size() && rows[row] && !(row < others.size() && others[row]); };
-    QItemSelection ranges;
-    for (int row = 0; row < rows.size(); ++row) {
-        if (!isIn(row))
-            continue;
-        const int first = row;
-        while (isIn(row + 1))
-            ++row;
-        ranges.append(QItemSelectionRange(model()->index(first, 0), model()->index(row, 0)));
-    }
-    return ranges;
-}
-
 void CHListBox::SelectAllItems()
 {
     QList<bool> rows(count(), false);
     for (int row = 0; row < rows.size(); ++row)
         rows[row] = canSelect(row);
-    selectRows(rows);
+    RowSelection::set(*selectionModel(), rows);
 }
 
 void CHListBox::ReverseSelect()
 {
-    QList<bool> rows = selectedRows();
+    QList<bool> rows = RowSelection::of(*selectionModel());
     for (int row = 0; row < rows.size(); ++row)
         rows[row] = !rows[row] && canSelect(row);
-    selectRows(rows);
+    RowSelection::set(*selectionModel(), rows);
 }
 
 int CHListBox::GetSelCount() const
@@ -88,7 +44,7 @@ int CHListBox::GetSelCount() const
 QList<int> CHListBox::GetSelItems() const
 {
     QList<int> items;
-    const QList<bool> rows = selectedRows();
+    const QList<bool> rows = RowSelection::of(*selectionModel());
     for (int row = 0; row < rows.size(); ++row) {
         // A range may span an entry that cannot be selected.
         if (rows[row] && (item(row)->flags() & Qt::ItemIsSelectable) && (item(row)->flags() & Qt::ItemIsEnabled))

@@ -26,8 +26,5 @@ public:
     QList<int> GetSelItems() const;
 
 private:
-    QList<bool> selectedRows() const;
-    void selectRows(const QList<bool> &wanted);
-    QItemSelection rangesOf(const QList<bool> &rows, const QList<bool> &others) const;
     bool canSelect(int row) const;
 };

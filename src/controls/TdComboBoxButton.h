@@ -30,7 +30,8 @@ public:
 
     int GetCommandId() const { return m_commandId; }
     int GetWidth() const { return m_width; }
-    /// True when the user may type a text of his own; it counts from Enter or when the box loses the focus.
+    /// True when the user may type a text of his own; it counts from Enter or when the box loses the focus, but not by
+    /// the end of its window.
     bool IsEditable() const { return m_isEditable; }
     void SetEditable(bool editable);
 

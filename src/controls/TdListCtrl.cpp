@@ -2,8 +2,10 @@
 
 #include "controls/CellDelegate.h"
 #include "controls/ReportModel.h"
+#include "controls/RowSelection.h"
 #include "controls/TdHeaderCtrl.h"
 
+#include <QItemSelectionModel>
 #include <QLoggingCategory>
 #include <QPointer>
 
@@ -189,6 +191,14 @@ bool CTdListCtrl::DeleteItem(int row)
 
 int CTdListCtrl::DeleteItems(const QList<int> &rows)
 {
+    if (rows.size() > 1) { // the selection model forgets thousands of ranges one by one
+        QList<bool> kept = RowSelection::of(*selectionModel());
+        for (const int row : rows) {
+            if (row >= 0 && row < kept.size())
+                kept[row] = false;
+        }
+        RowSelection::set(*selectionModel(), kept);
+    }
     return m_model->removeRows(rows);
 }
 
@@ -246,15 +256,23 @@ int CTdListCtrl::GetSelCount() const
 
 QList<int> CTdListCtrl::GetSelItems() const
 {
-    // The ranges of a selection may overlap in rows when a host selected single cells.
-    QList<int> rows;
-    for (const QItemSelectionRange &range : selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            rows.append(row);
+    QList<int> items;
+    const QList<bool> rows = RowSelection::of(*selectionModel());
+    for (int row = 0; row < rows.size(); ++row) {
+        if (rows[row])
+            items.append(row);
     }
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    return rows;
+    return items;
+}
+
+void CTdListCtrl::SetSelItems(const QList<int> &rows)
+{
+    QList<bool> wanted(GetItemCount(), false);
+    for (const int row : rows) {
+        if (row >= 0 && row < wanted.size())
+            wanted[row] = true;
+    }
+    RowSelection::set(*selectionModel(), wanted);
 }
 
 int CTdListCtrl::GetCurItem() const

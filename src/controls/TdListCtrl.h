@@ -70,6 +70,9 @@ public:
     int GetSelCount() const;
     /// The selected rows, ascending.
     QList<int> GetSelItems() const;
+    /// Selects @p rows and no others, in one go however many they are; those out of range are left out. The current row
+    /// stays.
+    void SetSelItems(const QList<int> &rows);
     /// The current row, -1 when there is none.
     int GetCurItem() const;
     /// Selects one row only, makes it current and scrolls to it. @return false when out of range.

@@ -3,6 +3,7 @@
 #include "controls/TdImageComboBox.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QDataStream>
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -269,6 +270,28 @@ TEST(ComboBoxButton, SurvivesAListenerThatDeletesIt)
     box->setFocus();
     QTest::keyClick(box, Qt::Key_Down);
     EXPECT_EQ(CTdComboBoxButton::GetByCmd(7), nullptr);
+}
+
+TEST(ComboBoxButton, TellsOfNoTextThatIsTypedWhenItsWindowGoes)
+{
+    CTdComboBoxButton button(7);
+    button.SetEditable(true);
+    const QSignalSpy chosen(&button, &CTdComboBoxButton::chosen);
+    for (const bool isDeleted : {false, true}) {
+        Host host;
+        host.addToolBar(QString())->addAction(&button);
+        host.show();
+        QApplication::setActiveWindow(&host);
+        auto *box = host.findChild<QComboBox *>();
+        box->setFocus();
+        QTest::keyClicks(box->lineEdit(), QStringLiteral("typed"));
+        ASSERT_TRUE(box->lineEdit()->hasFocus());
+        if (!isDeleted) {
+            host.close();
+            EXPECT_TRUE(box->currentText().isEmpty());
+        }
+    }
+    EXPECT_EQ(chosen.size(), 0);
 }
 
 } // namespace

@@ -449,6 +449,18 @@ TEST(DragListCtrl, MovesAndScrollsAmongManyRows)
     EXPECT_EQ(list.DeleteItems({4, 2, 2, -1, many, 0}), 3);
     EXPECT_EQ(removed.count(), 1);
     EXPECT_EQ(column(list, 0).mid(0, 3), (QStringList{u"0"_s, u"2"_s, u"4"_s}));
+    QSignalSpy changed(list.selectionModel(), &QItemSelectionModel::selectionChanged);
+    QList<int> odd;
+    for (int row = 1; row < list.GetItemCount(); row += 2)
+        odd += row;
+    list.selectAll();
+    timer.start();
+    list.SetSelItems(odd + QList<int>{-1, many}); // the selection model itself takes time by the square of the ranges
+    EXPECT_EQ(list.GetSelItems(), odd);
+    EXPECT_EQ(changed.count(), 2);
+    EXPECT_EQ(list.DeleteItems(odd), odd.size());
+    EXPECT_EQ(list.GetSelCount(), 0);
+    EXPECT_LT(timer.elapsed(), 1000);
     const QList<int> none;
     EXPECT_FALSE(list.MoveItems(none, 0));
     EXPECT_FALSE(list.MoveItems({-1}, 3));
