@@ -19,7 +19,9 @@ QLabel *makeLine(const QString &name)
 {
     auto *line = new QLabel;
     line->setTextFormat(Qt::PlainText);
-    line->setWordWrap(true); // a long value must not widen the window
+    QSizePolicy policy = line->sizePolicy();
+    policy.setHorizontalPolicy(QSizePolicy::Ignored); // a long word must not widen the window
+    line->setSizePolicy(policy);
     line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     line->setFocusPolicy(Qt::ClickFocus);
     line->setWordWrap(true); // paths may be long
@@ -53,6 +55,7 @@ ControlsWindow::ControlsWindow(QWidget *parent)
     font.setBold(true);
     m_title->setFont(font);
     m_classes->setWordWrap(false);
+    m_classes->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     m_classes->setForegroundRole(QPalette::PlaceholderText);
     m_what->setWordWrap(true);
     m_what->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -133,9 +136,10 @@ void ControlsWindow::turnTo(int index)
         auto *layout = new QVBoxLayout(place);
         layout->setContentsMargins(0, 0, 0, 0);
         QWidget *content = page.make(place, [this, index](const QString &value) {
-            m_values[index] = value;
+            constexpr qsizetype most = 300; // whatever was pasted, a few lines tell of it
+            m_values[index] = value.size() > most ? value.left(most) + QChar(0x2026) : value;
             if (index == m_list->currentRow())
-                m_value->setText(value);
+                m_value->setText(m_values.at(index));
         });
         if (content->layout())
             content->layout()->setContentsMargins(0, 0, 0, 0);

@@ -1781,5 +1781,17 @@ Die Datei ist keine Farbtabelle.</translation>
         <source>A device or a pipe: nothing is read from it.</source>
         <translation>Ein Gerät oder eine Pipe: daraus wird nichts gelesen.</translation>
     </message>
+    <message>
+        <source>Driver: %1</source>
+        <translation>Treiber: %1</translation>
+    </message>
+    <message>
+        <source>Coordinate system: %1</source>
+        <translation>Koordinatensystem: %1</translation>
+    </message>
+    <message>
+        <source>Extent: several coordinate systems</source>
+        <translation>Ausdehnung: mehrere Koordinatensysteme</translation>
+    </message>
 </context>
 </TS>
