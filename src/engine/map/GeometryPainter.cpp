@@ -95,6 +95,11 @@ GeometryPainter::GeometryPainter(const MapView &view, const TxLayerStyle &style,
         m_pen.setCapStyle(Qt::SquareCap);
 }
 
+bool GeometryPainter::isSlow() const
+{
+    return m_line || m_style.fillGradient != TxGradientKind::None || m_style.fillAngle != 0;
+}
+
 void GeometryPainter::setSurface(double lowest, double highest)
 {
     m_surface = std::pair(lowest, highest);

@@ -36,8 +36,9 @@ public:
     GeometryPainter(const MapView &view, const TxLayerStyle &style, std::shared_ptr<const TxReprojector> reprojector,
                     qreal pixelRatio, const QFont &font);
 
-    /// True when it has a line of a style other than the plain one, which may take a hundred times as long.
-    bool isSlow() const { return m_line != nullptr; }
+    /// True when a geometry may take a hundred times as long as a plain one: with a line of another style, or an area
+    /// whose every pixel is worked out.
+    bool isSlow() const;
 
     /// Shades regions with heights face by face, as a surface between @p lowest and @p highest.
     void setSurface(double lowest, double highest);

@@ -10,16 +10,18 @@ constexpr auto Solid = FillStyles::Kind::Solid;
 constexpr auto Empty = FillStyles::Kind::Empty;
 constexpr auto Pattern = FillStyles::Kind::Pattern;
 
+// Lines that go on in the next tile end where it begins: edges that lie on one another would be darker.
+
 // hatches
 constexpr StyleShape horizontal[] = {{"R 0 7 16 2"}};
 constexpr StyleShape vertical[] = {{"R 7 0 2 16"}};
-constexpr StyleShape rising[] = {{"M -4 20 L 20 -4", 1.6}};
-constexpr StyleShape falling[] = {{"M -4 -4 L 20 20", 1.6}};
+constexpr StyleShape rising[] = {{"M 0 16 L 16 0", 1.6}};
+constexpr StyleShape falling[] = {{"M 0 0 L 16 16", 1.6}};
 constexpr StyleShape grid[] = {{"R 0 7 16 2 R 7 0 2 7 R 7 9 2 7"}};
-constexpr StyleShape diagonalGrid[] = {{"M -4 20 L 20 -4", 1.6}, {"M -4 -4 L 20 20", 1.6}};
-constexpr StyleShape pairs[] = {{"M -4 20 L 20 -4 M -4 25 L 25 -4", 1.6}};
+constexpr StyleShape diagonalGrid[] = {{"M 0 16 L 16 0", 1.6}, {"M 0 0 L 16 16", 1.6}};
+constexpr StyleShape pairs[] = {{"M 0 16 L 16 0 M 5 16 L 21 0", 1.6}};
 constexpr StyleShape dashes[] = {{"R 1 3 9 2 R 9 11 9 2"}};
-constexpr StyleShape zigzag[] = {{"M -4 4 L 0 8 L 8 0 L 16 8 L 20 4", 1.6}};
+constexpr StyleShape zigzag[] = {{"M 0 8 L 8 0 L 16 8", 1.6}};
 constexpr StyleShape checks[] = {{"R 0 0 8 8 R 8 8 8 8"}};
 
 // marks
@@ -53,7 +55,7 @@ constexpr StyleShape marsh[] = {{"M 0.5 7 L 8.5 7 M 8.5 15 L 16.5 15 M 4.5 6.4 L
                                  1.1}};
 constexpr StyleShape vineyard[] = {
     {"M 4 7.6 L 4 0.8 M 4 3 Q 8.6 1.6 7.2 5.4 M 12 15.6 L 12 8.8 M 12 11 Q 16.6 9.6 15.2 13.4", 1.2}};
-constexpr StyleShape waves[] = {{"M -4 8 Q 0 2 4 8 Q 8 14 12 8 Q 16 2 20 8", 1.5}};
+constexpr StyleShape waves[] = {{"M 4 8 Q 8 14 12 8 Q 16 2 20 8", 1.5}};
 constexpr StyleShape graves[] = {{"M 4 0.8 L 4 7.2 M 2 2.8 L 6 2.8 M 12 8.8 L 12 15.2 M 10 10.8 L 14 10.8", 1.3}};
 constexpr StyleShape tiles[] = {
     {"M 0 0 Q 0 8 8 8 Q 16 8 16 0 M -8 8 Q -8 16 0 16 Q 8 16 8 8 Q 8 16 16 16 Q 24 16 24 8", 1.2}};

@@ -119,6 +119,27 @@ StyleDrawing::StyleDrawing(std::span<const StyleShape> shapes)
         m_pieces.push_back({parsed(shape.path), shape.pen});
 }
 
+StyleDrawing StyleDrawing::repeated(const QSizeF &tile) const
+{
+    StyleDrawing all;
+    for (const Piece &piece : m_pieces) {
+        QPainterPath copies;
+        copies.setFillRule(piece.path.fillRule());
+        // A pen may be drawn wider than it is, at most as wide as a quarter of the tile.
+        const double reach = std::max(piece.pen, tile.width() / 4);
+        const QRectF seen(QPointF(), tile);
+        for (const int down : {-1, 0, 1}) {
+            for (const int right : {-1, 0, 1}) {
+                const QPainterPath copy = piece.path.translated(right * tile.width(), down * tile.height());
+                if (copy.controlPointRect().adjusted(-reach, -reach, reach, reach).intersects(seen))
+                    copies.addPath(copy);
+            }
+        }
+        all.m_pieces.push_back({copies, piece.pen});
+    }
+    return all;
+}
+
 void StyleDrawing::paint(QPainter &painter, const QColor &color, double thinnest) const
 {
     for (const Piece &piece : m_pieces) {

@@ -27,6 +27,10 @@ public:
     StyleDrawing() = default;
     explicit StyleDrawing(std::span<const StyleShape> shapes);
 
+    /// The drawing with all of its neighbours that reach into the tile from (0, 0) to @p tile, when it is repeated over
+    /// and over. As each shape is one path, no seam shows where a shape goes on in the next tile.
+    StyleDrawing repeated(const QSizeF &tile) const;
+
     /// Paints it around the painter's origin. No pen is thinner than @p thinnest, in the drawing's own units.
     void paint(QPainter &painter, const QColor &color, double thinnest = 0) const;
     /// Paints what reaches @p width around every shape.

@@ -42,21 +42,22 @@ struct CTxFillStyle::Private
         const double unit = size / FillStyles::tileWidth * scale;
         tile = QImage(pixelsOf(FillStyles::tileWidth * unit), pixelsOf(row.tileHeight * unit),
                       QImage::Format_ARGB32_Premultiplied);
-        tile.fill(back);
+        tile.fill(Qt::transparent);
         QPainter painter(&tile);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.scale(tile.width() / FillStyles::tileWidth, tile.height() / row.tileHeight);
-        const StyleDrawing drawing(row.shapes);
-        const double thinnest = std::min(1 / unit, FillStyles::tileWidth / 4);
-        // What reaches over an edge comes in at the other side.
-        for (const int down : {-1, 0, 1}) {
-            for (const int right : {-1, 0, 1}) {
-                painter.save();
-                painter.translate(right * FillStyles::tileWidth, down * row.tileHeight);
-                drawing.paint(painter, fore, thinnest);
-                painter.restore();
-            }
-        }
+        // Wider than a pixel: thinner pens draw segment by segment, and it shows where segments lie on one another.
+        const double thinnest = std::min(1.01 / unit, FillStyles::tileWidth / 4);
+        // Opaque, made transparent as a whole: crossings are no darker than the lines that cross.
+        QColor opaque = fore;
+        opaque.setAlpha(255);
+        const QSizeF tileSize(FillStyles::tileWidth, row.tileHeight);
+        StyleDrawing(row.shapes).repeated(tileSize).paint(painter, opaque, thinnest);
+        const QRectF all(QPointF(), tileSize);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        painter.fillRect(all, QColor(0, 0, 0, fore.alpha()));
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
+        painter.fillRect(all, back);
         return tile;
     }
 };

@@ -257,6 +257,37 @@ TEST(FillStyles, GoOnInOneAnotherAndTurn)
     EXPECT_FALSE(brush.textureImage().isNull());
 }
 
+TEST(FillStyles, ShowNoSeamsBetweenTiles)
+{
+    struct Row
+    {
+        qint32 style;
+        int up; // how the lines run
+    };
+    for (const Row &row : {Row{4, 1}, Row{5, -1}}) {
+        for (const int size : {16, 20, 33}) {
+            const int side = 3 * size;
+            const QImage image = drawn({side + 5, side + 10}, [&](QPainter &painter) {
+                QPainterPath path;
+                path.addRect(0, 0, side + 5, side + 10);
+                CTxFillStyle(row.style, QColor(0, 0, 0, 100), Qt::transparent, size, 0).FillPath(&painter, path);
+            });
+            int most = 0;
+            int uneven = 0;
+            for (int y = 5; y < side + 5; ++y) {
+                for (int x = 0; x < side; ++x) {
+                    const int alpha = qAlpha(image.pixel(x, y));
+                    most = std::max(most, alpha);
+                    uneven += std::abs(alpha - qAlpha(image.pixel(x + 5, y - 5 * row.up))) > 12;
+                }
+            }
+            EXPECT_LE(most, 101) << row.style << " of size " << size << " is darker where tiles meet";
+            // But for the corners, ten pixels in each of 3 x 3 tiles at most.
+            EXPECT_LE(uneven, 10 * 3 * 3) << row.style << " of size " << size << " changes along its lines";
+        }
+    }
+}
+
 TEST(EspecialFill, GradientsRunWhereTheyAreSent)
 {
     struct Row
