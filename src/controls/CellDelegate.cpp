@@ -2,6 +2,7 @@
 
 #include "common/TdModule.h"
 #include "controls/ChoiceEditor.h"
+#include "controls/DrawnText.h"
 #include "controls/ReportModel.h"
 #include "controls/TdMouseHook.h"
 #include "res/StringId.h"
@@ -15,6 +16,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -43,6 +45,7 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
         editor = choice;
     } else if (column->editor.kind == CellEditor::Text) {
         auto *line = new QLineEdit(parent);
+        line->setMaxLength(std::numeric_limits<int>::max()); // or an edit would cut a long text off
         line->setAlignment(column->alignment);
         line->setValidator(column->editor.typed);
         connect(line, &QLineEdit::textEdited, self, &CellDelegate::withdrawMessage);
@@ -178,6 +181,11 @@ QSize CellDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInd
 {
     const QSize size = QStyledItemDelegate::sizeHint(option, index);
     return {size.width(), std::max(size.height(), option.fontMetrics.height() + editorMargin)};
+}
+
+QString CellDelegate::displayText(const QVariant &value, const QLocale &locale) const
+{
+    return QStyledItemDelegate::displayText(drawnText(value.toString()), locale);
 }
 
 void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const

@@ -36,6 +36,8 @@ public:
                               const QModelIndex &index) const override;
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    /// What is drawn and measured of a cell's text: the beginning of one that no screen has room for.
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;

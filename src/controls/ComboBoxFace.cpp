@@ -1,5 +1,6 @@
 #include "controls/ComboBoxFace.h"
 
+#include "controls/DrawnText.h"
 #include "controls/TdAutoWidthComboBox.h"
 
 #include <QAbstractItemModel>
@@ -17,6 +18,13 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr int anyLength = std::numeric_limits<int>::max(); // or an edit would cut a long text off
+
+} // namespace
 
 ComboBoxFace::ComboBoxFace(QAbstractItemModel *entries, int length, QWidget *parent)
     : QWidget(parent), m_entries(entries), m_box(new CTdAutoWidthComboBox(this)), m_length(length)
@@ -60,8 +68,10 @@ void ComboBoxFace::setLength(int length)
 void ComboBoxFace::setEditable(bool editable)
 {
     m_box->setEditable(editable);
-    showEntry(m_index, m_text);
     QLineEdit *edit = m_box->lineEdit();
+    if (edit)
+        edit->setMaxLength(anyLength);
+    showEntry(m_index, m_text);
     if (!edit)
         return;
     connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
@@ -135,7 +145,8 @@ void ComboBoxFace::paintEvent(QPaintEvent *)
     if (m_panel)
         option.state |= QStyle::State_On;
     const QRect field = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-    option.currentText = fontMetrics().elidedText(m_text.isEmpty() ? m_name : m_text, Qt::ElideRight, field.width());
+    option.currentText =
+        fontMetrics().elidedText(drawnText(m_text.isEmpty() ? m_name : m_text), Qt::ElideRight, field.width());
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }
@@ -196,7 +207,9 @@ void ComboBoxFace::dropDown()
     connect(m_panel, &QObject::destroyed, this, [this] { update(); });
     QLineEdit *edit = nullptr;
     if (m_box->isEditable()) {
-        edit = new QLineEdit(m_text, m_panel);
+        edit = new QLineEdit(m_panel);
+        edit->setMaxLength(anyLength);
+        edit->setText(m_text);
         edit->setAccessibleName(m_name);
         m_panel->layout()->addWidget(edit);
         connect(edit, &QLineEdit::returnPressed, this, [this, edit] {

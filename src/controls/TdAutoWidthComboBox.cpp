@@ -1,6 +1,7 @@
 #include "controls/TdAutoWidthComboBox.h"
 
 #include "common/IconPlateDelegate.h"
+#include "controls/DrawnText.h"
 #include "engine/ui/TxWheelGuard.h"
 
 #include <QLineEdit>
@@ -136,6 +137,7 @@ void CTdAutoWidthComboBox::hidePopup()
 void CTdAutoWidthComboBox::initStyleOption(QStyleOptionComboBox *option) const
 {
     QComboBox::initStyleOption(option);
+    option->currentText = drawnText(option->currentText);
     // Some styles drop the list of a box that is not editable as a menu: as high as the screen, without a scroll bar.
     option->editable = option->editable || m_showsLongList;
 }

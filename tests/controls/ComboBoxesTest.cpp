@@ -272,6 +272,23 @@ TEST(ComboBoxButton, SurvivesAListenerThatDeletesIt)
     EXPECT_EQ(CTdComboBoxButton::GetByCmd(7), nullptr);
 }
 
+TEST(ComboBoxButton, KeepsALongTextWhenItsEditIsLeft)
+{
+    CTdComboBoxButton button(5);
+    button.SetEditable(true);
+    const QString text = QString(40000, u'W'); // line edits take less by themselves
+    button.SetText(text);
+    QToolBar bar;
+    bar.addAction(&button);
+    bar.show();
+    QApplication::setActiveWindow(&bar);
+    auto *edit = bar.findChild<QLineEdit *>();
+    ASSERT_TRUE(edit);
+    edit->setFocus();
+    edit->clearFocus();
+    EXPECT_TRUE(button.GetText() == text);
+}
+
 TEST(ComboBoxButton, TellsOfNoTextThatIsTypedWhenItsWindowGoes)
 {
     CTdComboBoxButton button(7);

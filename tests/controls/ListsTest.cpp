@@ -299,6 +299,27 @@ TEST(ListCtrlEx, TheWheelScrollsAndChangesNoChoice)
     EXPECT_FALSE(wheel.isAccepted());
 }
 
+TEST(ListCtrlEx, DrawsTheBeginningOfAHugeTextAndKeepsAllOfIt)
+{
+    EditedList test;
+    const QString huge = u"W"_s.repeated(1000000);
+    for (const QString &end : {u"b"_s, u"a"_s})
+        test.list.InsertItem(-1, huge + end);
+    QElapsedTimer clock;
+    clock.start();
+    test.list.grab();
+    EXPECT_LT(clock.elapsed(), 500); // seconds when all of it is laid out
+    test.list.SortItems(0);          // by what is not drawn
+    EXPECT_TRUE(test.list.GetItemText(2, 0) == huge + u'a');
+    const QString text = huge.left(40000); // line edits take less by themselves
+    test.list.SetItemText(2, 0, text);
+    ASSERT_TRUE(test.list.EditItem(2, 0));
+    QTest::keyClick(test.line(), Qt::Key_End);
+    QTest::keyClick(test.line(), Qt::Key_X);
+    EXPECT_TRUE(test.list.EndEdit());
+    EXPECT_TRUE(test.list.GetItemText(2, 0) == text + u'x');
+}
+
 TEST(HeaderCtrl, ChecksAllRowsByTheBoxAndSortsByTheLabel)
 {
     EditedList test;
