@@ -16,8 +16,8 @@ namespace {
 
 /// Larger symbols, in pixels, are drawn anew each time: their pictures would cost more than their drawing.
 constexpr double largestPicture = 128;
-/// How many pictures at different angles are kept.
-constexpr size_t mostPictures = 512;
+/// Pictures at different angles are kept up to this size, in bytes: those of a large turned symbol would be 200 MB.
+constexpr qsizetype mostPictures = 8 * 1024 * 1024;
 /// By how many pixels the picture of a turned symbol may be off at its rim.
 constexpr double turnTolerance = 0.125;
 /// Beyond it nothing can be seen, and pixels cannot be counted.
@@ -39,6 +39,7 @@ struct CTxSymbol::Private
     StyleDrawing drawing;
     double pictureScale = 0;                  // that pictures are made for
     std::unordered_map<int, QImage> pictures; // by the number of the angle's step
+    qsizetype pictureBytes = 0;               // of all of them
 
     double halfReach() const { return style.symbolSize / 2 * std::sqrt(2.0) + style.symbolOutlineWidth; }
 
@@ -57,8 +58,9 @@ struct CTxSymbol::Private
 
     const QImage &picture(double angle, double pixels)
     {
-        if (pictureScale != pixels || pictures.size() >= mostPictures) {
+        if (pictureScale != pixels || pictureBytes >= mostPictures) {
             pictures.clear();
+            pictureBytes = 0;
             pictureScale = pixels;
         }
         const int steps = std::max(4, 4 * static_cast<int>(std::ceil(M_PI_2 * halfReach() * pixels / turnTolerance)));
@@ -81,6 +83,7 @@ struct CTxSymbol::Private
             paint(painter, 360.0 * step / steps, exact);
             painter.end();
             image.setDevicePixelRatio(pixels);
+            pictureBytes += image.sizeInBytes();
         }
         return image;
     }
