@@ -245,7 +245,7 @@ TEST_F(FileDialog, SavesWithTheExtensionOfTheFilterAndAsksBeforeItOverwrites)
         QTest::keyClicks(name, QString::fromLatin1(row.typed));
         bool isAsked = false;
         for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) { // No leaves it open
-            QTimer::singleShot(100, [&] { isAsked = answerQuestion(answer); });
+            QTimer::singleShot(100, [&isAsked, answer] { isAsked = answerQuestion(answer); });
             if (dialog.isVisible())
                 QTest::keyClick(name, Qt::Key_Return);
             EXPECT_EQ(dialog.isVisible(), row.asks && answer == QMessageBox::No) << row.typed;
