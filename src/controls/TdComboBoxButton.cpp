@@ -4,16 +4,14 @@
 #include "common/TdModule.h"
 #include "common/TdSendMessage.h"
 #include "controls/ComboBoxFace.h"
+#include "controls/ToolBarButton.h"
 
-#include <QDataStream>
-#include <QMainWindow>
 #include <QStandardItemModel>
 #include <QToolBar>
 
 namespace {
 
 constexpr int usualWidth = 150;      // pixels
-constexpr int greatestWidth = 10000; // pixels; more is no width but garbage
 constexpr quint16 formatVersion = 1; // of the stream; do not change
 
 /// Every button there is, in the order they were made. User-interface thread only.
@@ -22,43 +20,6 @@ QList<CTdComboBoxButton *> &allButtons()
     static QList<CTdComboBoxButton *> buttons;
     return buttons;
 }
-
-/// The main window that @p control stands in, through floating toolbars too, else its own window.
-QWidget *frameOf(const QWidget &control)
-{
-    for (QWidget *around = control.parentWidget(); around; around = around->parentWidget()) {
-        if (qobject_cast<QMainWindow *>(around))
-            return around;
-    }
-    return control.window();
-}
-
-/// Puts a stream into the format that buttons are kept in, and in the end back into the host's.
-class FixedFormat
-{
-public:
-    explicit FixedFormat(QDataStream &stream)
-        : m_stream(stream), m_order(stream.byteOrder()), m_precision(stream.floatingPointPrecision()),
-          m_version(stream.version())
-    {
-        stream.setVersion(QDataStream::Qt_6_0);
-        stream.setByteOrder(QDataStream::LittleEndian);
-        stream.setFloatingPointPrecision(QDataStream::DoublePrecision);
-    }
-    ~FixedFormat()
-    {
-        m_stream.setVersion(m_version);
-        m_stream.setByteOrder(m_order);
-        m_stream.setFloatingPointPrecision(m_precision);
-    }
-    Q_DISABLE_COPY_MOVE(FixedFormat)
-
-private:
-    QDataStream &m_stream;
-    const QDataStream::ByteOrder m_order;
-    const QDataStream::FloatingPointPrecision m_precision;
-    const int m_version;
-};
 
 /// What stands before the data of an entry in a stream; do not change the values. A variant written as such could be
 /// made by garbage into anything.
@@ -207,7 +168,7 @@ QList<QPointer<QWidget>> CTdComboBoxButton::listeners()
     QList<QPointer<QWidget>> windows;
     for (const CTdComboBoxButton *button : sharers()) {
         for (const ComboBoxFace *face : button->faces()) {
-            if (QWidget *window = frameOf(*face); !windows.contains(window))
+            if (QWidget *window = ToolBarButton::frameOf(*face); !windows.contains(window))
                 windows.append(window);
         }
     }
@@ -334,7 +295,7 @@ void CTdComboBoxButton::CopyFrom(const CTdComboBoxButton &other)
 
 void CTdComboBoxButton::Serialize(QDataStream &stream) const
 {
-    const FixedFormat format(stream);
+    const ToolBarButton::StreamFormat format(stream);
     stream << formatVersion << qint32(m_commandId) << qint32(m_width) << m_isEditable << qint32(GetCount());
     for (int i = 0; i < GetCount(); ++i) {
         stream << GetItem(i);
@@ -347,13 +308,13 @@ bool CTdComboBoxButton::Deserialize(QDataStream &stream)
 {
     if (!stream.device())
         return false;
-    const FixedFormat format(stream);
+    const ToolBarButton::StreamFormat format(stream);
     quint16 version = 0;
     qint32 commandId = 0, width = 0, count = 0, current = 0;
     bool editable = false;
     stream >> version >> commandId >> width >> editable >> count;
-    if (stream.status() != QDataStream::Ok || version != formatVersion || width < 1 || width > greatestWidth ||
-        count < 0)
+    if (stream.status() != QDataStream::Ok || version != formatVersion || width < 1 ||
+        width > ToolBarButton::greatestWidth || count < 0)
         return false;
     QStandardItemModel entries;
     for (int i = 0; i < count; ++i) {

@@ -4,16 +4,14 @@
 #include "common/TdSendMessage.h"
 #include "controls/TdEditSlider.h"
 #include "controls/TdNumEdit.h"
+#include "controls/ToolBarButton.h"
 
-#include <QDataStream>
-#include <QMainWindow>
 #include <QPointer>
 #include <QToolBar>
 
 namespace {
 
 constexpr int usualWidth = 60;             // pixels
-constexpr int greatestWidth = 10000;       // pixels; more is no width but garbage
 constexpr quint32 childStyle = 0x50000010; // stands in a window, is visible, takes part in the toolbar
 constexpr quint32 uprightStyle = 0x2;      // set in an upright toolbar, cleared in a lying one
 
@@ -24,22 +22,12 @@ QList<CTdEditSliderButton *> &allButtons()
     return buttons;
 }
 
-/// The main window that @p control stands in, through floating toolbars and dialogs too, else its own window.
-QWidget *frameOf(const CTdEditSlider &control)
-{
-    for (QWidget *around = control.parentWidget(); around; around = around->parentWidget()) {
-        if (qobject_cast<QMainWindow *>(around))
-            return around;
-    }
-    return control.window();
-}
-
 } // namespace
 
 CTdEditSliderButton::CTdEditSliderButton(int commandId, int image, const QList<QIcon> *images, quint32 style, int width,
                                          QObject *parent)
     : QWidgetAction(parent), m_commandId(commandId), m_image(image), m_images(images),
-      m_width(width == 0 ? usualWidth : qBound(1, width, greatestWidth)), m_style(style | childStyle)
+      m_width(width == 0 ? usualWidth : qBound(1, width, ToolBarButton::greatestWidth)), m_style(style | childStyle)
 {
     allButtons().append(this);
     applyLook();
@@ -134,7 +122,7 @@ void CTdEditSliderButton::SetValue(int position, bool notify)
     const qint64 commandId = m_commandId; // who hears of it may delete the button
     QList<QPointer<QWidget>> windows;
     for (const CTdEditSlider *control : controls()) {
-        if (QWidget *window = frameOf(*control); !windows.contains(window))
+        if (QWidget *window = ToolBarButton::frameOf(*control); !windows.contains(window))
             windows.append(window);
     }
     for (const QPointer<QWidget> &window : windows) {
@@ -191,22 +179,18 @@ void CTdEditSliderButton::CopyFrom(const CTdEditSliderButton &other)
 
 void CTdEditSliderButton::Serialize(QDataStream &stream) const
 {
-    const QDataStream::ByteOrder order = stream.byteOrder();
-    stream.setByteOrder(QDataStream::LittleEndian);
+    const ToolBarButton::StreamFormat format(stream);
     stream << qint32(m_commandId) << qint32(m_image) << qint32(m_width) << m_style << qint32(m_minimum)
            << qint32(m_maximum) << qint32(m_position);
-    stream.setByteOrder(order); // the stream is the host's
 }
 
 bool CTdEditSliderButton::Deserialize(QDataStream &stream)
 {
-    const QDataStream::ByteOrder order = stream.byteOrder();
-    stream.setByteOrder(QDataStream::LittleEndian);
+    const ToolBarButton::StreamFormat format(stream);
     qint32 commandId = 0, image = 0, width = 0, minimum = 0, maximum = 0, position = 0;
     quint32 style = 0;
     stream >> commandId >> image >> width >> style >> minimum >> maximum >> position;
-    stream.setByteOrder(order);
-    if (stream.status() != QDataStream::Ok || width < 1 || width > greatestWidth || minimum > maximum)
+    if (stream.status() != QDataStream::Ok || width < 1 || width > ToolBarButton::greatestWidth || minimum > maximum)
         return false;
     m_commandId = commandId;
     m_image = image;
